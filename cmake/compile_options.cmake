@@ -1,0 +1,18 @@
+# Options shared by every target of the project.
+
+add_library(morvalis_options INTERFACE)
+target_include_directories(morvalis_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(morvalis_options INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor
+  # One floating-point mode for every build: table entries are truncated, so a last bit shows.
+  -ffp-contract=off)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
+  target_compile_options(morvalis_options INTERFACE -msse2 -mfpmath=sse)
+endif()
+if(MORVALIS_WERROR)
+  target_compile_options(morvalis_options INTERFACE -Werror)
+endif()
+if(MORVALIS_SANITIZE)
+  target_compile_options(morvalis_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(morvalis_options INTERFACE -fsanitize=address,undefined)
+endif()

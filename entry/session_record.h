@@ -1,0 +1,28 @@
+// session_record: the state of one use of the filter, composed of one plain record per owner.
+// The host keeps it between calls; every procedure receives it as its first argument.
+
+#pragma once
+
+#include <cstdint>
+
+#include "entry/host_interface.h"
+#include "geometry/pattern_state.h"
+#include "geometry/render_state.h"
+#include "settings/effect_settings.h"
+#include "shading/shading_tables.h"
+
+struct SessionRecord {
+  int16_t* result;       // the host's result word, 0 for success; fresh at every call
+  FilterRecord* filter;  // the host's filter record; fresh at every call
+
+  uint64_t loadMark;  // load of the module that the pointers in here belong to
+  RenderState render;
+  ShadingTables shading;
+  PatternState pattern;
+};
+
+// The settings in the host's parameter handle; null while there are none.
+inline EffectSettings* settingsOf(const SessionRecord* session) {
+  const Handle handle = session->filter->parameters;
+  return handle == nullptr ? nullptr : static_cast<EffectSettings*>(*handle);
+}
