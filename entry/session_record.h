@@ -11,6 +11,13 @@
 #include "settings/effect_settings.h"
 #include "shading/shading_tables.h"
 
+// The surfaces of the run. The settings point to them as well, but only these are trusted: hosts
+// copy the settings' bytes and give them back.
+struct SessionPictures {
+  PictureSurface* environment;
+  PictureSurface* texture;
+};
+
 struct SessionRecord {
   int16_t* result;       // the host's result word, 0 for success; fresh at every call
   FilterRecord* filter;  // the host's filter record; fresh at every call
@@ -19,6 +26,7 @@ struct SessionRecord {
   RenderState render;
   ShadingTables shading;
   PatternState pattern;
+  SessionPictures pictures;
 };
 
 // The settings in the host's parameter handle; null while there are none.

@@ -56,6 +56,7 @@ struct RenderState {
   int32_t progressDone;
   int32_t progressTotal;
   int32_t bandTop;         // row of the filter rectangle where the delivered mask begins
+  Rectangle previewFrame;  // the dialog's preview area; a preview image is never larger
   Rectangle renderedRect;  // filter rectangle that the final render was started for
 
   int32_t effRadius;         // 1 to kLargestRadius

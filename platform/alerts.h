@@ -20,3 +20,6 @@ struct AlertContent {
 
 // Shows the alert modally; the number of the button that closed it, -1 when it cannot be shown.
 int32_t showPlatformAlert(const AlertContent& content);
+
+// Shows a message box with the stop icon and returns when it is closed.
+void showPlatformMessage(const char* caption, const char* text);

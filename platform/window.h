@@ -11,3 +11,6 @@ constexpr int32_t kDialogUnavailable = -1;
 // Runs the main dialog modally, owned by the host's window (null: no owner); the number it ended
 // with, or kDialogUnavailable.
 int32_t runMainDialog(SessionRecord* session, void* ownerWindow);
+
+// Shows the about box modally, owned by a window (null: no owner).
+void runAboutBox(void* ownerWindow);

@@ -1,0 +1,74 @@
+#include "entry/handles.h"
+
+#include "services/memory_blocks.h"
+
+struct MasterBlock {
+  void* data;  // must come first: a handle is read through its first word
+  int32_t bytes;
+};
+
+static MasterBlock* masterOf(Handle handle) {
+  return reinterpret_cast<MasterBlock*>(handle);
+}
+
+bool hostHandlesUsable(const HandleProcs* handleProcs) {
+  return handleProcs != nullptr && handleProcs->handleProcsVersion == kHandleProcsVersion &&
+         static_cast<uint16_t>(handleProcs->numHandleProcs) >= kHandleProcsCount &&
+         handleProcs->newProc != nullptr && handleProcs->disposeProc != nullptr &&
+         handleProcs->getSizeProc != nullptr && handleProcs->setSizeProc != nullptr;
+}
+
+Handle newHandle(const FilterRecord* filter, int32_t bytes) {
+  if (hostHandlesUsable(filter->handleProcs)) return filter->handleProcs->newProc(bytes);
+  return newModuleHandle(bytes);
+}
+
+void disposeHandle(const FilterRecord* filter, Handle handle) {
+  if (hostHandlesUsable(filter->handleProcs)) {
+    filter->handleProcs->disposeProc(handle);
+  } else {
+    disposeModuleHandle(handle);
+  }
+}
+
+void* lockHandle(const FilterRecord* filter, Handle handle, bool moveHigh) {
+  const HandleProcs* procs = filter->handleProcs;
+  if (hostHandlesUsable(procs) && procs->lockProc != nullptr) {
+    return procs->lockProc(handle, moveHigh ? 1 : 0);
+  }
+  return *handle;
+}
+
+void unlockHandle(const FilterRecord* filter, Handle handle) {
+  const HandleProcs* procs = filter->handleProcs;
+  if (hostHandlesUsable(procs) && procs->unlockProc != nullptr) procs->unlockProc(handle);
+}
+
+bool handleMayHold(const FilterRecord* filter, Handle handle, int32_t bytes) {
+  if (!hostHandlesUsable(filter->handleProcs)) return true;
+  const int32_t size = filter->handleProcs->getSizeProc(handle);
+  return size <= 0 || size >= bytes;
+}
+
+Handle newModuleHandle(int32_t bytes) {
+  if (bytes < 0) return nullptr;
+  auto* master = static_cast<MasterBlock*>(newModuleBlock(sizeof(MasterBlock)));
+  if (master == nullptr) return nullptr;
+  master->data = newModuleBlock(static_cast<uint64_t>(bytes));
+  if (master->data == nullptr) {
+    freeModuleBlock(master);
+    return nullptr;
+  }
+  master->bytes = bytes;
+  return &master->data;
+}
+
+int32_t moduleHandleSize(Handle handle) {
+  return handle == nullptr ? 0 : masterOf(handle)->bytes;
+}
+
+void disposeModuleHandle(Handle handle) {
+  if (handle == nullptr) return;
+  freeModuleBlock(masterOf(handle)->data);
+  freeModuleBlock(masterOf(handle));
+}

@@ -1,0 +1,160 @@
+#include "entry/selector_handlers.h"
+
+#include "entry/scripting.h"
+#include "entry/session_record.h"
+#include "geometry/render_buffers.h"
+#include "geometry/render_setup.h"
+#include "geometry/row_machine.h"
+#include "geometry/row_requests.h"
+#include "persistence/remembered_paths.h"
+#include "pictures/run_pictures.h"
+#include "platform/clock.h"
+#include "platform/window.h"
+#include "services/alerts.h"
+#include "services/fixed_point.h"
+#include "services/random_numbers.h"
+#include "settings/light_angles.h"
+#include "settings/settings_validation.h"
+
+void doAbout(AboutRecord* about) {
+  const PlatformData* platform = about == nullptr ? nullptr : about->platformData;
+  runAboutBox(platform == nullptr ? nullptr : platform->hwnd);
+}
+
+void doParameters(SessionRecord* session) {
+  validateSettings(session);
+  EffectSettings* settings = settingsOf(session);
+  if (settings != nullptr) settings->showDialog = 1;
+}
+
+// One row each of input, output and mask, times the rows wanted at once.
+static int32_t rowMemory(const FilterRecord* filter, const EffectSettings* settings) {
+  const int64_t width = int64_t{filter->filterRect.right} - filter->filterRect.left;
+  return saturateToInt32(settings->rowsPerBand * (2 * width * filter->planes + width));
+}
+
+void doPrepare(SessionRecord* session) {
+  FilterRecord* filter = session->filter;
+  filter->bufferSpace = 0;
+  validateSettings(session);
+  EffectSettings* settings = settingsOf(session);
+  if (settings == nullptr) return;
+  filter->maxSpace = rowMemory(filter, settings);
+  setGeometry(session, filter->filterRect, 1);
+  computeBufferSizes(session);
+}
+
+// Ends the run: nothing is held, and the host is asked for nothing more.
+static void endRun(SessionRecord* session) {
+  session->render.running = 0;
+  freeBuffers(session);
+  emptyRects(session);
+}
+
+static bool allocateRun(SessionRecord* session) {
+  setGeometry(session, session->filter->filterRect, 1);
+  allocateBuffers(session);
+  return *session->result == kNoError;
+}
+
+static bool createPictures(SessionRecord* session) {
+  EffectSettings* settings = settingsOf(session);
+  if (settings->texturePicture == nullptr) createBuiltInTexture(session);
+  if (settings->environmentPicture == nullptr) createBuiltInEnvironment(session);
+  const bool complete = settings->texturePicture != nullptr &&
+                        settings->environmentPicture != nullptr &&
+                        session->render.environmentTable.address != nullptr &&
+                        session->render.textureTable.address != nullptr;
+  if (complete) return true;
+  showAlert(kNotEnoughMemoryAlert);
+  *session->result = kUserInformed;
+  return false;
+}
+
+static void showMainDialog(SessionRecord* session) {
+  const PlatformData* platform = session->filter->platformData;
+  const int32_t answer = runMainDialog(session, platform == nullptr ? nullptr : platform->hwnd);
+  // A dialog that cannot be shown counts as cancelled: nothing was agreed to.
+  if (answer == kDialogUnavailable) *session->result = kUserCanceled;
+}
+
+// Shows the dialog when it is asked for and remembers what was agreed to; false when cancelled.
+static bool dialogConfirmed(SessionRecord* session) {
+  EffectSettings* settings = settingsOf(session);
+  if (settings->showDialog != 1) return true;
+  showMainDialog(session);
+  settings->showDialog = 0;
+  if (*session->result != kNoError) return false;
+  storeEnvironmentPath(session);
+  storeTexturePath(session);
+  return true;
+}
+
+static void startFinalRender(SessionRecord* session) {
+  EffectSettings* settings = settingsOf(session);
+  RenderState* render = &session->render;
+  const FilterRecord* filter = session->filter;
+  settings->previewMode = 0;
+  lightAngles(settings);
+  render->renderedRect = filter->filterRect;
+  setGeometry(session, filter->filterRect, 1);
+  renderSetUp(session);
+  if (*session->result != kNoError) return endRun(session);
+  render->maskPass = render->phase == kPhaseShade ? 0 : 1;
+  requestRowRects(session);
+  if (filter->advanceState != nullptr) *session->result = filter->advanceState();
+}
+
+void doStart(SessionRecord* session) {
+  seedRandomNumbers(secondsNow());
+  // An aborted run leaves its buffers, and hosts need not call Finish.
+  freeBuffers(session);
+  session->render.running = 0;
+  validateSettings(session);
+  EffectSettings* settings = settingsOf(session);
+  if (settings == nullptr) return emptyRects(session);
+  const FilterRecord* filter = session->filter;
+  settings->hostDrawsPreview =
+      filter->advanceState != nullptr && filter->displayPixels != nullptr ? 1 : 0;
+  if (filter->planes < 1) {
+    *session->result = kFilterBadParameters;
+    return endRun(session);
+  }
+  readScriptParameters(session);
+  if (!allocateRun(session)) return endRun(session);
+  if (isEmptyRect(filter->filterRect)) return endRun(session);  // there is nothing to do
+  if (!createPictures(session)) return endRun(session);
+  if (!dialogConfirmed(session)) return endRun(session);
+  startFinalRender(session);
+}
+
+static bool sameRect(const Rectangle& a, const Rectangle& b) {
+  return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
+}
+
+void doContinue(SessionRecord* session) {
+  RenderState* render = &session->render;
+  const FilterRecord* filter = session->filter;
+  if (render->running != 1) return endRun(session);
+  if (settingsOf(session) == nullptr || !sameRect(filter->filterRect, render->renderedRect)) {
+    // The buffers were made for another rectangle.
+    *session->result = kFilterBadParameters;
+    return endRun(session);
+  }
+  do {
+    do {
+      step(session);
+      if (*session->result != kNoError) return;
+    } while (render->internalPass == 1);
+    requestRowRects(session);
+    if (render->running != 1) return endRun(session);
+    if (filter->advanceState == nullptr) return;
+    *session->result = filter->advanceState();
+  } while (*session->result == kNoError);
+}
+
+void doFinish(SessionRecord* session) {
+  session->render.running = 0;
+  freeBuffers(session);
+  if (settingsOf(session) != nullptr) writeScriptParameters(session);
+}

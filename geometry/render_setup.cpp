@@ -1,0 +1,68 @@
+#include "geometry/render_setup.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "entry/session_record.h"
+#include "geometry/bevel_profiles.h"
+#include "geometry/cone_kernel.h"
+#include "geometry/render_buffers.h"
+#include "geometry/row_machine.h"
+#include "pictures/picture_tables.h"
+#include "shading/iridescence_table.h"
+#include "shading/light_stencils.h"
+#include "shading/spectral_tables.h"
+
+// Side and caustic stencils look at the surface from beside their light, in degrees.
+constexpr int32_t kSideTurn = 315;
+constexpr int32_t kCausticTurn = 90;
+
+static void setLightStencils(SessionRecord* session) {
+  const EffectSettings* settings = settingsOf(session);
+  const int32_t light1 = settings->light1Angle % 360;
+  const int32_t light2 = settings->light2Angle % 360;
+  setLightStencil(light1, kLight1Main, session);
+  setLightStencil(light1 + kSideTurn, kLight1Side, session);
+  setLightStencil(light1 + kCausticTurn, kLight1Caustic, session);
+  setLightStencil(light2, kLight2Main, session);
+  setLightStencil(light2 + kSideTurn, kLight2Side, session);
+  setLightStencil(light2 + kCausticTurn, kLight2Caustic, session);
+}
+
+static int32_t plannedSteps(const RenderState* render, const EffectSettings* settings) {
+  int32_t steps = render->renderHeight;
+  if (settings->bevelActive != 0) steps += 5 * render->renderHeight + 2;
+  if (settings->textureReliefActive != 0) steps += render->renderHeight;
+  return steps;
+}
+
+void renderSetUp(SessionRecord* session) {
+  EffectSettings* settings = settingsOf(session);
+  RenderState* render = &session->render;
+  render->running = 0;
+  if (!geometryFitsBuffers(session)) {
+    *session->result = kRenderBuffersMissing;
+    return;
+  }
+  buildSessionTables(session);
+  copyPicturesToTables(session);
+  const bool build = render->buildHeightField == 1;
+  settings->bevelActive = build ? 1 : 0;
+  settings->textureReliefActive = build && settings->textureChoice != kTextureChoiceNone ? 1 : 0;
+  setLightStencils(session);
+  render->progressDone = 0;
+  render->progressTotal = plannedSteps(render, settings);
+  if (build) {
+    std::memset(fieldCells(render), 0,
+                size_t{2} * static_cast<size_t>(render->fieldStride) * render->fieldRows);
+    radiusConstants(session);
+    buildConeKernel(session);
+    buildProfile(session);
+  }
+  buildIridescenceTable(session);
+  render->phase = kPhaseStamp;
+  render->row = -1;
+  render->running = 1;
+  render->internalPass = 0;
+  if (!build) enterShading(session);
+}

@@ -1,0 +1,124 @@
+#include "geometry/row_machine.h"
+
+#include <cstdint>
+
+#include "entry/session_record.h"
+#include "geometry/bevel_profiles.h"
+#include "geometry/height_field.h"
+#include "geometry/render_setup.h"
+#include "geometry/texture_relief.h"
+#include "services/alerts.h"
+#include "shading/prepare_shading.h"
+#include "shading/shade_row.h"
+
+static void enterPhase(RenderState* render, int32_t phase, int32_t row, bool internal) {
+  render->phase = phase;
+  render->row = row;
+  render->internalPass = internal ? 1 : 0;
+}
+
+void enterShading(SessionRecord* session) {
+  enterPhase(&session->render, kPhaseShade, 0, /*internal=*/false);
+  session->render.maskPass = 0;
+  prepareShading(session);
+}
+
+static void stampStep(SessionRecord* session) {
+  RenderState* render = &session->render;
+  stampRow(session);
+  if (++render->row <= render->renderHeight) return;
+  enterPhase(render, kPhaseBorder, 0, /*internal=*/false);
+  render->maskPass = 1;
+}
+
+static void borderStep(SessionRecord* session) {
+  RenderState* render = &session->render;
+  fillBorderRow(session);
+  if (++render->row <= render->renderHeight + 1) return;
+  enterPhase(render, kPhaseSmoothForward, 0, /*internal=*/true);
+}
+
+static void smoothForwardStep(SessionRecord* session) {
+  RenderState* render = &session->render;
+  smoothForwardRow(session);
+  if (++render->row <= render->renderHeight) return;
+  enterPhase(render, kPhaseSmoothBackward, render->renderHeight, /*internal=*/true);
+  render->maskPass = 0;
+}
+
+static void smoothBackwardStep(SessionRecord* session) {
+  RenderState* render = &session->render;
+  smoothBackwardRow(session);
+  if (--render->row >= 0) return;
+  enterPhase(render, kPhaseProfile, 0, /*internal=*/true);
+  buildTextureColumns(session);
+}
+
+static void profileStep(SessionRecord* session) {
+  RenderState* render = &session->render;
+  mapProfileRow(session);
+  textureReliefRow(session);
+  if (++render->row <= render->renderHeight) return;
+  enterShading(session);
+}
+
+static void shadeStep(SessionRecord* session) {
+  RenderState* render = &session->render;
+  shadeRow(session);
+  if (++render->row < render->renderHeight) return;
+  render->running = 0;
+  render->row = 0;
+}
+
+static void doRow(SessionRecord* session) {
+  switch (session->render.phase) {
+    case kPhaseStamp:
+      return stampStep(session);
+    case kPhaseBorder:
+      return borderStep(session);
+    case kPhaseSmoothForward:
+      return smoothForwardStep(session);
+    case kPhaseSmoothBackward:
+      return smoothBackwardStep(session);
+    case kPhaseProfile:
+      return profileStep(session);
+    default:
+      return shadeStep(session);
+  }
+}
+
+void step(SessionRecord* session) {
+  RenderState* render = &session->render;
+  if (render->running != 1) return;
+  const FilterRecord* filter = session->filter;
+  const bool final = settingsOf(session)->previewMode == 0;
+  if (final && filter->progressProc != nullptr) {
+    filter->progressProc(render->progressDone, render->progressTotal);
+  }
+  ++render->progressDone;
+  render->currentRow = render->row;
+  doRow(session);
+  if (final && filter->abortProc != nullptr && filter->abortProc() != 0) {
+    *session->result = kUserInformed;
+  }
+}
+
+void runPreview(SessionRecord* session) {
+  RenderState* render = &session->render;
+  const FilterRecord* filter = session->filter;
+  render->bandTop = 0;
+  renderSetUp(session);
+  if (filter->advanceState == nullptr) return;
+  if (filter->displayPixels == nullptr) {
+    showStringAlert(kPreviewUnavailableString);
+    return;
+  }
+  do {
+    if (*session->result != kNoError) {
+      render->running = 0;
+      showAlert(kNotEnoughMemoryAlert);
+    } else {
+      step(session);
+    }
+  } while (render->running == 1 && *session->result == kNoError);
+}

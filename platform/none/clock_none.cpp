@@ -1,0 +1,7 @@
+#include "platform/clock.h"
+
+#include "platform/none/none_state.h"
+
+uint32_t secondsNow() {
+  return noneState().script.seconds;
+}

@@ -1,0 +1,41 @@
+#include "shading/tarnish.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "entry/session_record.h"
+#include "services/fixed_point.h"
+
+constexpr int32_t kReach = 2;              // cells on either side
+constexpr int32_t kSide = 2 * kReach + 1;  // of the filter
+
+// A ring minus its centre; the sum is 0, so flat ground gathers nothing.
+constexpr int32_t kWeights[kSide][kSide] = {
+    {0, 2, 5, 2, 0}, {2, 10, 14, 10, 2}, {5, 14, -132, 14, 5}, {2, 10, 14, 10, 2}, {0, 2, 5, 2, 0}};
+
+static Word32 tarnishStrength(const EffectSettings* settings) {
+  Word32 t = settings->tarnish;
+  if (t > 50) t = t * 4 - 150;
+  // Divided by the reduction, so that the amount keeps its size in the preview.
+  return t * 256 / (Word32(settings->previewScale) * 50);
+}
+
+void computeTarnishRow(SessionRecord* session) {
+  RenderState* render = &session->render;
+  if (render->heightField.address == nullptr || render->lineBuffer.address == nullptr) return;
+  const int32_t r = render->currentRow;
+  const Word32 strength = tarnishStrength(settingsOf(session));
+  const int16_t* rows[kSide];
+  for (int32_t i = 0; i < kSide; ++i) rows[i] = fieldRow(render, std::max(r + i - kReach, 0));
+  int32_t* amounts = lineBufferWords(render) + render->tarnishRowStart;
+  for (int32_t c = 0; c < render->renderWidth; ++c) {
+    int32_t sum = 0;
+    for (int32_t i = 0; i < kSide; ++i) {
+      for (int32_t k = 0; k < kSide; ++k) {
+        sum += kWeights[i][k] * rows[i][std::max(c + k - kReach, 0)];
+      }
+    }
+    const Word32 hollow = std::max(-sum, 0);
+    amounts[c] = smaller(strength * hollow >> 12, 256).value;
+  }
+}
