@@ -14,7 +14,7 @@ constexpr int32_t kNoiseEntries = 2048;
 constexpr uint32_t kPatternFlat = 0;
 constexpr uint32_t kPatternWalk = 1;
 constexpr uint32_t kPatternCells = 6;
-constexpr uint32_t kPatternCracks = 7;
+constexpr uint32_t kPatternCobbles = 7;
 constexpr uint32_t kPatternNoise = 9;
 constexpr uint32_t kPatternStripes = 10;
 

@@ -37,14 +37,15 @@ static int32_t distanceToCell(const PatternState* pattern, int32_t x, int32_t y,
   return toX * toX + toY * toY;
 }
 
-// Distance to the nearest of the points scattered one to a cell: bubbles, or cracks between them.
-static void cellsRow(PatternState* pattern, PictureSurface* surface, bool cracks) {
+// Distance to the nearest of the points scattered one to a cell: rings around cells, or round
+// cobbles.
+static void cellsRow(PatternState* pattern, PictureSurface* surface, bool cobbles) {
   const int32_t y = pattern->textureRow << pattern->cellShift;
   const int32_t cellRow = (y - 16) >> 5;
   for (int32_t column = 0; column < kTextureSide; ++column) {
     const int32_t x = column << pattern->cellShift;
     const int32_t cellColumn = (x - 16) >> 5;
-    int32_t nearest = cracks ? 10000 : 1023;
+    int32_t nearest = cobbles ? 10000 : 1023;
     for (int32_t j = cellRow; j <= cellRow + 2; ++j) {
       for (int32_t i = cellColumn; i <= cellColumn + 2; ++i) {
         nearest = std::min(nearest, distanceToCell(pattern, x, y, i, j));
@@ -53,7 +54,7 @@ static void cellsRow(PatternState* pattern, PictureSurface* surface, bool cracks
     if (nearest > 2047) nearest = 4095 - nearest;
     int32_t tone = pattern->rootTable[std::clamp(nearest, 0, kRootEntries - 1)];
     if (tone > 255) tone = 511 - tone;
-    const Word32 shaded = Word32(pattern->toneTable[tone & 255]) + (cracks ? -160 : 208);
+    const Word32 shaded = Word32(pattern->toneTable[tone & 255]) + (cobbles ? -160 : 208);
     setGreyPixel(surface, column, pattern->textureRow, limited(shaded, 0, 255).value);
   }
 }
@@ -143,10 +144,10 @@ void generateTextureRow(SessionRecord* session, int32_t row) {
       walkRow(pattern, surface);
       break;
     case kPatternCells:
-      cellsRow(pattern, surface, /*cracks=*/false);
+      cellsRow(pattern, surface, /*cobbles=*/false);
       break;
-    case kPatternCracks:
-      cellsRow(pattern, surface, /*cracks=*/true);
+    case kPatternCobbles:
+      cellsRow(pattern, surface, /*cobbles=*/true);
       break;
     case kPatternNoise:
       noiseRow(settings, pattern, surface);

@@ -14,18 +14,18 @@ struct ColourStop {
   int32_t blue;
 };
 
-constexpr ColourStop kStops[] = {{0, 255, 246, 214},  {40, 255, 228, 150}, {84, 246, 190, 76},
-                                 {118, 205, 136, 34}, {142, 122, 70, 14},  {158, 44, 22, 6},
-                                 {170, 34, 16, 5},    {184, 92, 52, 14},   {208, 158, 100, 36},
-                                 {232, 186, 126, 54}, {256, 150, 96, 38}};
+constexpr ColourStop kStops[] = {{0, 255, 248, 222},  {36, 255, 236, 172}, {76, 252, 206, 98},
+                                 {112, 236, 174, 58}, {140, 208, 140, 36}, {156, 128, 76, 16},
+                                 {168, 46, 24, 6},    {182, 36, 18, 6},    {198, 96, 56, 16},
+                                 {220, 164, 106, 38}, {240, 190, 130, 56}, {256, 160, 104, 42}};
 
 // How far the horizon sinks from the left edge to the right one, in units of `at`.
 constexpr int32_t kHorizonTilt = 20;
 
 // The lamp at the top left: centre in pixels, and the square of the radius at which it fades out.
-constexpr int32_t kLampX = 11;
-constexpr int32_t kLampY = 7;
-constexpr int32_t kLampReach = 26 * 26;
+constexpr int32_t kLampX = 12;
+constexpr int32_t kLampY = 9;
+constexpr int32_t kLampReach = 30 * 30;
 
 static int32_t between(int32_t from, int32_t to, int32_t part, int32_t whole) {
   return from + (to - from) * part / whole;
@@ -51,7 +51,8 @@ void drawBuiltInEnvironment(PictureSurface* surface) {
       wallColour(std::clamp(y * 4 + tilt, 0, 256), colour);
       const int32_t dx = x - kLampX;
       const int32_t dy = y - kLampY;
-      const int32_t lamp = std::max(0, kLampReach - dx * dx - dy * dy);
+      const int32_t near = std::max(0, kLampReach - dx * dx - dy * dy);
+      const int32_t lamp = near * near / kLampReach;  // squared, for a soft edge
       uint8_t* pixel = surfacePixel(surface, x, y);
       for (int32_t channel = 0; channel < 3; ++channel) {
         pixel[channel] = static_cast<uint8_t>(between(colour[channel], 255, lamp, kLampReach));

@@ -25,7 +25,7 @@ struct PatternChoice {
 constexpr PatternChoice kPatternChoices[] = {
     {kPatternFlat, 5, 1, 1, 0},    {kPatternWalk, 5, 1, 1, 0},  {kPatternWalk, 5, 1, 3, 0},
     {kPatternWalk, 5, 1, 5, 0},    {kPatternWalk, 5, 1, 2, 0},  {kPatternStripes, 4, 3, 3, 40},
-    {kPatternCracks, 5, 2, 55, 0}, {kPatternCells, 5, 2, 3, 0}, {kPatternNoise, 5, 3, 3, 0},
+    {kPatternCobbles, 5, 2, 55, 0}, {kPatternCells, 5, 2, 3, 0}, {kPatternNoise, 5, 3, 3, 0},
     {kPatternNoise, 5, 3, 3, 0},   {kPatternNoise, 5, 3, 3, 0}, {kPatternStripes, 5, 3, 2, 40}};
 
 void prepareTexture(SessionRecord* session) {
@@ -104,7 +104,7 @@ void setUpPattern(SessionRecord* session) {
       setUpWalk(settings, pattern);
       break;
     case kPatternCells:
-    case kPatternCracks:
+    case kPatternCobbles:
       setUpCells(settings, pattern);
       break;
     case kPatternNoise:

@@ -12,8 +12,8 @@ constexpr const char* kShapeNames[kShapeCount] = {
     "crown",  "collar", "twin ridge", "twin dome", "soft groove", "groove"};
 
 constexpr const char* kTextureNames[kTextureChoiceFile] = {
-    "none",    "grain",  "ripple",  "flakes", "dunes", "marble", "cracks",
-    "bubbles", "clouds", "streaks", "fog",    "veins", "file"};
+    "none",  "leather", "scales",  "flakes", "pebbles", "marble", "cobbles",
+    "cells", "clouds",  "brushed", "fibres", "strata",  "file"};
 
 constexpr const char* kBlendModeNames[kBlendModeCaustic] = {
     "normal", "procedural +", "procedural -", "difference", "lighten", "darken",
