@@ -15,7 +15,7 @@
 
 #include "entry/host_interface.h"
 
-// How a service suite is offered.
+// How a service suite is offered. Of the two scripting suites the reading one takes the fault.
 enum class SuiteOffer {
   usable,
   absent,
@@ -34,14 +34,15 @@ struct HostSwitches {
   bool scriptingSuitesNull = false;   // with scripting usable: the block is there, both suites null
   bool scriptingShowsDialog = false;  // the answer to whether the dialog is to be shown
 
-  bool moveBuffers = false;     // delivered rows sit at another address after every exchange
+  bool moveBuffers = false;     // delivered rows sit at another address after every exchange,
+                                // buffers when they are locked again after an unlock
   bool dirtyMemory = true;      // new blocks and buffers hold garbage instead of zeros
   bool deliverMask = true;      // false: haveMask is set, but maskData stays null
   bool honourSampling = true;   // false: rates are ignored
   bool displaysTarget = false;  // displayPixels keeps a copy of what it was given
 
   int32_t abortAtTest = 0;     // the n-th abort test answers yes; 0 never
-  int32_t failExchangeAt = 0;  // the n-th exchange answers exchangeError; 0 never
+  int32_t failExchangeAt = 0;  // the n-th of hostExchanges() answers exchangeError; 0 never
   int16_t exchangeError = -36;
   int32_t refuseAllocationAt = 0;  // the n-th handle or buffer is refused; 0 never
   bool refuseAllBuffers = false;
@@ -82,13 +83,15 @@ int16_t callSelector(int16_t selector, int16_t enteredWith = 0);
 int16_t callAbout(void* window = nullptr);
 
 // Start, then Continue with an exchange before each until the request rectangles are empty, the
-// last exchange, Finish. Stops at the first nonzero result and returns it.
+// last exchange, Finish. Stops at the first nonzero result and returns it; -1 when the module keeps
+// asking for rows without end. Afterwards nothing is delivered any more.
 int16_t renderFilter();
 
-// Prepare and renderFilter, as a host repeats a filter (no dialog).
+// Prepare and renderFilter, as a host repeats a filter (no dialog). Begins at the source again.
 int16_t repeatFilter();
 
 // Parameters, Prepare and renderFilter, as from the host's menu (the module shows its dialog).
+// Begins at the source again.
 int16_t runFilter();
 
 // The filtered picture so far: the source where nothing has been written. The selection does not
@@ -105,13 +108,14 @@ struct HostLedger {
   int32_t buffers;        // not yet freed
   int32_t lockedHandles;  // locked more often than unlocked
   int32_t lockedBuffers;
-  int32_t allocations;  // handles and buffers asked for so far
-  int32_t misuses;      // frees, locks or unlocks of what the host does not hold
+  int32_t allocations;  // handles and buffers asked for so far, refused ones included
+  int32_t misuses;      // calls on handles, buffers, descriptors or tokens that the host does not
+                        // hold, and unlocks without a lock
 };
 HostLedger hostLedger();
 
-// Every call of a host service in order, by the procedure's name; and the requests of every
-// exchange.
+// Every call of a host service in order, by the procedure's name ("lockProc" and "unlockProc" are
+// those of both suites); and the requests of every exchange, the module's and the host's own.
 struct HostExchange {
   Rectangle inRect;
   Rectangle outRect;
@@ -123,10 +127,11 @@ const std::vector<std::string>& hostLog();
 const std::vector<HostExchange>& hostExchanges();
 int32_t hostCallCount(const std::string& name);
 
-// Scripting: the keys that the module finds when it opens the descriptor, and those it recorded.
+// Scripting: the keys that the module finds when it opens the descriptor (none: no descriptor), and
+// those it recorded last. What it recorded is what it finds at the next run.
 struct ScriptValue {
   uint32_t key = 0;
-  uint32_t type = 0;  // "UntF", "enum" or "bool"
+  uint32_t type = 0;  // "UntF", "enum" or "bool"; also "long", "doub" and "type"
   uint32_t unit = 0;  // of a unit float; the type of an enumeration
   double number = 0;
   uint32_t enumeration = 0;
@@ -136,5 +141,6 @@ struct ScriptValue {
 void setScript(const std::vector<ScriptValue>& values);
 const std::vector<ScriptValue>& recordedScript();
 
-// The picture of the last displayPixels call (displaysTarget); planes is 1 or 3.
+// The picture of the last displayPixels call (displaysTarget); planes is 1 or 3. Like real hosts
+// the service refuses a null context, a null base address and row bytes 0.
 const HostPicture& displayedPicture();

@@ -177,7 +177,10 @@ TEST(ReferenceCases, Profiles) {
 
 static std::string words(std::initializer_list<int64_t> values) {
   std::string text;
-  for (int64_t value : values) text += (text.empty() ? "" : " ") + std::to_string(value);
+  for (int64_t value : values) {
+    if (!text.empty()) text += ' ';
+    text += std::to_string(value);
+  }
   return text;
 }
 

@@ -1,0 +1,389 @@
+// Selectors, the records that live between calls, scripting and the dialog's place in a run.
+
+#include "entry/entry_point.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "entry/handles.h"
+#include "entry/session_record.h"
+#include "geometry/row_machine.h"
+#include "geometry/row_requests.h"
+#include "hosts/substitute_host/host_state.h"
+#include "platform/none/none_script.h"
+#include "settings/light_angles.h"
+#include "tests/support/host_runs.h"
+
+class EntryPoint : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    resetNone();
+  }
+  void TearDown() override {
+    closeHost();
+  }
+};
+
+static SessionRecord* sessionInSlot() {
+  return static_cast<SessionRecord*>(*reinterpret_cast<Handle>(host().dataSlot));
+}
+
+TEST_F(EntryPoint, AboutNeedsNothingAndStoresSuccess) {
+  openHost({}, testPicture(4, 4, 3), {});
+  EXPECT_EQ(callAbout(), 0);
+  EXPECT_EQ(noneRecord().aboutBoxes, 1);
+  EXPECT_EQ(hostLedger().allocations, 0);
+  int16_t result = 1;
+  ENTRYPOINT(kSelectorAbout, nullptr, nullptr, &result);
+  EXPECT_EQ(result, 0);
+}
+
+TEST_F(EntryPoint, UnknownSelectorsRunNothing) {
+  openHost({}, testPicture(4, 4, 3), {});
+  for (int32_t selector : {-1, 6, INT16_MAX, INT16_MIN}) {
+    EXPECT_EQ(callSelector(static_cast<int16_t>(selector)), -30100);
+  }
+  EXPECT_EQ(hostLedger().lockedHandles, 0);
+}
+
+TEST_F(EntryPoint, SessionAndSettingsLiveBetweenCalls) {
+  openHost({}, testPicture(20, 10, 3), {});
+  EXPECT_EQ(callSelector(kSelectorParameters, /*enteredWith=*/77), 0);
+  const intptr_t slot = host().dataSlot;
+  const Handle parameters = hostRecord()->parameters;
+  ASSERT_NE(slot, 0);
+  ASSERT_NE(parameters, nullptr);
+  EXPECT_EQ(hostSettings()->showDialog, 1U);
+  // Values out of range are the host's or a file's affair: nothing repairs them.
+  hostSettings()->gloss = 12345;
+  hostSettings()->shape = -7;
+  EXPECT_EQ(callSelector(kSelectorPrepare), 0);
+  EXPECT_EQ(host().dataSlot, slot);
+  EXPECT_EQ(hostRecord()->parameters, parameters);
+  EXPECT_EQ(hostSettings()->gloss, 12345);
+  EXPECT_EQ(hostSettings()->shape, -7);
+  EXPECT_EQ(hostLedger().allocations, 2);
+}
+
+TEST_F(EntryPoint, PrepareTellsTheMemoryOfARender) {
+  openHost({}, testPicture(300, 200, 3), {});
+  EXPECT_EQ(callSelector(kSelectorPrepare), 0);
+  EXPECT_EQ(hostRecord()->maxSpace, 2 * 300 * 3 + 300);
+  EXPECT_EQ(hostRecord()->bufferSpace,
+            4 * (3 * 300 + 2184) + 2 * 302 * 202 + 2 * 183618 + 2 * 65536 + 1000);
+}
+
+// Blocks given back as byte copies, as by a host that was restarted: their pointers are dead.
+TEST_F(EntryPoint, BlocksFromAnotherLoadLoseTheirPointers) {
+  openHost({}, testPicture(20, 10, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  EffectSettings* settings = hostSettings();
+  SessionRecord* session = sessionInSlot();
+  auto* dead = reinterpret_cast<PictureSurface*>(0x10);
+  settings->loadMark ^= 0x5555;
+  settings->environmentPicture = settings->texturePicture = dead;
+  settings->environmentRef = settings->textureRef = reinterpret_cast<Handle>(0x10);
+  settings->radius = 33;
+  session->loadMark ^= 0x5555;
+  session->pictures = {dead, dead};
+  session->render.heightField = {reinterpret_cast<void*>(0x10), 7, 100};
+  session->render.running = 1;
+  EXPECT_EQ(renderFilter(), 0);
+  EXPECT_EQ(hostSettings()->radius, 33);
+  EXPECT_EQ(hostSettings()->environmentRef, nullptr);
+  EXPECT_EQ(hostLedger().misuses, 0);
+}
+
+TEST_F(EntryPoint, SlotThatCannotBeLockedGetsANewRecord) {
+  openHost({}, testPicture(20, 10, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  const Handle first = reinterpret_cast<Handle>(host().dataSlot);
+  HandleProcs procs = *hostRecord()->handleProcs;
+  static Handle unlockable;
+  static void*(MORVALIS_CALL * lock)(Handle, uint8_t);
+  unlockable = first;
+  lock = procs.lockProc;
+  procs.lockProc = [](Handle handle, uint8_t moveHigh) {
+    return handle == unlockable ? nullptr : lock(handle, moveHigh);
+  };
+  HandleProcs* const original = hostRecord()->handleProcs;
+  hostRecord()->handleProcs = &procs;
+  EXPECT_EQ(callSelector(kSelectorPrepare), 0);
+  EXPECT_NE(reinterpret_cast<Handle>(host().dataSlot), first);
+  hostRecord()->handleProcs = original;
+  original->disposeProc(first);
+}
+
+TEST_F(EntryPoint, FilterRectangleThatChangesInMidRunEndsIt) {
+  HostSwitches switches;
+  switches.advanceState = false;
+  openHost(switches, testPicture(40, 40, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  setFilterRect({0, 0, 20, 20});
+  ASSERT_EQ(callSelector(kSelectorStart), 0);
+  setFilterRect({0, 0, 40, 40});
+  EXPECT_EQ(callSelector(kSelectorContinue), -30100);
+  EXPECT_EQ(hostLedger().buffers, 0);
+  EXPECT_EQ(callSelector(kSelectorContinue), 0) << "nothing runs any more";
+}
+
+// --- The dialog's place ---------------------------------------------------------------------
+
+TEST_F(EntryPoint, ConfirmedDialogRendersAndRemembersThePictures) {
+  openHost({}, testPicture(20, 10, 3), {});
+  noneScript().mainDialog = [](SessionRecord* session) {
+    std::strcpy(settingsOf(session)->environmentPath, "env.bmp");
+    std::strcpy(settingsOf(session)->texturePath, "tex.bmp");
+    return 3;
+  };
+  EXPECT_EQ(runFilter(), 0);
+  EXPECT_EQ(noneRecord().mainDialogs, 1);
+  EXPECT_EQ(rememberedValue("ChromeFile"), "env.bmp");
+  EXPECT_EQ(rememberedValue("TextureFile"), "tex.bmp");
+  EXPECT_NE(filteredPicture().samples, testPicture(20, 10, 3).samples);
+  // A repeat shows no dialog, and gives the same picture.
+  const std::vector<uint8_t> first = filteredPicture().samples;
+  EXPECT_EQ(repeatFilter(), 0);
+  EXPECT_EQ(noneRecord().mainDialogs, 1);
+  EXPECT_EQ(filteredPicture().samples, first);
+}
+
+TEST_F(EntryPoint, CancelledDialogLeavesNothing) {
+  openHost({}, testPicture(20, 10, 3), {});
+  for (bool shown : {true, false}) {
+    if (shown) {
+      noneScript().mainDialog = [](SessionRecord* session) {
+        *session->result = -128;
+        return 2;
+      };
+    } else {
+      noneScript().mainDialog = nullptr;  // the back end cannot show it
+    }
+    EXPECT_EQ(runFilter(), -128);
+    EXPECT_EQ(filteredPicture().samples, testPicture(20, 10, 3).samples);
+    EXPECT_EQ(rememberedValue("ChromeFile"), "");
+    EXPECT_EQ(hostLedger().buffers, 0);
+    EXPECT_EQ(hostSettings()->showDialog, 0U);
+  }
+}
+
+// The preview at factor 1 is the final render, mixed with the checkerboard by the mask.
+TEST_F(EntryPoint, PreviewIsTheFinalRenderOverACheckerboard) {
+  constexpr int32_t kSide = 34;
+  const HostPicture picture = testPicture(kSide, kSide, 3);
+  const HostMask mask = testMask(kSide, kSide);
+  const HostRun final = runHost({}, picture, mask);
+  openHost({}, picture, mask);
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  showEverything(hostSettings());
+  int32_t compared = 0;
+  noneScript().mainDialog = [&](SessionRecord* session) {
+    EffectSettings* settings = settingsOf(session);
+    settings->previewMode = 1;
+    lightAngles(settings);
+    session->render.previewFrame = {0, 0, kSide, kSide};
+    requestPreviewImage(session, 1);
+    runPreview(session);
+    for (int32_t i = 0; i < kSide * kSide * 3; ++i) {
+      const int32_t m = mask[i / 3];
+      const int32_t x = i / 3 % kSide;
+      const int32_t y = i / 3 / kSide;
+      const int32_t checker = ((x ^ y) & 8) == 0 ? 255 : 204;
+      const int32_t expected = (final.effect.samples[i] * m + checker * (255 - m)) >> 8;
+      EXPECT_EQ(session->filter->outData[i], expected) << x << ", " << y;
+      compared += session->filter->outData[i] == expected;
+    }
+    return 3;
+  };
+  hostSettings()->showDialog = 1;
+  EXPECT_EQ(renderFilter(), 0);
+  EXPECT_EQ(compared, kSide * kSide * 3);
+  EXPECT_EQ(filteredPicture().samples, final.effect.samples);
+}
+
+// Reduced, panned and cut to the frame; and hosts that cannot deliver or show it.
+TEST_F(EntryPoint, PreviewRequests) {
+  openHost({}, testPicture(100, 60, 3), testMask(100, 60));
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  noneScript().mainDialog = [](SessionRecord* session) {
+    EffectSettings* settings = settingsOf(session);
+    settings->previewMode = 1;
+    session->render.previewFrame = {0, 0, 10, 30};
+    settings->previewOriginX = 13;
+    settings->previewOriginY = 30;
+    requestPreviewImage(session, 3);
+    const Rectangle& in = session->filter->inRect;
+    EXPECT_EQ(in.left, 4);
+    EXPECT_EQ(in.top, 10);
+    EXPECT_EQ(in.right, 33);
+    EXPECT_EQ(in.bottom, 20);
+    EXPECT_EQ(session->filter->inputRate, 3 * 65536);
+    EXPECT_EQ(session->filter->maskRate, 3 * 65536);
+    EXPECT_EQ(session->render.renderWidth, 29);
+    runPreview(session);
+    EXPECT_EQ(*session->result, 0);
+    EXPECT_EQ(session->render.running, 0);
+    *session->result = -36;
+    runPreview(session);
+    EXPECT_EQ(noneRecord().alerts.size(), 1U);
+    *session->result = 0;
+    session->filter->displayPixels = nullptr;
+    runPreview(session);
+    EXPECT_EQ(noneRecord().alerts.size(), 2U);
+    return 3;
+  };
+  hostSettings()->showDialog = 1;
+  EXPECT_EQ(renderFilter(), 0);
+}
+
+// --- What is asked of the host --------------------------------------------------------------
+
+TEST_F(EntryPoint, MaskBandsAndRowsRequested) {
+  constexpr int kTop = 5;
+  constexpr int kRows = 12;
+  openHost({}, testPicture(20, 30, 3), testMask(20, 30));
+  setFilterRect({kTop, 2, kTop + kRows, 18});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  ASSERT_EQ(renderFilter(), 0);
+  std::vector<HostExchange> masks;
+  std::vector<HostExchange> rows;
+  for (const HostExchange& exchange : hostExchanges()) {
+    if (!isEmptyRect(exchange.maskRect)) masks.push_back(exchange);
+    if (!isEmptyRect(exchange.outRect)) rows.push_back(exchange);
+  }
+  const auto bandOf = [&masks](size_t i) {
+    return std::pair<int, int>(masks[i].maskRect.top - kTop, masks[i].maskRect.bottom - kTop);
+  };
+  // Stamping rows -1, 0, 1 and the last two.
+  size_t first = 0;
+  while (first + 1 < masks.size() && bandOf(first + 1) == bandOf(first)) ++first;
+  EXPECT_EQ(bandOf(first), std::pair(0, 1));
+  EXPECT_EQ(bandOf(first + 1), std::pair(0, 2));
+  EXPECT_EQ(bandOf(first + 2), std::pair(0, 3));
+  EXPECT_EQ(bandOf(first + kRows), std::pair(kRows - 3, kRows));
+  for (const HostExchange& exchange : masks) {
+    EXPECT_TRUE(isEmptyRect(exchange.outRect));
+    EXPECT_EQ(exchange.inRect.right - exchange.inRect.left, 1);
+  }
+  ASSERT_GE(rows.size(), static_cast<size_t>(kRows));
+  for (const HostExchange& exchange : rows) {
+    EXPECT_EQ(exchange.outRect.bottom - exchange.outRect.top, 1);
+    EXPECT_EQ(exchange.inputRate, 65536);
+    EXPECT_TRUE(isEmptyRect(exchange.maskRect));
+  }
+}
+
+TEST_F(EntryPoint, ProgressCountsTheSteps) {
+  struct Expectation {
+    int32_t textureChoice;
+    int32_t total;
+  };
+  for (const Expectation& expected : {Expectation{1, 6 * 11 + 2}, Expectation{6, 7 * 11 + 2}}) {
+    std::vector<std::pair<int32_t, int32_t>> reports;
+    HostSwitches switches;
+    switches.progress = [&reports](int32_t done, int32_t total) {
+      reports.emplace_back(done, total);
+    };
+    openHost(switches, testPicture(9, 11, 3), {});
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    hostSettings()->textureChoice = expected.textureChoice;
+    ASSERT_EQ(renderFilter(), 0);
+    // Stamping 13 rows, border 13, smoothing and profile 12 each, shading 11.
+    ASSERT_EQ(reports.size(), 13U + 13U + 3U * 12U + 11U);
+    for (size_t i = 0; i < reports.size(); ++i) {
+      EXPECT_EQ(reports[i].first, static_cast<int32_t>(i));
+      EXPECT_EQ(reports[i].second, expected.total);
+    }
+    EXPECT_EQ(hostCallCount("abortProc"), static_cast<int32_t>(reports.size()));
+    closeHost();
+  }
+}
+
+TEST_F(EntryPoint, HeightFieldMayBeKeptFromAnEarlierRun) {
+  openHost({}, testPicture(9, 11, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  sessionInSlot()->render.buildHeightField = 0;
+  int32_t total = 0;
+  host().switches.progress = [&total](int32_t, int32_t of) { total = of; };
+  EXPECT_EQ(renderFilter(), 0);
+  EXPECT_EQ(total, 11);
+  EXPECT_EQ(hostCallCount("progressProc"), 11);
+}
+
+// --- Scripting ------------------------------------------------------------------------------
+
+static std::vector<ScriptValue> script() {
+  ScriptValue amount;
+  amount.key = fourCharacterCode("Amnt");
+  amount.type = fourCharacterCode("UntF");
+  amount.unit = fourCharacterCode("#Prc");
+  amount.number = 73.9;
+  ScriptValue mood;
+  mood.key = fourCharacterCode("disP");
+  mood.type = fourCharacterCode("enum");
+  mood.unit = fourCharacterCode("mooD");
+  mood.enumeration = fourCharacterCode("moD2");
+  ScriptValue entire;
+  entire.key = fourCharacterCode("entI");
+  entire.type = fourCharacterCode("bool");
+  entire.boolean = true;
+  ScriptValue stranger;
+  stranger.key = fourCharacterCode("what");
+  stranger.type = fourCharacterCode("bool");
+  return {stranger, amount, mood, entire};
+}
+
+TEST_F(EntryPoint, ScriptingIsReadAndRecorded) {
+  HostSwitches switches;
+  switches.scripting = SuiteOffer::usable;
+  openHost(switches, testPicture(9, 11, 3), {});
+  setScript(script());
+  ASSERT_EQ(callSelector(kSelectorParameters), 0);  // asks for the dialog, but the script does not
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  ASSERT_EQ(renderFilter(), 0);
+  EXPECT_EQ(noneRecord().mainDialogs, 0);
+  EXPECT_EQ(hostSettings()->scriptAmount, 73);
+  EXPECT_EQ(hostSettings()->scriptMood, fourCharacterCode("moD2"));
+  EXPECT_EQ(hostSettings()->scriptEntire, 1);
+  ASSERT_EQ(recordedScript().size(), 3U);
+  EXPECT_EQ(recordedScript()[0].key, fourCharacterCode("Amnt"));
+  EXPECT_EQ(recordedScript()[0].unit, fourCharacterCode("#Prc"));
+  EXPECT_EQ(recordedScript()[0].number, 73);
+  EXPECT_EQ(recordedScript()[1].enumeration, fourCharacterCode("moD2"));
+  EXPECT_EQ(recordedScript()[1].unit, fourCharacterCode("mooD"));
+  EXPECT_TRUE(recordedScript()[2].boolean);
+  hostSettings()->scriptEntire = 0;
+  EXPECT_EQ(callSelector(kSelectorFinish), 0);
+  EXPECT_EQ(recordedScript().size(), 2U) << "the boolean is recorded only when it is set";
+}
+
+TEST_F(EntryPoint, ScriptingErrors) {
+  struct Fault {
+    int16_t error;
+    int16_t result;
+  };
+  for (const Fault& fault : {Fault{-1715, 0}, Fault{-50, -50}}) {
+    HostSwitches switches;
+    switches.scripting = SuiteOffer::usable;
+    openHost(switches, testPicture(9, 11, 3), {});
+    std::vector<ScriptValue> values = script();
+    values[1].error = fault.error;
+    setScript(values);
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    EXPECT_EQ(renderFilter(), fault.result);
+    EXPECT_EQ(hostSettings()->scriptAmount, 50) << "a value that cannot be read stays";
+    closeHost();
+  }
+}
+
+TEST_F(EntryPoint, ScriptingDecidesAboutTheDialog) {
+  HostSwitches switches;
+  switches.scripting = SuiteOffer::usable;
+  switches.scriptingShowsDialog = true;
+  openHost(switches, testPicture(9, 11, 3), {});
+  noneScript().mainDialog = [](SessionRecord*) { return 3; };
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  EXPECT_EQ(renderFilter(), 0);
+  EXPECT_EQ(noneRecord().mainDialogs, 1);
+}

@@ -1,0 +1,245 @@
+// The same pixels from every host, and the right end from every host that fails.
+
+#include <gtest/gtest.h>
+
+#include "platform/none/none_script.h"
+#include "tests/support/heap_faults.h"
+#include "tests/support/host_runs.h"
+
+constexpr int32_t kWidth = 53;
+constexpr int32_t kHeight = 38;
+
+struct Variant {
+  const char* name;
+  HostSwitches switches;
+};
+
+static std::vector<Variant> variants() {
+  std::vector<Variant> all;
+  const auto add = [&all](const char* name, const std::function<void(HostSwitches*)>& change) {
+    all.push_back({name, {}});
+    change(&all.back().switches);
+  };
+  add("no advanceState", [](HostSwitches* s) { s->advanceState = false; });
+  add("no displayPixels", [](HostSwitches* s) { s->displayPixels = false; });
+  add("no colorServices", [](HostSwitches* s) { s->colorServices = false; });
+  add("buffers that move", [](HostSwitches* s) { s->moveBuffers = true; });
+  add("buffers that move, no advanceState", [](HostSwitches* s) {
+    s->moveBuffers = true;
+    s->advanceState = false;
+  });
+  add("clean memory", [](HostSwitches* s) { s->dirtyMemory = false; });
+  add("no sampling", [](HostSwitches* s) { s->honourSampling = false; });
+  add("all buffers refused", [](HostSwitches* s) { s->refuseAllBuffers = true; });
+  add("null scripting suites", [](HostSwitches* s) {
+    s->scripting = SuiteOffer::usable;
+    s->scriptingSuitesNull = true;
+  });
+  for (SuiteOffer offer : {SuiteOffer::absent, SuiteOffer::wrongVersion, SuiteOffer::shortCount,
+                           SuiteOffer::missingProc}) {
+    add("handle suite", [offer](HostSwitches* s) { s->handleSuite = offer; });
+    add("buffer suite", [offer](HostSwitches* s) { s->bufferSuite = offer; });
+    add("scripting", [offer](HostSwitches* s) { s->scripting = offer; });
+  }
+  add("scripting usable", [](HostSwitches* s) { s->scripting = SuiteOffer::usable; });
+  return all;
+}
+
+// What the module may keep: session record and settings, unlocked.
+static void expectOnlyTheTwoBlocks(const HostRun& run, const HostSwitches& switches) {
+  const bool hostHandles = switches.handleSuite == SuiteOffer::usable;
+  EXPECT_EQ(run.ledgerAfter.handles, hostHandles ? 2 : 0);
+  EXPECT_EQ(run.ledgerAfter.lockedHandles, 0);
+  EXPECT_EQ(run.ledgerAfter.buffers, 0);
+  EXPECT_EQ(run.ledgerAfter.lockedBuffers, 0);
+  EXPECT_EQ(run.ledgerAfter.misuses, 0);
+}
+
+TEST(HostVariants, SamePixelsFromEveryHost) {
+  for (int32_t planes : {1, 3}) {
+    for (bool masked : {true, false}) {
+      const HostPicture picture = testPicture(kWidth, kHeight, planes);
+      const HostMask mask = masked ? testMask(kWidth, kHeight) : HostMask();
+      const HostRun expected = runHost({}, picture, mask);
+      ASSERT_EQ(expected.result, 0);
+      EXPECT_NE(expected.effect.samples, picture.samples);
+      expectOnlyTheTwoBlocks(expected, {});
+      for (const Variant& variant : variants()) {
+        SCOPED_TRACE(variant.name);
+        const HostRun run = runHost(variant.switches, picture, mask);
+        EXPECT_EQ(run.result, 0);
+        EXPECT_EQ(run.effect.samples, expected.effect.samples);
+        expectOnlyTheTwoBlocks(run, variant.switches);
+      }
+    }
+  }
+}
+
+TEST(HostVariants, ExtraPlaneStaysTheHosts) {
+  const HostMask mask = testMask(kWidth, kHeight);
+  for (int32_t colours : {1, 3}) {
+    const HostPicture plain = testPicture(kWidth, kHeight, colours);
+    const HostPicture withAlpha = testPicture(kWidth, kHeight, colours + 1);
+    const HostRun expected = runHost({}, plain, mask);
+    const HostRun run = runHost({}, withAlpha, mask);
+    ASSERT_EQ(run.result, 0);
+    for (int32_t pixel = 0; pixel < kWidth * kHeight; ++pixel) {
+      const int32_t at = pixel * (colours + 1);
+      for (int32_t plane = 0; plane < colours; ++plane) {
+        ASSERT_EQ(run.effect.samples[at + plane], expected.effect.samples[pixel * colours + plane]);
+      }
+      ASSERT_EQ(run.effect.samples[at + colours], withAlpha.samples[at + colours]);
+    }
+  }
+}
+
+// A part of a picture renders as that part alone would.
+TEST(HostVariants, FilterRectangleAnywhere) {
+  const HostPicture whole = testPicture(kWidth, kHeight, 3);
+  const Rectangle rect = {5, 7, 30, 41};
+  HostPicture part = {rect.right - rect.left, rect.bottom - rect.top, 3, {}};
+  for (int32_t y = rect.top; y < rect.bottom; ++y) {
+    const auto from = whole.samples.begin() + (y * kWidth + rect.left) * 3;
+    part.samples.insert(part.samples.end(), from, from + part.width * 3);
+  }
+  const HostRun expected = runHost({}, part, {});
+  const HostRun run = runHost({}, whole, {}, [rect] { setFilterRect(rect); });
+  ASSERT_EQ(run.result, 0);
+  for (int32_t y = 0; y < kHeight; ++y) {
+    for (int32_t x = 0; x < kWidth * 3; ++x) {
+      const bool inside =
+          y >= rect.top && y < rect.bottom && x >= rect.left * 3 && x < rect.right * 3;
+      const uint8_t wanted =
+          inside ? expected.effect.samples[(y - rect.top) * part.width * 3 + x - rect.left * 3]
+                 : whole.samples[y * kWidth * 3 + x];
+      ASSERT_EQ(run.effect.samples[y * kWidth * 3 + x], wanted) << x << ", " << y;
+    }
+  }
+}
+
+TEST(HostVariants, MaskThatIsNeverDeliveredSelectsEverything) {
+  const HostPicture picture = testPicture(kWidth, kHeight, 3);
+  HostSwitches switches;
+  switches.deliverMask = false;
+  const HostRun run = runHost(switches, picture, testMask(kWidth, kHeight));
+  EXPECT_EQ(run.result, 0);
+  EXPECT_EQ(run.effect.samples, runHost({}, picture, {}).effect.samples);
+}
+
+TEST(HostVariants, SmallestPictures) {
+  for (const auto& [width, height] : {std::pair{1, 1}, {1, 40}, {40, 1}, {2, 2}}) {
+    for (bool advance : {true, false}) {
+      HostSwitches switches;
+      switches.advanceState = advance;
+      const HostRun run = runHost(switches, testPicture(width, height, 3), testMask(width, height));
+      EXPECT_EQ(run.result, 0) << width << " x " << height;
+      EXPECT_EQ(run.ledgerAfter.buffers, 0);
+    }
+  }
+}
+
+TEST(HostVariants, NothingToFilter) {
+  for (const Rectangle& rect :
+       {Rectangle{0, 0, 0, 0}, Rectangle{9, 9, 4, 4}, Rectangle{3, 8, 20, 8}}) {
+    const HostPicture picture = testPicture(kWidth, kHeight, 3);
+    const HostRun run = runHost({}, picture, {}, [rect] { setFilterRect(rect); });
+    EXPECT_EQ(run.result, 0);
+    EXPECT_EQ(run.effect.samples, picture.samples);
+    EXPECT_EQ(run.ledgerAfter.buffers, 0);
+  }
+}
+
+// An abort or a failed exchange leaves the buffers; the next Start, or Finish, frees them.
+TEST(HostFailures, AbortAndFailedExchange) {
+  const HostPicture picture = testPicture(kWidth, kHeight, 3);
+  const HostMask mask = testMask(kWidth, kHeight);
+  struct Fault {
+    const char* name;
+    int32_t abortAt;
+    int32_t failAt;
+    int16_t result;
+  };
+  const Fault faults[] = {{"abort at the first step", 1, 0, 1},
+                          {"abort in the border pass", 60, 0, 1},
+                          {"abort in the smoothing", 100, 0, 1},
+                          {"abort in the shading", 220, 0, 1},
+                          {"first exchange", 0, 1, -36},
+                          {"an exchange in between", 0, 50, -36},
+                          {"an exchange of the shading", 0, 100, -36}};
+  for (const Fault& fault : faults) {
+    for (bool finish : {false, true}) {
+      SCOPED_TRACE(fault.name);
+      HostSwitches switches;
+      switches.abortAtTest = fault.abortAt;
+      switches.failExchangeAt = fault.failAt;
+      resetNone();
+      openHost(switches, picture, mask);
+      ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+      EXPECT_EQ(renderFilter(), fault.result);
+      if (finish) {
+        EXPECT_EQ(callSelector(kSelectorFinish), 0);
+      } else {
+        EXPECT_EQ(renderFilter(), 0) << "the next run works as if nothing had happened";
+      }
+      EXPECT_EQ(hostLedger().buffers, 0);
+      EXPECT_EQ(hostLedger().handles, 2);
+      EXPECT_EQ(hostLedger().misuses, 0);
+      closeHost();
+    }
+  }
+}
+
+// Refuses one of the module's own blocks after another, in a host that offers no buffers.
+TEST(HostFailures, RefusedModuleBlocks) {
+  struct Refusal {
+    int32_t block;  // from Start on
+    int16_t result;
+    size_t alerts;
+  };
+  // Six buffers in order, then the texture and the environment picture.
+  const Refusal refusals[] = {{1, 3, 0}, {2, 3, 0}, {3, 3, 0}, {4, 3, 0},
+                              {5, 1, 1}, {6, 1, 1}, {7, 1, 1}, {8, 1, 1}};
+  HostSwitches switches;
+  switches.bufferSuite = SuiteOffer::absent;
+  const HostPicture picture = testPicture(kWidth, kHeight, 3);
+  for (const Refusal& refusal : refusals) {
+    SCOPED_TRACE(refusal.block);
+    resetNone();
+    openHost(switches, picture, {});
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    refuseModuleBlock(refusal.block);
+    EXPECT_EQ(callSelector(kSelectorStart), refusal.result);
+    EXPECT_GE(moduleBlocksAsked(), refusal.block);
+    refuseModuleBlock(0);
+    EXPECT_EQ(noneRecord().alerts.size(), refusal.alerts);
+    if (refusal.alerts == 1) {
+      EXPECT_EQ(noneRecord().alerts[0].name, "NOT_ENOUGH_MEMORY");
+    }
+    const FilterRecord* record = hostRecord();
+    EXPECT_TRUE(isEmptyRect(record->inRect) && isEmptyRect(record->outRect) &&
+                isEmptyRect(record->maskRect));
+    EXPECT_EQ(hostSettings()->texturePicture, nullptr);
+    EXPECT_EQ(hostSettings()->environmentPicture, nullptr);
+    EXPECT_EQ(hostLedger().misuses, 0);
+    EXPECT_EQ(renderFilter(), 0);
+    closeHost();
+  }
+}
+
+TEST(HostFailures, RefusedHostMemory) {
+  const HostPicture picture = testPicture(kWidth, kHeight, 3);
+  const std::vector<uint8_t> expected = runHost({}, picture, {}).effect.samples;
+  for (int32_t n = 1; n <= 8; ++n) {
+    SCOPED_TRACE(n);
+    HostSwitches switches;
+    switches.refuseAllocationAt = n;
+    const HostRun run = runHost(switches, picture, {});
+    // The first two are the session record and the settings; a buffer is replaced by our own block.
+    EXPECT_EQ(run.result, n <= 2 ? -108 : 0);
+    if (n > 2) {
+      EXPECT_EQ(run.effect.samples, expected);
+    }
+    EXPECT_EQ(run.ledgerAfter.buffers, 0);
+    EXPECT_EQ(run.ledgerAfter.misuses, 0);
+  }
+}
