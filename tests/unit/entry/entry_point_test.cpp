@@ -60,7 +60,7 @@ TEST_F(EntryPoint, SessionAndSettingsLiveBetweenCalls) {
   hostSettings()->shape = -7;
   EXPECT_EQ(callSelector(kSelectorPrepare), 0);
   EXPECT_EQ(host().dataSlot, slot);
-  EXPECT_EQ(hostRecord()->parameters, parameters);
+  EXPECT_TRUE(hostRecord()->parameters == parameters);
   EXPECT_EQ(hostSettings()->gloss, 12345);
   EXPECT_EQ(hostSettings()->shape, -7);
   EXPECT_EQ(hostLedger().allocations, 2);
