@@ -1,6 +1,7 @@
 #include "services/counted_text.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 constexpr int32_t kLongestText = 255;
@@ -31,6 +32,13 @@ void countedToText(char* buffer) {
   const int32_t length = static_cast<uint8_t>(buffer[0]);
   std::memmove(buffer, buffer + 1, length);
   buffer[length] = 0;
+}
+
+void numberToText(int32_t value, uint8_t* text) {
+  char digits[16];
+  const int32_t length = std::snprintf(digits, sizeof(digits), "%d", value);
+  text[0] = 0;
+  appendToCountedText(text, digits, length);
 }
 
 char lowerCaseAscii(char c) {

@@ -20,5 +20,8 @@ void textToCounted(char* buffer);
 // Counted to zero-terminated, in place.
 void countedToText(char* buffer);
 
+// The decimal text of a number, counted, in a buffer of kCountedTextBytes bytes.
+void numberToText(int32_t value, uint8_t* text);
+
 // A to Z become a to z; every other byte stays.
 char lowerCaseAscii(char c);

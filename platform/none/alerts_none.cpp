@@ -3,10 +3,18 @@
 #include "platform/none/none_state.h"
 
 int32_t showPlatformAlert(const AlertContent& content) {
-  noneState().record.alerts.push_back({content.name, content.title, content.text});
-  return noneState().script.alertAnswer;
+  NoneState& state = noneState();
+  ShownAlert shown = {content.name, content.title, {}, {}};
+  for (int32_t i = 0; i < content.textCount; ++i) shown.texts.push_back(content.texts[i].text);
+  for (int32_t i = 0; i < content.buttonCount; ++i) {
+    shown.buttons.push_back(content.buttons[i].number);
+  }
+  const size_t answered = state.record.alerts.size();
+  state.record.alerts.push_back(shown);
+  const std::vector<int32_t>& answers = state.script.alertAnswers;
+  return answered < answers.size() ? answers[answered] : 1;
 }
 
 void showPlatformMessage(const char* caption, const char* text) {
-  noneState().record.alerts.push_back({"", caption, text});
+  noneState().record.alerts.push_back({"", caption, {text}, {}});
 }

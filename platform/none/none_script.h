@@ -13,18 +13,29 @@ struct SessionRecord;
 struct ShownAlert {
   std::string name;
   std::string title;
-  std::string text;
+  std::vector<std::string> texts;
+  std::vector<int32_t> buttons;  // numbers, in order
+};
+
+struct ShownChooser {
+  std::string title;
+  std::string pattern;
+  bool forSaving;
 };
 
 struct NoneScript {
   // Plays the user of the main dialog; the number that the dialog ends with.
   std::function<int32_t(SessionRecord* session)> mainDialog;
-  int32_t alertAnswer = 1;
+  std::vector<int32_t> alertAnswers;     // one after the other, then 1
+  std::vector<std::string> chosenPaths;  // one after the other, then cancelled; "" cancels
+  std::string cachedSettingsPath;        // "": there is none
+  char separator = '\\';
   uint32_t seconds = 1;
 };
 
 struct NoneRecord {
   std::vector<ShownAlert> alerts;  // message boxes have the name ""
+  std::vector<ShownChooser> choosers;
   int32_t mainDialogs = 0;
   int32_t aboutBoxes = 0;
 };

@@ -1,0 +1,24 @@
+#include "platform/user_files.h"
+
+#include <cstdio>
+
+#include "platform/none/none_state.h"
+
+char pathSeparator() {
+  return noneState().script.separator;
+}
+
+// This back end's paths are in the Windows character set themselves.
+void pathFromWindowsName(const char* name, char* path, int32_t bytes) {
+  std::snprintf(path, static_cast<size_t>(bytes), "%s", name);
+}
+
+void windowsNameFromPath(const char* path, char* name, int32_t bytes) {
+  std::snprintf(name, static_cast<size_t>(bytes), "%s", path);
+}
+
+bool cachedSettingsPath(bool, char* path, int32_t bytes) {
+  const std::string& scripted = noneState().script.cachedSettingsPath;
+  std::snprintf(path, static_cast<size_t>(bytes), "%s", scripted.c_str());
+  return !scripted.empty();
+}

@@ -1,0 +1,20 @@
+// user_files: what a back end supplies about files and their names. Reading and writing is the
+// standard library's.
+
+#pragma once
+
+#include <cstdint>
+
+// Between the folders of a path.
+char pathSeparator();
+
+// Picture names stand in settings files in the Windows (ANSI) character set, whatever the system.
+// Each converts a zero-terminated text, cut to what the target holds; a character that the other
+// side lacks becomes "_".
+void pathFromWindowsName(const char* name, char* path, int32_t bytes);
+void windowsNameFromPath(const char* path, char* name, int32_t bytes);
+
+// Path of the one file that keeps the settings of the user's last confirmed dialog. False when
+// there is none to be had, or when the run is cut off from the user. With `forWriting`, makes the
+// folder it lies in.
+bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes);
