@@ -45,7 +45,8 @@ constexpr int32_t kLargestTextureOffset = 1000000;
 
 constexpr SettingRange kSettingRanges[] = {
     NUMBER(shape, 1, kShapeCount, 4, kShapeNames, "cross-section of the bevel"),
-    NUMBER(radius, 2, 100, 10, nullptr, "width of the bevel in pixels, doubled in pace above 50"),
+    NUMBER(radius, 2, 100, 10, nullptr,
+           "width of the bevel in pixels; above 50 it grows twice as fast, to 150"),
     NUMBER(height, -100, 100, 60, nullptr, "height of the bevel; negative presses it in"),
     NUMBER(textureChoice, 1, kTextureChoiceFile, 6, kTextureNames,
            "relief pressed into the surface"),
@@ -58,7 +59,7 @@ constexpr SettingRange kSettingRanges[] = {
     NUMBER(gloss, 0, 100, 50, nullptr, "strength of the highlights"),
     NUMBER(glare, 0, 100, 50, nullptr, "breadth of the highlights"),
     NUMBER(reflection, 0, 100, 0, nullptr, "how much of the environment picture is mirrored"),
-    NUMBER(environmentTurns, 0, 3, 0, nullptr, "quarter turns of the environment picture"),
+    NUMBER(environmentTurns, 0, 3, 0, nullptr, "quarter turns of the environment picture file"),
     NUMBER(glassiness, 0, 100, 0, nullptr, "how much light passes through the object"),
     NUMBER(caustic, 0, 100, 50, nullptr, "light gathered behind glass; needs glassiness"),
     TOGGLE(iriTableChoice, 0, "1: the gathered light is grey instead of coloured"),

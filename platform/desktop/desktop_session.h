@@ -10,3 +10,6 @@ void keepRememberedValuesInMemory();
 
 // The clock stands at this time from now on.
 void fixClock(uint32_t seconds);
+
+// How many alerts have been reported so far, so that a program does not report a failure twice.
+int32_t reportedAlerts();

@@ -1,0 +1,29 @@
+// picture_save: planes to a picture file. A format holds what it can: resolution, profile and text
+// are lost where it has no place for them; WebP keeps no colours under alpha 0.
+
+#pragma once
+
+#include <string>
+
+#include "hosts/command_line/picture.h"
+
+struct PictureFormat {
+  const char* extension;
+  const char* library;  // the picture library's name for it
+  int quality;          // -1: it has none
+  bool holdsAlpha;
+  bool holdsColors;
+};
+
+// The format that a file's extension stands for; null when it cannot be written.
+const PictureFormat* findPictureFormat(const std::string& file);
+std::string writableExtensions();
+
+// Whether the format can hold the picture; ends the command when it cannot.
+void checkFormatHolds(const PictureFormat& format, const Picture& picture, const std::string& file);
+
+// Whether a file can be made or replaced there; ends the command when it cannot.
+void checkWritable(const std::string& file);
+
+// The file as a whole, in its place, or not at all.
+void savePicture(const Picture& picture, const PictureFormat& format, const std::string& file);

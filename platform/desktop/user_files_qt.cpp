@@ -1,0 +1,88 @@
+#include "platform/user_files.h"
+
+#include <QDir>
+#include <QStandardPaths>
+#include <QString>
+#include <cstring>
+#include <string>
+
+#include "platform/desktop/session_state.h"
+
+constexpr char16_t kNone = u'_';
+
+// Characters 0x80 to 0x9F of the Windows character set for Western Europe; all others are those of
+// the same number.
+constexpr char16_t kWindowsCharacters[32] = {
+    0x20AC, kNone,  0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, kNone,  0x017D, kNone,  kNone,  0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, kNone,  0x017E, 0x0178};
+
+char pathSeparator() {
+  return '/';
+}
+
+static char16_t fromWindows(uint8_t character) {
+  return character >= 0x80 && character < 0xA0 ? kWindowsCharacters[character - 0x80] : character;
+}
+
+static char toWindows(char32_t character) {
+  if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) {
+    return static_cast<char>(character);
+  }
+  for (int i = 0; i < 32; ++i) {
+    if (kWindowsCharacters[i] == character) return static_cast<char>(0x80 + i);
+  }
+  return kNone;
+}
+
+// Cuts between two characters of UTF-8, of which all bytes but the first begin with the bits 10.
+static void copyPath(const std::string& text, char* path, int32_t bytes) {
+  size_t length = text.size();
+  if (length >= static_cast<size_t>(bytes)) {
+    length = static_cast<size_t>(bytes) - 1;
+    while (length > 0 && (static_cast<uint8_t>(text[length]) & 0xC0) == 0x80) --length;
+  }
+  std::memcpy(path, text.data(), length);
+  path[length] = '\0';
+}
+
+void pathFromWindowsName(const char* name, char* path, int32_t bytes) {
+  if (bytes <= 0) return;
+  try {
+    QString text;
+    for (const char* at = name; *at != '\0'; ++at) text += QChar(fromWindows(uint8_t(*at)));
+    copyPath(text.toStdString(), path, bytes);
+  } catch (...) {
+    path[0] = '\0';  // out of memory
+  }
+}
+
+void windowsNameFromPath(const char* path, char* name, int32_t bytes) {
+  if (bytes <= 0) return;
+  int32_t length = 0;
+  try {
+    for (const char32_t character : QString::fromUtf8(path).toStdU32String()) {
+      if (length == bytes - 1) break;
+      name[length++] = toWindows(character);
+    }
+  } catch (...) {
+    length = 0;  // out of memory
+  }
+  name[length] = '\0';
+}
+
+bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
+  if (bytes <= 0 || runIsCutOff()) return false;
+  try {
+    const QString home = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    if (home.isEmpty()) return false;
+    const QString folder = home + "/" + kOrganisation;
+    if (forWriting && !QDir().mkpath(folder)) return false;
+    const std::string file = (folder + "/" + kApplication + ".settings").toStdString();
+    if (file.size() >= static_cast<size_t>(bytes)) return false;
+    copyPath(file, path, bytes);
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
