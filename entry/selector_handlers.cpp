@@ -7,6 +7,7 @@
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
 #include "persistence/remembered_paths.h"
+#include "persistence/settings_file.h"
 #include "pictures/run_pictures.h"
 #include "platform/clock.h"
 #include "platform/window.h"
@@ -85,6 +86,7 @@ static bool dialogConfirmed(SessionRecord* session) {
   showMainDialog(session);
   settings->showDialog = 0;
   if (*session->result != kNoError) return false;
+  saveCachedSettings(session);
   storeEnvironmentPath(session);
   storeTexturePath(session);
   return true;

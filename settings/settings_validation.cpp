@@ -3,7 +3,7 @@
 #include "entry/handles.h"
 #include "entry/load_mark.h"
 #include "entry/session_record.h"
-#include "persistence/remembered_paths.h"
+#include "persistence/settings_file.h"
 #include "settings/settings_defaults.h"
 
 static void dropDeadPointers(EffectSettings* settings) {
@@ -32,5 +32,5 @@ void validateSettings(SessionRecord* session) {
   fillDefaultSettings(settings);
   settings->loadMark = loadMark();
   session->shading.tablesBuilt = 0;
-  readPictureFolder(session);
+  loadCachedSettings(session);
 }

@@ -1,8 +1,12 @@
 #include "platform/alerts.h"
 
+#include <QApplication>
+#include <QMessageBox>
 #include <cstdio>
 
+#include "platform/desktop/alert_dialog_qt.h"
 #include "platform/desktop/desktop_session.h"
+#include "platform/desktop/session_state.h"
 
 constexpr int32_t kCancelButton = 1;  // the number of every alert's Cancel
 
@@ -19,22 +23,47 @@ static void printText(const char* text) {
   }
 }
 
-void showPlatformMessage(const char* caption, const char* text) {
-  ++alertCount;
+bool programHasWindows() {
+  return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+static void reportMessage(const char* caption, const char* text) {
   printText(caption);
   std::fputs(": ", stderr);
   printText(text);
   std::fputc('\n', stderr);
 }
 
-// A program without windows reports on standard error and goes on as if Cancel had been pressed.
-int32_t showPlatformAlert(const AlertContent& content) {
-  ++alertCount;
+static void reportAlert(const AlertContent& content) {
   printText(content.title);
   for (int32_t i = 0; i < content.textCount; ++i) {
     std::fputs(i == 0 ? ": " : " ", stderr);
     printText(content.texts[i].text);
   }
   std::fputc('\n', stderr);
-  return kCancelButton;
+}
+
+void showPlatformMessage(const char* caption, const char* text) {
+  ++alertCount;
+  if (!programHasWindows()) return reportMessage(caption, text);
+  try {
+    QMessageBox(QMessageBox::Critical, QString::fromUtf8(caption), QString::fromUtf8(text)).exec();
+  } catch (...) {
+    reportMessage(caption, text);  // out of memory
+  }
+}
+
+// A program without windows reports on standard error and goes on as if Cancel had been pressed.
+int32_t showPlatformAlert(const AlertContent& content) {
+  ++alertCount;
+  if (!programHasWindows()) {
+    reportAlert(content);
+    return kCancelButton;
+  }
+  try {
+    return runAlertDialog(content);
+  } catch (...) {
+    reportAlert(content);  // out of memory
+    return kCancelButton;
+  }
 }

@@ -5,5 +5,9 @@
 constexpr char kOrganisation[] = "Quorrelin";
 constexpr char kApplication[] = "Morvalis";
 
+// Whether the program has windows: it then shows its alerts and choosers, and reports on standard
+// error otherwise.
+bool programHasWindows();
+
 // Whether keepRememberedValuesInMemory has cut the run off from the user.
 bool runIsCutOff();

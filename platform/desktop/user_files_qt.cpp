@@ -1,12 +1,14 @@
 #include "platform/user_files.h"
 
 #include <QDir>
-#include <QStandardPaths>
 #include <QString>
 #include <cstring>
 #include <string>
 
 #include "platform/desktop/session_state.h"
+
+constexpr char kStateFolder[] = "morvalis";
+constexpr char kCachedSettingsName[] = "Morvalis cached settings";
 
 constexpr char16_t kNone = u'_';
 
@@ -71,14 +73,21 @@ void windowsNameFromPath(const char* path, char* name, int32_t bytes) {
   name[length] = '\0';
 }
 
+// The folder for what a program remembers of its last run. A relative path in the variable is to
+// be ignored, as in every variable of this kind.
+static QString stateFolder() {
+  const QString configured = qEnvironmentVariable("XDG_STATE_HOME");
+  const QString base =
+      QDir::isAbsolutePath(configured) ? configured : QDir::homePath() + "/.local/state";
+  return base + "/" + kStateFolder;
+}
+
 bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
   if (bytes <= 0 || runIsCutOff()) return false;
   try {
-    const QString home = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    if (home.isEmpty()) return false;
-    const QString folder = home + "/" + kOrganisation;
+    const QString folder = stateFolder();
     if (forWriting && !QDir().mkpath(folder)) return false;
-    const std::string file = (folder + "/" + kApplication + ".settings").toStdString();
+    const std::string file = (folder + "/" + kCachedSettingsName).toStdString();
     if (file.size() >= static_cast<size_t>(bytes)) return false;
     copyPath(file, path, bytes);
     return true;

@@ -1,0 +1,199 @@
+// The Qt back end with its windows: alerts, choosers, remembered values, names between systems.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QImage>
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <functional>
+
+#include "entry/handles.h"
+#include "persistence/path_parts.h"
+#include "persistence/settings_file.h"
+#include "persistence/settings_items.h"
+#include "pictures/run_pictures.h"
+#include "platform/choosers.h"
+#include "platform/remembered_values.h"
+#include "platform/user_files.h"
+#include "services/alerts.h"
+#include "tests/desktop/desktop_session_fixture.h"
+
+// Plays the user: answers one modal window after another, in order.
+class Visitor {
+ public:
+  using Answer = std::function<void(QWidget* window)>;
+
+  explicit Visitor(std::vector<Answer> answers) : answers_(std::move(answers)) {
+    QObject::connect(&timer_, &QTimer::timeout, [this] { visit(); });
+    timer_.start(5);
+  }
+  size_t answered() const {
+    return next_;
+  }
+
+ private:
+  void visit() {
+    QWidget* window = QApplication::activeModalWidget();
+    if (window == nullptr || window == last_ || next_ == answers_.size()) return;
+    last_ = window;
+    answers_[next_++](window);
+    last_ = nullptr;
+  }
+
+  std::vector<Answer> answers_;
+  size_t next_ = 0;
+  QWidget* last_ = nullptr;
+  QTimer timer_;
+};
+
+static Visitor::Answer press(const char* button) {
+  return [button](QWidget* window) {
+    auto* push = window->findChild<QPushButton*>(button);
+    ASSERT_NE(push, nullptr) << button;
+    push->click();
+  };
+}
+
+static Visitor::Answer choose(const QString& path) {
+  return [path](QWidget* window) {
+    auto* dialog = qobject_cast<QFileDialog*>(window);
+    ASSERT_NE(dialog, nullptr);
+    dialog->selectFile(path);
+    static_cast<QDialog*>(dialog)->accept();
+  };
+}
+
+static void cancelChooser(QWidget* window) {
+  ASSERT_NE(qobject_cast<QFileDialog*>(window), nullptr);
+  qobject_cast<QDialog*>(window)->reject();
+}
+
+TEST(QtAlerts, TitlesTextsButtons) {
+  setAlertParameters("texture", "gold.bmp", nullptr, nullptr);
+  bool looked = false;
+  const Visitor visitor({[&looked](QWidget* window) {
+    EXPECT_EQ(window->windowTitle(), "Can't open file");
+    EXPECT_EQ(window->findChild<QLabel*>("text99")->text(),
+              "Can't open the texture file \"gold.bmp\".");
+    EXPECT_TRUE(window->findChild<QLabel*>("text100")->text().contains("\n\nOr, help Morvalis"));
+    EXPECT_EQ(window->findChild<QPushButton*>("button2")->text(), "Find folder...");
+    EXPECT_TRUE(window->findChild<QPushButton*>("button1")->isDefault());
+    // Everything that is said fits its place.
+    for (const QLabel* label : window->findChildren<QLabel*>()) {
+      EXPECT_TRUE(window->rect().contains(label->geometry()));
+      EXPECT_LE(label->heightForWidth(label->width()), label->height());
+    }
+    looked = true;
+    window->findChild<QPushButton*>("button2")->click();
+  }});
+  EXPECT_EQ(showAlert(kFileNotFoundAlert), kFindFolder);
+  EXPECT_TRUE(looked);
+}
+
+TEST(QtAlerts, CancelAndClosing) {
+  const Visitor visitor({press("button1"), [](QWidget* window) { window->close(); },
+                         [](QWidget* window) { window->close(); }});
+  EXPECT_EQ(showAlert(kNotEnoughMemoryAlert), 1);
+  EXPECT_EQ(showAlert(kNotEnoughMemoryAlert), -1);
+  showStringAlert(kPreviewUnavailableString);
+  EXPECT_EQ(visitor.answered(), 3U);
+}
+
+static void savePicture(const QString& path) {
+  QImage picture(64, 64, QImage::Format_RGB888);
+  picture.fill(QColor(210, 20, 10));
+  ASSERT_TRUE(picture.save(path, "BMP"));
+}
+
+// The folder that the user shows need not carry the usual name.
+TEST(QtNotFoundFlow, FindFolderCancelledThenShown) {
+  QTemporaryDir folder;
+  const QString shown = folder.path() + "/pictures here/";
+  ASSERT_TRUE(QDir().mkpath(shown));
+  savePicture(shown + "gold raum \u00e4.bmp");
+  savePicture(shown + "any.bmp");
+  DesktopSession desktop;
+  desktop.writePreset(folder.path() + "/p.q9q", "Gold Raum \xE4.BMP");
+  const Visitor visitor(
+      {press("button2"), cancelChooser, press("button2"), choose(shown + "any.bmp")});
+  readSettingsFile(desktop.session(), desktop.presetPath(), /*loadPictures=*/true);
+  EXPECT_EQ(visitor.answered(), 4U);
+  EXPECT_EQ(QString::fromUtf8(desktop.settings()->environmentPath), shown + "gold raum \u00e4.bmp");
+  char remembered[260] = {};
+  ASSERT_TRUE(readRememberedValue("EnviroPath", remembered, sizeof(remembered)));
+  EXPECT_EQ(QString::fromUtf8(remembered), shown);
+  // The name goes back into a preset as it came.
+  char name[260];
+  fileNameForSettings(desktop.settings()->environmentPath, name);
+  EXPECT_STREQ(name, "gold raum \xE4.bmp");
+}
+
+TEST(QtNotFoundFlow, Cancelled) {
+  QTemporaryDir folder;
+  DesktopSession desktop;
+  desktop.writePreset(folder.path() + "/p.q9q", "missing");
+  const Visitor visitor({press("button1")});
+  readSettingsFile(desktop.session(), desktop.presetPath(), /*loadPictures=*/true);
+  EXPECT_EQ(visitor.answered(), 1U);
+  EXPECT_STREQ(desktop.settings()->environmentPath, "");
+}
+
+TEST(QtChoosers, PathsThatFitAndPathsThatDoNot) {
+  QTemporaryDir folder;
+  savePicture(folder.path() + "/a.bmp");
+  const FileChooser chooser = {"Open", "Bitmap files (*.bmp)", "*.bmp", "bmp"};
+  char path[260];
+  {
+    const Visitor visitor({choose(folder.path() + "/a.bmp")});
+    EXPECT_TRUE(choosePlatformFileToOpen(chooser, path, sizeof(path)));
+    EXPECT_EQ(QString::fromUtf8(path), folder.path() + "/a.bmp");
+  }
+  {
+    const Visitor visitor({choose(folder.path() + "/a.bmp")});
+    EXPECT_FALSE(choosePlatformFileToOpen(chooser, path, 10));
+    EXPECT_STREQ(path, "");
+  }
+}
+
+TEST(DesktopFiles, CachedSettingsAndNames) {
+  char path[260];
+  ASSERT_TRUE(cachedSettingsPath(/*forWriting=*/true, path, sizeof(path)));
+  EXPECT_EQ(QString::fromUtf8(path),
+            qEnvironmentVariable("XDG_STATE_HOME") + "/morvalis/Morvalis cached settings");
+  DesktopSession desktop;
+  desktop.settings()->gloss = 93;
+  saveCachedSettings(desktop.session());
+  desktop.settings()->gloss = 0;
+  loadCachedSettings(desktop.session());
+  EXPECT_EQ(desktop.settings()->gloss, 93);
+  EXPECT_FALSE(cachedSettingsPath(false, path, 20));
+
+  // Every Windows character comes back from a path as it went in, but for the unassigned ones.
+  for (int32_t code = 1; code < 256; ++code) {
+    const char name[2] = {static_cast<char>(code), 0};
+    char back[8];
+    pathFromWindowsName(name, path, sizeof(path));
+    windowsNameFromPath(path, back, sizeof(back));
+    const bool unassigned =
+        code == 0x81 || code == 0x8D || code == 0x8F || code == 0x90 || code == 0x9D;
+    EXPECT_EQ(static_cast<uint8_t>(back[0]), unassigned ? '_' : code);
+  }
+  char cut[4];
+  pathFromWindowsName("ab\xE4\xE4", cut, sizeof(cut));
+  EXPECT_STREQ(cut, "ab") << "no half character";
+}
+
+TEST(DesktopFiles, RememberedValues) {
+  char text[20] = "before";
+  EXPECT_FALSE(readRememberedValue("Nothing", text, sizeof(text)));
+  EXPECT_STREQ(text, "before");
+  writeRememberedValue("TextureFile", "/b\xC3\xA4r/leder.bmp");
+  ASSERT_TRUE(readRememberedValue("TextureFile", text, sizeof(text)));
+  EXPECT_STREQ(text, "/b\xC3\xA4r/leder.bmp");
+}
