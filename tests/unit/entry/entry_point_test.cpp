@@ -3,7 +3,9 @@
 #include "entry/entry_point.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <cstdio>
 #include <cstring>
 
 #include "entry/handles.h"
@@ -12,6 +14,7 @@
 #include "geometry/row_requests.h"
 #include "hosts/substitute_host/host_state.h"
 #include "platform/none/none_script.h"
+#include "platform/remembered_values.h"
 #include "settings/light_angles.h"
 #include "tests/support/host_runs.h"
 
@@ -147,6 +150,30 @@ TEST_F(EntryPoint, ConfirmedDialogRendersAndRemembersThePictures) {
   EXPECT_EQ(repeatFilter(), 0);
   EXPECT_EQ(noneRecord().mainDialogs, 1);
   EXPECT_EQ(filteredPicture().samples, first);
+}
+
+TEST_F(EntryPoint, NewSessionStartsWithTheLastConfirmedSettings) {
+  const std::string path = ::testing::TempDir() + "morvalis-cached-" + std::to_string(getpid());
+  noneScript().cachedSettingsPath = path;
+  openHost({}, testPicture(20, 10, 3), {});
+  noneScript().mainDialog = [](SessionRecord* session) {
+    settingsOf(session)->gloss = 81;
+    *session->result = -128;
+    return 2;
+  };
+  EXPECT_EQ(runFilter(), -128);
+  EXPECT_EQ(std::fopen(path.c_str(), "rb"), nullptr) << "a cancelled dialog writes nothing";
+  noneScript().mainDialog = [](SessionRecord* session) {
+    settingsOf(session)->gloss = 82;
+    return 3;
+  };
+  EXPECT_EQ(runFilter(), 0);
+  forgetModule();
+  writeRememberedValue("EnviroPath", "C:\\pictures\\");
+  EXPECT_EQ(callSelector(kSelectorPrepare), 0);
+  EXPECT_EQ(hostSettings()->gloss, 82);
+  EXPECT_STREQ(hostSettings()->pictureFolder, "C:\\pictures\\");
+  std::remove(path.c_str());
 }
 
 TEST_F(EntryPoint, CancelledDialogLeavesNothing) {
