@@ -11,4 +11,4 @@ mkdir -p "$pictures"
 "$sheet" "$pictures/after.jpg" 1 600 "$out/gold.png"
 "$sheet" "$pictures/gallery.jpg" 2 420 "$out/glass.png" "$out/copper.png" "$out/film.png" \
   "$out/stone.png" "$out/wood.png" "$out/leather.png"
-ls -l "$pictures"
+echo "Made before.jpg, after.jpg and gallery.jpg in $pictures"

@@ -52,7 +52,7 @@ edgeHeader='platform/+([^/]).h'
 backEnd='platform/+([^/])/*'
 
 # What a host may know of the module.
-hostMayInclude='@(entry/host_interface.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|platform/desktop/desktop_session.h|hosts/*)'
+hostMayInclude='@(entry/host_interface.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|platform/desktop/desktop_session.h|persistence/settings_codec.h|persistence/settings_items.h|persistence/path_parts.h|entry/handles.h|hosts/*)'
 qtMayStandIn='@(platform/desktop|hosts/command_line|hosts/desktop|tests/command_line|tests/desktop|samples)/*'
 mayIncludeAnything='@(tests|bench|fuzz)/*'
 
