@@ -23,10 +23,10 @@ struct PatternChoice {
 
 // By texture choice, from 1.
 constexpr PatternChoice kPatternChoices[] = {
-    {kPatternFlat, 5, 1, 1, 0},    {kPatternWalk, 5, 1, 1, 0},  {kPatternWalk, 5, 1, 3, 0},
-    {kPatternWalk, 5, 1, 5, 0},    {kPatternWalk, 5, 1, 2, 0},  {kPatternStripes, 4, 3, 3, 40},
+    {kPatternFlat, 5, 1, 1, 0},     {kPatternWalk, 5, 1, 1, 0},  {kPatternWalk, 5, 1, 3, 0},
+    {kPatternWalk, 5, 1, 5, 0},     {kPatternWalk, 5, 1, 2, 0},  {kPatternStripes, 4, 3, 3, 40},
     {kPatternCobbles, 5, 2, 55, 0}, {kPatternCells, 5, 2, 3, 0}, {kPatternNoise, 5, 3, 3, 0},
-    {kPatternNoise, 5, 3, 3, 0},   {kPatternNoise, 5, 3, 3, 0}, {kPatternStripes, 5, 3, 2, 40}};
+    {kPatternNoise, 5, 3, 3, 0},    {kPatternNoise, 5, 3, 3, 0}, {kPatternStripes, 5, 3, 2, 40}};
 
 void prepareTexture(SessionRecord* session) {
   if (settingsOf(session)->textureChoice != kTextureChoiceFile) generateTexture(session);

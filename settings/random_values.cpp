@@ -4,7 +4,7 @@
 #include "settings/effect_settings.h"
 
 int32_t randomInRange(int32_t lo, int32_t hi) {
-  if (hi <= lo) return lo;
+  if (hi < lo) return lo;
   for (;;) {
     const int64_t value = int64_t{lo} + (randomNumber() >> 4 & 255);
     if (value <= hi) return static_cast<int32_t>(value);
