@@ -2,7 +2,9 @@
 
 #include "entry/entry_point.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "entry/handles.h"
 #include "entry/load_mark.h"
@@ -27,31 +29,32 @@ static void initialiseSession(SessionRecord* session, FilterRecord* filter, int1
   // A run whose dialog is never shown has to build its height field too.
   session->render.buildHeightField = 1;
   validateSettings(session);
+  unlockSettings(session);
 }
 
-// A record that comes back from another load of the module keeps its values; the blocks it points
-// to went with that load.
-static void dropDeadPointers(SessionRecord* session) {
-  if (session->loadMark == loadMark()) return;
-  RenderState* render = &session->render;
-  render->lineBuffer = {};
-  render->heightField = {};
-  render->coneKernel = {};
-  render->edgeKernel = {};
-  render->environmentTable = {};
-  render->textureTable = {};
-  render->running = 0;
-  session->pictures = {};
-  session->loadMark = loadMark();
+// Handles of the session records made since the module was loaded. What else stands in a slot comes
+// from an earlier load, as a number or as copied bytes, and may not even be looked at; nothing in a
+// session record has to outlive its load.
+constexpr int32_t kRememberedSessions = 16;
+static Handle issuedSessions[kRememberedSessions];
+static int32_t issuedCount = 0;
+
+static bool wasIssued(Handle handle) {
+  return std::find(std::begin(issuedSessions), std::end(issuedSessions), handle) !=
+         std::end(issuedSessions);
 }
 
 static SessionRecord* keptSession(FilterRecord* filter, intptr_t slot, int16_t* result) {
   auto handle = reinterpret_cast<Handle>(slot);
-  if (handle == nullptr || !handleMayHold(filter, handle, sizeof(SessionRecord))) return nullptr;
+  if (handle == nullptr || !wasIssued(handle)) return nullptr;
+  if (!handleMayHold(filter, handle, sizeof(SessionRecord))) return nullptr;
   auto* session = static_cast<SessionRecord*>(lockHandle(filter, handle, /*moveHigh=*/true));
   if (session == nullptr) return nullptr;
-  enterSession(session, filter, result);
-  dropDeadPointers(session);
+  if (session->loadMark != loadMark()) {
+    initialiseSession(session, filter, result);
+  } else {
+    enterSession(session, filter, result);
+  }
   return session;
 }
 
@@ -64,8 +67,19 @@ static SessionRecord* newSession(FilterRecord* filter, intptr_t* slot, int16_t* 
     return nullptr;
   }
   initialiseSession(session, filter, result);
+  issuedSessions[issuedCount++ % kRememberedSessions] = handle;
   *slot = reinterpret_cast<intptr_t>(handle);
   return session;
+}
+
+static void runSelector(int16_t selector, SessionRecord* session) {
+  if (selector < kSelectorParameters || selector > kSelectorFinish) {
+    *session->result = kFilterBadParameters;
+    return;
+  }
+  // The settings stay in place for the whole call, the dialog and all callbacks included.
+  if (lockSettings(session)) kHandlers[selector - kSelectorParameters](session);
+  unlockSettings(session);
 }
 
 void MORVALIS_CALL ENTRYPOINT(int16_t selector, void* parameterBlock, intptr_t* dataSlot,
@@ -84,10 +98,6 @@ void MORVALIS_CALL ENTRYPOINT(int16_t selector, void* parameterBlock, intptr_t* 
     *result = kMemoryFull;
     return;
   }
-  if (selector >= kSelectorParameters && selector <= kSelectorFinish) {
-    kHandlers[selector - kSelectorParameters](session);
-  } else {
-    *result = kFilterBadParameters;
-  }
+  runSelector(selector, session);
   unlockHandle(filter, reinterpret_cast<Handle>(*dataSlot));
 }

@@ -5,7 +5,10 @@
 struct MasterBlock {
   void* data;  // must come first: a handle is read through its first word
   int32_t bytes;
+  MasterBlock* next;  // of the handles that live
 };
+
+static MasterBlock* livingHandles = nullptr;
 
 static MasterBlock* masterOf(Handle handle) {
   return reinterpret_cast<MasterBlock*>(handle);
@@ -33,10 +36,8 @@ void disposeHandle(const FilterRecord* filter, Handle handle) {
 
 void* lockHandle(const FilterRecord* filter, Handle handle, bool moveHigh) {
   const HandleProcs* procs = filter->handleProcs;
-  if (hostHandlesUsable(procs) && procs->lockProc != nullptr) {
-    return procs->lockProc(handle, moveHigh ? 1 : 0);
-  }
-  return *handle;
+  if (!hostHandlesUsable(procs)) return isModuleHandle(handle) ? *handle : nullptr;
+  return procs->lockProc != nullptr ? procs->lockProc(handle, moveHigh ? 1 : 0) : *handle;
 }
 
 void unlockHandle(const FilterRecord* filter, Handle handle) {
@@ -45,7 +46,7 @@ void unlockHandle(const FilterRecord* filter, Handle handle) {
 }
 
 bool handleMayHold(const FilterRecord* filter, Handle handle, int32_t bytes) {
-  if (!hostHandlesUsable(filter->handleProcs)) return true;
+  if (!hostHandlesUsable(filter->handleProcs)) return moduleHandleSize(handle) >= bytes;
   const int32_t size = filter->handleProcs->getSizeProc(handle);
   return size <= 0 || size >= bytes;
 }
@@ -60,15 +61,27 @@ Handle newModuleHandle(int32_t bytes) {
     return nullptr;
   }
   master->bytes = bytes;
+  master->next = livingHandles;
+  livingHandles = master;
   return &master->data;
 }
 
+bool isModuleHandle(Handle handle) {
+  MasterBlock* master = livingHandles;
+  while (master != nullptr && &master->data != handle) master = master->next;
+  return master != nullptr && handle != nullptr;
+}
+
 int32_t moduleHandleSize(Handle handle) {
-  return handle == nullptr ? 0 : masterOf(handle)->bytes;
+  return isModuleHandle(handle) ? masterOf(handle)->bytes : 0;
 }
 
 void disposeModuleHandle(Handle handle) {
-  if (handle == nullptr) return;
-  freeModuleBlock(masterOf(handle)->data);
-  freeModuleBlock(masterOf(handle));
+  if (!isModuleHandle(handle)) return;
+  MasterBlock* master = masterOf(handle);
+  MasterBlock** link = &livingHandles;
+  while (*link != master) link = &(*link)->next;
+  *link = master->next;
+  freeModuleBlock(master->data);
+  freeModuleBlock(master);
 }

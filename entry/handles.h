@@ -26,5 +26,9 @@ bool handleMayHold(const FilterRecord* filter, Handle handle, int32_t bytes);
 // The module's own handles: a master block whose first word is the address of the zero-filled
 // data block. Null when either cannot be had.
 Handle newModuleHandle(int32_t bytes);
-int32_t moduleHandleSize(Handle handle);  // bytes; 0 for a missing handle
-void disposeModuleHandle(Handle handle);  // a missing handle is ignored
+int32_t moduleHandleSize(Handle handle);  // bytes; 0 for a handle that is not ours
+void disposeModuleHandle(Handle handle);  // a handle that is not ours is ignored
+
+// Whether newModuleHandle has made this handle since the module was loaded, and it has not been
+// disposed of. Handles come back from hosts and from copied blocks, sometimes dead.
+bool isModuleHandle(Handle handle);

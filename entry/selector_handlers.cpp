@@ -99,10 +99,13 @@ static void startFinalRender(SessionRecord* session) {
   settings->previewMode = 0;
   lightAngles(settings);
   render->renderedRect = filter->filterRect;
+  render->renderedPlanes = filter->planes;
   setGeometry(session, filter->filterRect, 1);
   renderSetUp(session);
   if (*session->result != kNoError) return endRun(session);
   render->maskPass = render->phase == kPhaseShade ? 0 : 1;
+  *session->result = withdrawForRate(session, kFixedOne);
+  if (*session->result != kNoError) return endRun(session);
   requestRowRects(session);
   if (filter->advanceState != nullptr) *session->result = filter->advanceState();
 }
@@ -112,6 +115,7 @@ void doStart(SessionRecord* session) {
   // An aborted run leaves its buffers, and hosts need not call Finish.
   freeBuffers(session);
   session->render.running = 0;
+  session->render.requestedRate = 0;
   validateSettings(session);
   EffectSettings* settings = settingsOf(session);
   if (settings == nullptr) return emptyRects(session);
@@ -134,17 +138,25 @@ static bool sameRect(const Rectangle& a, const Rectangle& b) {
   return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
 }
 
+// Buffers and rows were asked for what the record said at Start; a host that changes it in the
+// middle, even in a callback, gets no further row.
+static bool recordUnchanged(const SessionRecord* session) {
+  const FilterRecord* filter = session->filter;
+  return filter->parameters != nullptr && filter->parameters == session->lockedSettings &&
+         sameRect(filter->filterRect, session->render.renderedRect) &&
+         filter->planes == session->render.renderedPlanes;
+}
+
 void doContinue(SessionRecord* session) {
   RenderState* render = &session->render;
   const FilterRecord* filter = session->filter;
   if (render->running != 1) return endRun(session);
-  if (settingsOf(session) == nullptr || !sameRect(filter->filterRect, render->renderedRect)) {
-    // The buffers were made for another rectangle.
-    *session->result = kFilterBadParameters;
-    return endRun(session);
-  }
   do {
     do {
+      if (!recordUnchanged(session)) {
+        *session->result = kFilterBadParameters;
+        return endRun(session);
+      }
       step(session);
       if (*session->result != kNoError) return;
     } while (render->internalPass == 1);

@@ -18,6 +18,12 @@ struct SessionPictures {
   PictureSurface* texture;
 };
 
+// What the dialog leaves in the session between its procedures.
+constexpr int32_t kDialogControls = 100;
+struct SessionDialog {
+  uint8_t controlEnabled[kDialogControls];  // by control id
+};
+
 struct SessionRecord {
   int16_t* result;       // the host's result word, 0 for success; fresh at every call
   FilterRecord* filter;  // the host's filter record; fresh at every call
@@ -27,7 +33,14 @@ struct SessionRecord {
   ShadingTables shading;
   PatternState pattern;
   SessionPictures pictures;
+  SessionDialog dialog;
+  Handle lockedSettings;  // parameter handle locked for the current call, null for none
 };
+
+// Whether the render in progress is the dialog's preview.
+inline bool isPreview(const EffectSettings* settings) {
+  return settings->previewMode != 0;
+}
 
 // The settings in the host's parameter handle; null while there are none.
 inline EffectSettings* settingsOf(const SessionRecord* session) {

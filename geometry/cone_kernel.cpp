@@ -16,7 +16,7 @@ void radiusConstants(SessionRecord* session) {
   // Beyond 50 the slider moves at twice the pace, to 150 pixels at its end.
   int32_t radius = std::clamp(settings->radius, 1, kLargestRadiusSetting);
   if (radius > 50) radius = 2 * radius - 50;
-  if (settings->previewMode == 1) radius /= std::max(settings->previewScale, 1);
+  if (isPreview(settings)) radius /= std::max(settings->previewScale, 1);
   render->effRadius = std::max(radius, 1);
   render->kernelStride = 2 * render->effRadius + 2;
 }

@@ -21,7 +21,8 @@ void computeBufferSizes(SessionRecord* session);
 // tables are left for Start to check.
 void allocateBuffers(SessionRecord* session);
 
-// Releases the pictures and the six buffers. Safe to call twice.
+// Releases the pictures and the six buffers. Safe to call twice. Buffers of a host that has ceased
+// to offer its buffer services stay with that host.
 void freeBuffers(SessionRecord* session);
 
 // Whether the buffers hold a render of the present geometry.

@@ -13,8 +13,7 @@ struct RenderBuffer {
   uint64_t bytes;
 };
 
-// The passes of a render, in order. The numbers are kept from one build to the next because
-// field dumps are named after them.
+// The passes of a render, in order. Recorded height fields are named after these numbers.
 constexpr int32_t kPhaseStamp = 0;
 constexpr int32_t kPhaseBorder = 1;
 constexpr int32_t kPhaseSmoothForward = 70;
@@ -52,12 +51,14 @@ struct RenderState {
   uint8_t running;
   uint8_t internalPass;      // the pass needs nothing from the host
   uint8_t maskPass;          // the host must deliver the mask rather than image rows
-  uint8_t buildHeightField;  // 0: shade the height field that is there
+  uint8_t buildHeightField;  // 0: shade whatever the field buffer holds
   int32_t progressDone;
   int32_t progressTotal;
+  int32_t requestedRate;   // of the last exchange, 16.16 fixed point; 0 before the first
   int32_t bandTop;         // row of the filter rectangle where the delivered mask begins
   Rectangle previewFrame;  // the dialog's preview area; a preview image is never larger
   Rectangle renderedRect;  // filter rectangle that the final render was started for
+  int16_t renderedPlanes;
 
   int32_t effRadius;         // 1 to kLargestRadius
   int32_t coneStep;          // the cone's value at distance 1

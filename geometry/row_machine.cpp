@@ -91,7 +91,7 @@ void step(SessionRecord* session) {
   RenderState* render = &session->render;
   if (render->running != 1) return;
   const FilterRecord* filter = session->filter;
-  const bool final = settingsOf(session)->previewMode == 0;
+  const bool final = !isPreview(settingsOf(session));
   if (final && filter->progressProc != nullptr) {
     filter->progressProc(render->progressDone, render->progressTotal);
   }
@@ -107,6 +107,9 @@ void runPreview(SessionRecord* session) {
   RenderState* render = &session->render;
   const FilterRecord* filter = session->filter;
   render->bandTop = 0;
+  render->running = 0;
+  // A thin picture, reduced, may have no rows left to show.
+  if (render->renderWidth < 1 || render->renderHeight < 1) return;
   renderSetUp(session);
   if (filter->advanceState == nullptr) return;
   if (filter->displayPixels == nullptr) {

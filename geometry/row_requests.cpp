@@ -35,7 +35,7 @@ static Rectangle maskBand(const Rectangle& rect, int32_t row) {
 void requestRowRects(SessionRecord* session) {
   FilterRecord* filter = session->filter;
   RenderState* render = &session->render;
-  const Rectangle& rect = filter->filterRect;
+  const Rectangle& rect = render->renderedRect;
   setGeometry(session, rect, 1);
   const int32_t row = rect.top + std::max(render->row, 0);
   filter->inRect = rowsOf(rect, row, row + 1);
@@ -56,6 +56,15 @@ void emptyRects(SessionRecord* session) {
   session->filter->inRect = {};
   session->filter->outRect = {};
   session->filter->maskRect = {};
+}
+
+int16_t withdrawForRate(SessionRecord* session, int32_t rate) {
+  const FilterRecord* filter = session->filter;
+  const int32_t before = session->render.requestedRate;
+  session->render.requestedRate = rate;
+  if (before == 0 || before == rate || filter->advanceState == nullptr) return kNoError;
+  emptyRects(session);
+  return filter->advanceState();
 }
 
 static Rectangle previewRect(const SessionRecord* session, int32_t factor) {
@@ -79,10 +88,13 @@ static Rectangle previewRect(const SessionRecord* session, int32_t factor) {
 void requestPreviewImage(SessionRecord* session, int32_t factor) {
   FilterRecord* filter = session->filter;
   const int32_t reduction = std::clamp(factor, 1, int32_t{INT16_MAX});
+  const int16_t error = withdrawForRate(session, reduction * kFixedOne);
   filter->inRect = previewRect(session, reduction);
   filter->outRect = filter->inRect;
   if (filter->haveMask != 0) filter->maskRect = filter->inRect;
   requestAllPlanes(filter, reduction * kFixedOne);
-  if (filter->advanceState != nullptr) *session->result = filter->advanceState();
+  if (filter->advanceState != nullptr) {
+    *session->result = error == kNoError ? filter->advanceState() : error;
+  }
   setGeometry(session, filter->inRect, reduction);
 }

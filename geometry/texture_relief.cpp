@@ -42,7 +42,7 @@ static TexelTaps texelTaps(int64_t coordinate, int32_t size) {
 
 // Preview origin in texel units; the final render starts at the filter rectangle's corner.
 static int64_t previewShift(const EffectSettings* settings, int32_t origin, int32_t scale) {
-  if (settings->previewMode != 1) return 0;
+  if (!isPreview(settings)) return 0;
   return int64_t{origin} * kTexelUnits * scale / 100;
 }
 
@@ -52,7 +52,11 @@ static int64_t positionOf(const EffectSettings* settings, int32_t pixel, int32_t
 
 // Hundredths of a texel per pixel: from 16 texels down to an eighth.
 static int32_t scaleFactor(int32_t textureScale) {
-  const int32_t factor = truncateToInt32(100 * std::pow(2.0, 4 - 7.0 * textureScale / 100));
+  // The whole part of the exponent is taken apart, so that the whole powers come out exact.
+  const double exponent = std::clamp(4 - 7.0 * textureScale / 100, -1000.0, 1000.0);
+  const double whole = std::floor(exponent);
+  const double power = std::ldexp(std::pow(2.0, exponent - whole), static_cast<int>(whole));
+  const int32_t factor = truncateToInt32(100 * power);
   return std::clamp(factor, 1, kLargestScaleFactor);
 }
 

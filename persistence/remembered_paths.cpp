@@ -10,12 +10,6 @@ constexpr char kPictureFolderValue[] = "EnviroPath";
 constexpr char kEnvironmentValue[] = "ChromeFile";
 constexpr char kTextureValue[] = "TextureFile";
 
-// A damaged block may have lost the zero byte at the end of a path.
-static void storePath(const char* name, char* path) {
-  path[kPathBytes - 1] = 0;
-  writeRememberedValue(name, path);
-}
-
 void readPictureFolder(SessionRecord* session) {
   EffectSettings* settings = settingsOf(session);
   settings->pictureFolder[0] = 0;
@@ -23,7 +17,7 @@ void readPictureFolder(SessionRecord* session) {
 }
 
 void storePictureFolder(SessionRecord* session) {
-  storePath(kPictureFolderValue, settingsOf(session)->pictureFolder);
+  writeRememberedValue(kPictureFolderValue, settingsOf(session)->pictureFolder);
 }
 
 void restoreEnvironmentPath(SessionRecord* session) {
@@ -44,9 +38,9 @@ void restoreTexturePath(SessionRecord* session) {
 }
 
 void storeEnvironmentPath(SessionRecord* session) {
-  storePath(kEnvironmentValue, settingsOf(session)->environmentPath);
+  writeRememberedValue(kEnvironmentValue, settingsOf(session)->environmentPath);
 }
 
 void storeTexturePath(SessionRecord* session) {
-  storePath(kTextureValue, settingsOf(session)->texturePath);
+  writeRememberedValue(kTextureValue, settingsOf(session)->texturePath);
 }

@@ -4,5 +4,5 @@
 
 struct SessionRecord;
 
-// Frees both surfaces and empties the settings' fields. Safe to call twice, and without settings.
+// Frees both surfaces and empties the settings' fields. Safe to call twice, and while the host holds no settings.
 void releasePictures(SessionRecord* session);

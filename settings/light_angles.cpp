@@ -17,7 +17,10 @@ static int32_t compassAngle(int32_t h, int32_t v) {
   }
   const double up = -static_cast<double>(v) * 66;
   const float quotient = static_cast<float>(static_cast<double>(h) * 66 / up);
-  double angle = std::atan(static_cast<double>(quotient)) * kDegreesPerRadian;
+  // The diagonals are whole by definition; an arc tangent may miss them by its last bit.
+  double angle = quotient == 1 || quotient == -1
+                     ? 45 * static_cast<double>(quotient)
+                     : std::atan(static_cast<double>(quotient)) * kDegreesPerRadian;
   if (up < 1) angle += 180;
   const int32_t whole = truncateToInt32(angle);
   return whole < 0 ? whole + 360 : whole;

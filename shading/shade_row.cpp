@@ -304,14 +304,16 @@ struct HostRows {
 static bool hostRows(const SessionRecord* session, HostRows* rows) {
   const FilterRecord* filter = session->filter;
   if (filter->inData == nullptr || filter->outData == nullptr) return false;
-  const bool preview = settingsOf(session)->previewMode != 0;
+  const bool preview = isPreview(settingsOf(session));
   const int64_t r = preview ? session->render.currentRow : 0;
   rows->in = filter->inData + r * filter->inRowBytes;
   rows->out = filter->outData + r * filter->outRowBytes;
   rows->inStep = filter->inHiPlane - filter->inLoPlane + 1;
-  rows->outStep = filter->planes;
+  rows->outStep = filter->outHiPlane - filter->outLoPlane + 1;
   rows->grey = filter->planes < 3;
-  rows->width = std::min(filter->outRect.right - filter->outRect.left, session->render.renderWidth);
+  // Hosts may cut either rectangle.
+  rows->width = std::min({filter->outRect.right - filter->outRect.left,
+                          filter->inRect.right - filter->inRect.left, session->render.renderWidth});
   const int32_t needed = rows->grey ? 1 : 3;
   return rows->inStep >= needed && rows->outStep >= needed;
 }
@@ -333,7 +335,7 @@ void shadeRow(SessionRecord* session) {
   int32_t* previousRow = lineBufferWords(render);
   const int16_t* upper = fieldRow(render, r);
   const int16_t* lower = fieldRow(render, r + 1);
-  const bool preview = settings->previewMode != 0;
+  const bool preview = isPreview(settings);
   const MaskRow mask = maskRow(session, r);
   const int32_t samples = host.grey ? 1 : 3;
 

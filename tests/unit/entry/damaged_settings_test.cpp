@@ -81,6 +81,7 @@ TEST(DamagedSettings, EveryRunEndsInOrder) {
         *session->result = 0;
         return 3;
       };
+      noneScript().cachedSettingsPath = ::testing::TempDir() + "morvalis-damaged";
       hostSettings()->showDialog = 1;
       callSelector(kSelectorPrepare);
     });

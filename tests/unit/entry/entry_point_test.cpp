@@ -131,6 +131,93 @@ TEST_F(EntryPoint, FilterRectangleThatChangesInMidRunEndsIt) {
   EXPECT_EQ(callSelector(kSelectorContinue), 0) << "nothing runs any more";
 }
 
+// --- Strange hosts --------------------------------------------------------------------------
+
+// A block of another version of the module, too small for ours.
+TEST_F(EntryPoint, SettingsBlockThatIsTooSmallIsSetAside) {
+  for (int16_t selector : {kSelectorStart, kSelectorContinue, kSelectorFinish}) {
+    openHost({}, testPicture(20, 10, 3), {});
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    const HandleProcs* procs = hostRecord()->handleProcs;
+    procs->disposeProc(hostRecord()->parameters);
+    const Handle small = procs->newProc(64);
+    hostRecord()->parameters = small;
+    EXPECT_EQ(callSelector(selector), 0);
+    EXPECT_FALSE(hostRecord()->parameters == small);
+    EXPECT_EQ(hostLedger().misuses, 0);
+    closeHost();
+  }
+}
+
+// A number kept from an earlier process must not even be looked at.
+TEST_F(EntryPoint, DeadSlotNumbersGetANewRecord) {
+  for (SuiteOffer offer : {SuiteOffer::usable, SuiteOffer::absent}) {
+    HostSwitches switches;
+    switches.handleSuite = offer;
+    openHost(switches, testPicture(20, 10, 3), {});
+    host().dataSlot = 0x1234560;
+    EXPECT_EQ(callSelector(kSelectorPrepare), 0);
+    EXPECT_NE(host().dataSlot, 0x1234560);
+    if (offer == SuiteOffer::absent) {
+      disposeModuleHandle(reinterpret_cast<Handle>(host().dataSlot));
+      disposeModuleHandle(hostRecord()->parameters);
+    }
+    closeHost();
+  }
+}
+
+static AdvanceStateProc originalAdvance = nullptr;
+static int32_t advanceCalls = 0;
+static void (*changeRecord)(FilterRecord* record) = nullptr;
+
+static int16_t MORVALIS_CALL advanceAndChange() {
+  const int16_t error = originalAdvance();
+  if (++advanceCalls == 30) changeRecord(hostRecord());
+  return error;
+}
+
+TEST_F(EntryPoint, RecordThatChangesInACallbackEndsTheRun) {
+  void (*const changes[])(FilterRecord*) = {
+      [](FilterRecord* record) {
+        record->filterRect = {0, 0, 40, 300};
+      },
+      [](FilterRecord* record) { record->planes = 4; },
+      [](FilterRecord* record) { record->parameters = nullptr; }};
+  for (const auto change : changes) {
+    openHost({}, testPicture(20, 12, 3), testMask(20, 12));
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    const Handle parameters = hostRecord()->parameters;
+    originalAdvance = hostRecord()->advanceState;
+    advanceCalls = 0;
+    changeRecord = change;
+    hostRecord()->advanceState = advanceAndChange;
+    EXPECT_EQ(renderFilter(), -30100);
+    EXPECT_EQ(hostLedger().buffers, 0);
+    hostRecord()->parameters = parameters;
+    closeHost();
+  }
+}
+
+TEST_F(EntryPoint, PicturesWithoutPlanesAreRefused) {
+  for (int16_t planes : {0, -1}) {
+    openHost({}, testPicture(20, 10, 3), {});
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    hostRecord()->planes = planes;
+    EXPECT_EQ(callSelector(kSelectorStart), -30100);
+    closeHost();
+  }
+}
+
+// Angles come from the directions, also when no dialog was there to keep them in step.
+TEST_F(EntryPoint, RunsWithoutDialogDeriveTheirAngles) {
+  const HostRun expected = runHost({}, testPicture(30, 20, 3), testMask(30, 20));
+  const HostRun stale = runHost({}, testPicture(30, 20, 3), testMask(30, 20), [] {
+    hostSettings()->light1Angle = 10;
+    hostSettings()->light1Elevation = 500;
+  });
+  EXPECT_EQ(stale.effect.samples, expected.effect.samples);
+}
+
 // --- The dialog's place ---------------------------------------------------------------------
 
 TEST_F(EntryPoint, ConfirmedDialogRendersAndRemembersThePictures) {
@@ -264,6 +351,40 @@ TEST_F(EntryPoint, PreviewRequests) {
   EXPECT_EQ(renderFilter(), 0);
 }
 
+// Hosts do not deliver again for another rate alone: the old request is withdrawn first.
+TEST_F(EntryPoint, PreviewAtAnotherScaleIsDeliveredAnew) {
+  const HostPicture picture = testPicture(100, 100, 1);
+  openHost({}, picture, {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  SessionRecord* session = sessionInSlot();
+  int16_t result = 0;
+  session->result = &result;
+  session->filter = hostRecord();
+  session->render.previewFrame = {0, 0, 10, 10};
+  for (int32_t factor : {5, 2, 3}) {
+    requestPreviewImage(session, factor);
+    ASSERT_EQ(result, 0);
+    for (int32_t x = 0; x < 10; ++x) {
+      EXPECT_EQ(hostRecord()->inData[x], picture.samples[x * factor]) << factor;
+    }
+  }
+}
+
+// Reduced to nothing, a thin picture has no preview, and that is no failure.
+TEST_F(EntryPoint, ThinPicturesHaveNoPreview) {
+  openHost({}, testPicture(900, 2, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  SessionRecord* session = sessionInSlot();
+  int16_t result = 0;
+  session->result = &result;
+  session->filter = hostRecord();
+  session->render.previewFrame = {0, 0, 2, 294};
+  requestPreviewImage(session, 4);
+  runPreview(session);
+  EXPECT_EQ(result, 0);
+  EXPECT_TRUE(noneRecord().alerts.empty());
+}
+
 // --- What is asked of the host --------------------------------------------------------------
 
 TEST_F(EntryPoint, MaskBandsAndRowsRequested) {
@@ -327,7 +448,7 @@ TEST_F(EntryPoint, ProgressCountsTheSteps) {
   }
 }
 
-TEST_F(EntryPoint, HeightFieldMayBeKeptFromAnEarlierRun) {
+TEST_F(EntryPoint, ShadesAloneWhenNoHeightFieldIsWanted) {
   openHost({}, testPicture(9, 11, 3), {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
   sessionInSlot()->render.buildHeightField = 0;
