@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "platform/none/none_script.h"
+#include "platform/remembered_values.h"
 #include "tests/support/heap_faults.h"
 #include "tests/support/host_runs.h"
 
@@ -241,5 +244,34 @@ TEST(HostFailures, RefusedHostMemory) {
     }
     EXPECT_EQ(run.ledgerAfter.buffers, 0);
     EXPECT_EQ(run.ledgerAfter.misuses, 0);
+  }
+}
+
+// Every shape, texture and blend mode gives a picture of its own, on grey and on RGB.
+TEST(Choices, EachGivesItsOwnPicture) {
+  struct Choice {
+    int32_t EffectSettings::*field;
+    int32_t count;
+  };
+  const Choice choices[] = {{&EffectSettings::shape, kShapeCount},
+                            {&EffectSettings::textureChoice, kTextureChoiceFile},
+                            {&EffectSettings::blendMode, kBlendModeCaustic}};
+  std::vector<uint8_t> texture(40 * 30 * 3);
+  for (size_t i = 0; i < texture.size(); ++i) texture[i] = static_cast<uint8_t>(i * i / 7);
+  for (int32_t planes : {1, 3}) {
+    for (const Choice& choice : choices) {
+      std::set<std::string> pictures;
+      for (int32_t value = 1; value <= choice.count; ++value) {
+        const HostRun run = runHost({}, testPicture(90, 60, planes), testMask(90, 60), [&] {
+          hostSettings()->texture = 100;
+          hostSettings()->*choice.field = value;
+          scriptBitmap("texture.bmp", 40, 30, texture);
+          writeRememberedValue("TextureFile", "texture.bmp");
+        });
+        ASSERT_EQ(run.result, 0);
+        pictures.emplace(run.effect.samples.begin(), run.effect.samples.end());
+      }
+      EXPECT_EQ(pictures.size(), static_cast<size_t>(choice.count));
+    }
   }
 }
