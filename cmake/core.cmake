@@ -3,7 +3,7 @@
 
 file(GLOB MORVALIS_CORE_SOURCES CONFIGURE_DEPENDS
   entry/*.cpp settings/*.cpp geometry/*.cpp shading/*.cpp
-  pictures/*.cpp persistence/*.cpp services/*.cpp)
+  pictures/*.cpp persistence/*.cpp services/*.cpp dialog/*.cpp)
 
 add_library(morvalis_core STATIC ${MORVALIS_CORE_SOURCES})
 target_link_libraries(morvalis_core PUBLIC morvalis_options)

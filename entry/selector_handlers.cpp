@@ -1,5 +1,7 @@
 #include "entry/selector_handlers.h"
 
+#include "dialog/about_box.h"
+#include "dialog/main_dialog.h"
 #include "entry/scripting.h"
 #include "entry/session_record.h"
 #include "geometry/render_buffers.h"
@@ -10,16 +12,18 @@
 #include "persistence/settings_file.h"
 #include "pictures/run_pictures.h"
 #include "platform/clock.h"
-#include "platform/window.h"
 #include "services/alerts.h"
 #include "services/fixed_point.h"
 #include "services/random_numbers.h"
 #include "settings/light_angles.h"
 #include "settings/settings_validation.h"
 
+static void* hostWindow(const PlatformData* platform) {
+  return platform == nullptr ? nullptr : platform->hwnd;
+}
+
 void doAbout(AboutRecord* about) {
-  const PlatformData* platform = about == nullptr ? nullptr : about->platformData;
-  runAboutBox(platform == nullptr ? nullptr : platform->hwnd);
+  showAboutBox(about == nullptr ? nullptr : hostWindow(about->platformData));
 }
 
 void doParameters(SessionRecord* session) {
@@ -72,18 +76,11 @@ static bool createPictures(SessionRecord* session) {
   return false;
 }
 
-static void showMainDialog(SessionRecord* session) {
-  const PlatformData* platform = session->filter->platformData;
-  const int32_t answer = runMainDialog(session, platform == nullptr ? nullptr : platform->hwnd);
-  // A dialog that cannot be shown counts as cancelled: nothing was agreed to.
-  if (answer == kDialogUnavailable) *session->result = kUserCanceled;
-}
-
 // Shows the dialog when it is asked for and remembers what was agreed to; false when cancelled.
 static bool dialogConfirmed(SessionRecord* session) {
   EffectSettings* settings = settingsOf(session);
   if (settings->showDialog != 1) return true;
-  showMainDialog(session);
+  showMainDialog(session, hostWindow(session->filter->platformData));
   settings->showDialog = 0;
   if (*session->result != kNoError) return false;
   saveCachedSettings(session);

@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-// A place in a dialog, in dialog units: quarters of the font's average width, eighths of its height.
+// A place in a dialog, in dialog units: quarters of the font's average width, eighths of its
+// height.
 struct DialogPlace {
   int32_t x;
   int32_t y;

@@ -15,3 +15,8 @@ struct FileChooser {
 // user cancelled or the path does not fit.
 bool choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes);
 bool choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes);
+
+// Lets the user choose a colour, starting from the one given (red, green, blue). The chooser's own
+// colours are kept between calls. False, with both as they were, when the user cancelled.
+constexpr int32_t kCustomColors = 16;
+bool choosePlatformColor(uint8_t color[3], uint8_t customColors[kCustomColors][3]);

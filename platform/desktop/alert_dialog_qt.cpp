@@ -1,22 +1,19 @@
 #include "platform/desktop/alert_dialog_qt.h"
 
-#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QStyle>
 #include <algorithm>
 
 #include "platform/alerts.h"
-#include "services/dialog_placement.h"
+#include "platform/desktop/dialog_place_qt.h"
 
 // Pixels of one dialog unit across and down, times 4 and 8, for the alerts' font.
 constexpr int32_t kBaseWidth = 7;
 constexpr int32_t kBaseHeight = 15;
 
-constexpr int32_t kIconSide = 32;            // pixels
-constexpr int32_t kCaptionButtonWidth = 18;  // where the system does not tell
+constexpr int32_t kIconSide = 32;  // pixels
 
 static QRect placeOf(const DialogPlace& place) {
   return QRect(place.x * kBaseWidth / 4, place.y * kBaseHeight / 8, place.width * kBaseWidth / 4,
@@ -53,21 +50,6 @@ static void addButton(QDialog* dialog, const AlertButton& button) {
   QObject::connect(push, &QPushButton::clicked, dialog, [dialog, number] { dialog->done(number); });
 }
 
-static QRect surroundingsOf(const QWidget* parent, const QRect& screen) {
-  if (parent == nullptr) return screen;
-  return QRect(parent->mapToGlobal(QPoint(0, 0)), parent->size());
-}
-
-static void place(QDialog* dialog) {
-  const QRect screen = QApplication::primaryScreen()->geometry();
-  const QRect around = surroundingsOf(dialog->parentWidget(), screen);
-  const DialogOrigin origin =
-      centreDialog({around.left(), around.top(), around.width(), around.height(), dialog->width(),
-                    dialog->height(), kCaptionButtonWidth,
-                    /*hasSystemMenu=*/true, screen.width(), screen.height()});
-  dialog->move(origin.x, origin.y);
-}
-
 int32_t runAlertDialog(const AlertContent& content) {
   QDialog dialog;
   dialog.setObjectName(content.name);
@@ -76,7 +58,7 @@ int32_t runAlertDialog(const AlertContent& content) {
   addIcon(&dialog, content.icon);
   for (int32_t i = 0; i < content.textCount; ++i) addText(&dialog, content.texts[i]);
   for (int32_t i = 0; i < content.buttonCount; ++i) addButton(&dialog, content.buttons[i]);
-  place(&dialog);
+  placeDialog(&dialog, dialog.parentWidget());
   dialog.setFocus();
   // Closing the window answers 0, which is no button's number.
   const int32_t answer = dialog.exec();

@@ -1,6 +1,7 @@
 #include "platform/choosers.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <cstring>
 
@@ -34,4 +35,34 @@ bool choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t by
 
 bool choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes) {
   return runChooser(chooser, QFileDialog::AcceptSave, QFileDialog::AnyFile, path, bytes);
+}
+
+static_assert(kCustomColors == 16, "as many as the chooser offers");
+
+static void putColor(const QColor& color, uint8_t rgb[3]) {
+  rgb[0] = static_cast<uint8_t>(color.red());
+  rgb[1] = static_cast<uint8_t>(color.green());
+  rgb[2] = static_cast<uint8_t>(color.blue());
+}
+
+static QColor takeColor(const uint8_t rgb[3]) {
+  return QColor(rgb[0], rgb[1], rgb[2]);
+}
+
+bool choosePlatformColor(uint8_t color[3], uint8_t customColors[kCustomColors][3]) {
+  if (!programHasWindows()) return false;
+  try {
+    for (int i = 0; i < kCustomColors; ++i) {
+      QColorDialog::setCustomColor(i, takeColor(customColors[i]));
+    }
+    QColorDialog dialog(takeColor(color), QApplication::activeWindow());
+    if (dialog.exec() != QDialog::Accepted) return false;
+    putColor(dialog.selectedColor(), color);
+    for (int i = 0; i < kCustomColors; ++i) {
+      putColor(QColorDialog::customColor(i), customColors[i]);
+    }
+    return true;
+  } catch (...) {
+    return false;  // out of memory
+  }
 }

@@ -1,5 +1,6 @@
 #include "platform/choosers.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "platform/none/none_state.h"
@@ -22,4 +23,15 @@ bool choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t by
 
 bool choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes) {
   return answerChooser(chooser, /*forSaving=*/true, path, bytes);
+}
+
+bool choosePlatformColor(uint8_t color[3], uint8_t[kCustomColors][3]) {
+  NoneState& state = noneState();
+  const size_t answered = state.record.colorChoosers.size();
+  state.record.colorChoosers.push_back({color[0], color[1], color[2]});
+  if (answered >= state.script.chosenColors.size()) return false;
+  const std::optional<NoneColor>& chosen = state.script.chosenColors[answered];
+  if (!chosen) return false;
+  std::copy(chosen->begin(), chosen->end(), color);
+  return true;
 }

@@ -3,12 +3,16 @@
 
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
-struct SessionRecord;
+#include "platform/none/none_window.h"
+
 
 struct ShownAlert {
   std::string name;
@@ -23,12 +27,33 @@ struct ShownChooser {
   bool forSaving;
 };
 
+struct ShownWindow {
+  std::string name;
+  std::string caption;
+  int32_t width;  // client area
+  int32_t height;
+  void* owner;
+};
+
+struct ShownPopup {
+  Point screenOrigin;
+  int32_t width;
+  int32_t height;
+};
+
+using NoneColor = std::array<uint8_t, 3>;
+
 struct NoneScript {
-  // Plays the user of the main dialog; the number that the dialog ends with.
-  std::function<int32_t(SessionRecord* session)> mainDialog;
+  // Plays the user of a modal window; one that it leaves open is cancelled. Without a script a
+  // window cannot be shown. A script under the window's resource name comes first.
+  std::function<void(NoneWindow& window)> modalWindow;
+  std::map<std::string, std::function<void(NoneWindow& window)>> modalWindows;
+  bool refusesPopups = false;
+
   std::vector<int32_t> alertAnswers;     // one after the other, then 1
   std::vector<std::string> chosenPaths;  // one after the other, then cancelled; "" cancels
-  std::string cachedSettingsPath;        // "": there is none
+  std::vector<std::optional<NoneColor>> chosenColors;  // one after the other, then cancelled
+  std::string cachedSettingsPath;                      // "": there is none
   char separator = '\\';
   uint32_t seconds = 1;
 };
@@ -36,8 +61,10 @@ struct NoneScript {
 struct NoneRecord {
   std::vector<ShownAlert> alerts;  // message boxes have the name ""
   std::vector<ShownChooser> choosers;
-  int32_t mainDialogs = 0;
-  int32_t aboutBoxes = 0;
+  std::vector<ShownWindow> windows;      // refused ones too
+  std::vector<ShownPopup> popups;        // refused ones too
+  std::vector<NoneColor> colorChoosers;  // the colour that each started from
+  std::string clipboard;
 };
 
 // Forgets everything: script, records, files, remembered values.

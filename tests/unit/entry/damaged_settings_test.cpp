@@ -6,10 +6,12 @@
 #include <cstring>
 #include <limits>
 
+#include "dialog/control_table.h"
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
 #include "platform/none/none_script.h"
 #include "settings/setting_ranges.h"
+#include "tests/support/dialog_runs.h"
 #include "tests/support/host_runs.h"
 #include "tests/support/random_inputs.h"
 
@@ -70,18 +72,16 @@ TEST(DamagedSettings, EveryRunEndsInOrder) {
     const HostRun run = runHost({}, picture, mask, [&random] {
       damage(&random, hostSettings());
       // A dialog in between renders previews, and its texture sizes come from the file.
-      noneScript().mainDialog = [&random](SessionRecord* session) {
+      noneScript().modalWindow = [&random](NoneWindow& window) {
+        SessionRecord* session = hostSession();
         EffectSettings* settings = settingsOf(session);
-        settings->previewMode = 1;
         settings->textureWidth = strangeNumber(&random);
         settings->textureHeight = strangeNumber(&random);
-        session->render.previewFrame = {0, 0, 30, 30};
-        requestPreviewImage(session, settings->previewScale);
+        requestPreviewImage(session, strangeNumber(&random));
         if (*session->result == 0) runPreview(session);
         *session->result = 0;
-        return 3;
+        window.clickButton(kOkButton);
       };
-      noneScript().cachedSettingsPath = ::testing::TempDir() + "morvalis-damaged";
       hostSettings()->showDialog = 1;
       callSelector(kSelectorPrepare);
     });

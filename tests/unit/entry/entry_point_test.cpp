@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "dialog/control_table.h"
 #include "entry/handles.h"
 #include "entry/session_record.h"
 #include "geometry/row_machine.h"
@@ -16,6 +17,7 @@
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
 #include "settings/light_angles.h"
+#include "tests/support/dialog_runs.h"
 #include "tests/support/host_runs.h"
 
 class EntryPoint : public ::testing::Test {
@@ -28,14 +30,11 @@ class EntryPoint : public ::testing::Test {
   }
 };
 
-static SessionRecord* sessionInSlot() {
-  return static_cast<SessionRecord*>(*reinterpret_cast<Handle>(host().dataSlot));
-}
-
 TEST_F(EntryPoint, AboutNeedsNothingAndStoresSuccess) {
   openHost({}, testPicture(4, 4, 3), {});
   EXPECT_EQ(callAbout(), 0);
-  EXPECT_EQ(noneRecord().aboutBoxes, 1);
+  ASSERT_EQ(noneRecord().windows.size(), 1U);
+  EXPECT_EQ(noneRecord().windows[0].name, "ABOUTBOX");
   EXPECT_EQ(hostLedger().allocations, 0);
   int16_t result = 1;
   ENTRYPOINT(kSelectorAbout, nullptr, nullptr, &result);
@@ -82,7 +81,7 @@ TEST_F(EntryPoint, BlocksFromAnotherLoadLoseTheirPointers) {
   openHost({}, testPicture(20, 10, 3), {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
   EffectSettings* settings = hostSettings();
-  SessionRecord* session = sessionInSlot();
+  SessionRecord* session = hostSession();
   auto* dead = reinterpret_cast<PictureSurface*>(0x10);
   settings->loadMark ^= 0x5555;
   settings->environmentPicture = settings->texturePicture = dead;
@@ -222,20 +221,20 @@ TEST_F(EntryPoint, RunsWithoutDialogDeriveTheirAngles) {
 
 TEST_F(EntryPoint, ConfirmedDialogRendersAndRemembersThePictures) {
   openHost({}, testPicture(20, 10, 3), {});
-  noneScript().mainDialog = [](SessionRecord* session) {
-    std::strcpy(settingsOf(session)->environmentPath, "env.bmp");
-    std::strcpy(settingsOf(session)->texturePath, "tex.bmp");
-    return 3;
+  noneScript().modalWindow = [](NoneWindow& window) {
+    std::strcpy(hostSettings()->environmentPath, "env.bmp");
+    std::strcpy(hostSettings()->texturePath, "tex.bmp");
+    window.clickButton(kOkButton);
   };
   EXPECT_EQ(runFilter(), 0);
-  EXPECT_EQ(noneRecord().mainDialogs, 1);
+  EXPECT_EQ(noneRecord().windows.size(), 1U);
   EXPECT_EQ(rememberedValue("ChromeFile"), "env.bmp");
   EXPECT_EQ(rememberedValue("TextureFile"), "tex.bmp");
   EXPECT_NE(filteredPicture().samples, testPicture(20, 10, 3).samples);
   // A repeat shows no dialog, and gives the same picture.
   const std::vector<uint8_t> first = filteredPicture().samples;
   EXPECT_EQ(repeatFilter(), 0);
-  EXPECT_EQ(noneRecord().mainDialogs, 1);
+  EXPECT_EQ(noneRecord().windows.size(), 1U);
   EXPECT_EQ(filteredPicture().samples, first);
 }
 
@@ -243,16 +242,15 @@ TEST_F(EntryPoint, NewSessionStartsWithTheLastConfirmedSettings) {
   const std::string path = ::testing::TempDir() + "morvalis-cached-" + std::to_string(getpid());
   noneScript().cachedSettingsPath = path;
   openHost({}, testPicture(20, 10, 3), {});
-  noneScript().mainDialog = [](SessionRecord* session) {
-    settingsOf(session)->gloss = 81;
-    *session->result = -128;
-    return 2;
+  noneScript().modalWindow = [](NoneWindow& window) {
+    window.click(sliderPoint(28, 81));
+    window.clickButton(kCancelButton);
   };
   EXPECT_EQ(runFilter(), -128);
   EXPECT_EQ(std::fopen(path.c_str(), "rb"), nullptr) << "a cancelled dialog writes nothing";
-  noneScript().mainDialog = [](SessionRecord* session) {
-    settingsOf(session)->gloss = 82;
-    return 3;
+  noneScript().modalWindow = [](NoneWindow& window) {
+    window.click(sliderPoint(28, 82));
+    window.clickButton(kOkButton);
   };
   EXPECT_EQ(runFilter(), 0);
   forgetModule();
@@ -267,12 +265,9 @@ TEST_F(EntryPoint, CancelledDialogLeavesNothing) {
   openHost({}, testPicture(20, 10, 3), {});
   for (bool shown : {true, false}) {
     if (shown) {
-      noneScript().mainDialog = [](SessionRecord* session) {
-        *session->result = -128;
-        return 2;
-      };
+      noneScript().modalWindow = [](NoneWindow& window) { window.clickButton(kCancelButton); };
     } else {
-      noneScript().mainDialog = nullptr;  // the back end cannot show it
+      noneScript().modalWindow = nullptr;  // the back end cannot show it
     }
     EXPECT_EQ(runFilter(), -128);
     EXPECT_EQ(filteredPicture().samples, testPicture(20, 10, 3).samples);
@@ -292,7 +287,8 @@ TEST_F(EntryPoint, PreviewIsTheFinalRenderOverACheckerboard) {
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
   showEverything(hostSettings());
   int32_t compared = 0;
-  noneScript().mainDialog = [&](SessionRecord* session) {
+  noneScript().modalWindow = [&](NoneWindow& window) {
+    SessionRecord* session = hostSession();
     EffectSettings* settings = settingsOf(session);
     settings->previewMode = 1;
     lightAngles(settings);
@@ -308,7 +304,7 @@ TEST_F(EntryPoint, PreviewIsTheFinalRenderOverACheckerboard) {
       EXPECT_EQ(session->filter->outData[i], expected) << x << ", " << y;
       compared += session->filter->outData[i] == expected;
     }
-    return 3;
+    window.clickButton(kOkButton);
   };
   hostSettings()->showDialog = 1;
   EXPECT_EQ(renderFilter(), 0);
@@ -320,7 +316,8 @@ TEST_F(EntryPoint, PreviewIsTheFinalRenderOverACheckerboard) {
 TEST_F(EntryPoint, PreviewRequests) {
   openHost({}, testPicture(100, 60, 3), testMask(100, 60));
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-  noneScript().mainDialog = [](SessionRecord* session) {
+  noneScript().modalWindow = [](NoneWindow& window) {
+    SessionRecord* session = hostSession();
     EffectSettings* settings = settingsOf(session);
     settings->previewMode = 1;
     session->render.previewFrame = {0, 0, 10, 30};
@@ -345,7 +342,7 @@ TEST_F(EntryPoint, PreviewRequests) {
     session->filter->displayPixels = nullptr;
     runPreview(session);
     EXPECT_EQ(noneRecord().alerts.size(), 2U);
-    return 3;
+    window.clickButton(kOkButton);
   };
   hostSettings()->showDialog = 1;
   EXPECT_EQ(renderFilter(), 0);
@@ -356,7 +353,7 @@ TEST_F(EntryPoint, PreviewAtAnotherScaleIsDeliveredAnew) {
   const HostPicture picture = testPicture(100, 100, 1);
   openHost({}, picture, {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-  SessionRecord* session = sessionInSlot();
+  SessionRecord* session = hostSession();
   int16_t result = 0;
   session->result = &result;
   session->filter = hostRecord();
@@ -374,7 +371,7 @@ TEST_F(EntryPoint, PreviewAtAnotherScaleIsDeliveredAnew) {
 TEST_F(EntryPoint, ThinPicturesHaveNoPreview) {
   openHost({}, testPicture(900, 2, 3), {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-  SessionRecord* session = sessionInSlot();
+  SessionRecord* session = hostSession();
   int16_t result = 0;
   session->result = &result;
   session->filter = hostRecord();
@@ -451,7 +448,7 @@ TEST_F(EntryPoint, ProgressCountsTheSteps) {
 TEST_F(EntryPoint, ShadesAloneWhenNoHeightFieldIsWanted) {
   openHost({}, testPicture(9, 11, 3), {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-  sessionInSlot()->render.buildHeightField = 0;
+  hostSession()->render.buildHeightField = 0;
   int32_t total = 0;
   host().switches.progress = [&total](int32_t, int32_t of) { total = of; };
   EXPECT_EQ(renderFilter(), 0);
@@ -490,7 +487,7 @@ TEST_F(EntryPoint, ScriptingIsReadAndRecorded) {
   ASSERT_EQ(callSelector(kSelectorParameters), 0);  // asks for the dialog, but the script does not
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
   ASSERT_EQ(renderFilter(), 0);
-  EXPECT_EQ(noneRecord().mainDialogs, 0);
+  EXPECT_TRUE(noneRecord().windows.empty());
   EXPECT_EQ(hostSettings()->scriptAmount, 73);
   EXPECT_EQ(hostSettings()->scriptMood, fourCharacterCode("moD2"));
   EXPECT_EQ(hostSettings()->scriptEntire, 1);
@@ -530,8 +527,8 @@ TEST_F(EntryPoint, ScriptingDecidesAboutTheDialog) {
   switches.scripting = SuiteOffer::usable;
   switches.scriptingShowsDialog = true;
   openHost(switches, testPicture(9, 11, 3), {});
-  noneScript().mainDialog = [](SessionRecord*) { return 3; };
+  noneScript().modalWindow = [](NoneWindow& window) { window.clickButton(kOkButton); };
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
   EXPECT_EQ(renderFilter(), 0);
-  EXPECT_EQ(noneRecord().mainDialogs, 1);
+  EXPECT_EQ(noneRecord().windows.size(), 1U);
 }

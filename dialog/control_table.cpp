@@ -1,0 +1,122 @@
+#include "dialog/control_table.h"
+
+// left, top, right, bottom into the rectangle's own order.
+#define AT(l, t, r, b) \
+  Rectangle {          \
+    t, l, b, r         \
+  }
+#define AREA(id, rect, tip) \
+  { id, ControlKind::area, rect, nullptr, tip }
+#define BUTTON(id, rect, name, tip) \
+  { id, ControlKind::button, rect, name, tip }
+
+// A row of the left column: label, slider and value area on one band.
+#define SLIDER_ROW(label, slider, value, top, tip)      \
+  AREA(label, AT(2, (top)-1, 59, (top) + 15), nullptr), \
+      AREA(slider, AT(66, top, 201, (top) + 12), tip),  \
+      AREA(value, AT(203, top, 227, (top) + 13), nullptr)
+
+constexpr WindowControl kControls[] = {
+    AREA(6, AT(12, 21, 60, 37), nullptr),
+    AREA(7, AT(4, 290, 59, 306), nullptr),
+    AREA(kShapePicker, AT(66, 10, 101, 45), "Shape: cross-section of the bevel"),
+    AREA(kShapeArrow, AT(186, 20, 203, 37), nullptr),
+    AREA(kTexturePicker, AT(267, 10, 302, 45), "Texture: relief pressed into the surface"),
+    AREA(kTextureFrame, AT(267, 54, 334, 121), nullptr),
+    AREA(kTextureSample, AT(270, 57, 334, 121),
+         "Drag to shift the texture, click to open a picture"),
+    AREA(69, AT(267, 126, 337, 138), "Texture size, 0 to 100: size of the relief on the object"),
+    AREA(70, AT(339, 126, 359, 139), nullptr),
+    AREA(kEnvironmentFrame, AT(267, 150, 334, 217), nullptr),
+    AREA(kBlendPicker, AT(300, 230, 335, 265), "Blend mode: how the effect meets the picture"),
+    AREA(kBlendSymbol, AT(270, 239, 290, 258), nullptr),
+    AREA(kPreviewArea, AT(371, 9, 669, 298), nullptr),
+    AREA(kAutoPreviewToggle, AT(406, 309, 420, 323), "Render the preview after every change"),
+    AREA(40, AT(423, 310, 487, 325), nullptr),
+    AREA(kLight1Pad, AT(61, 283, 140, 368), "Direction of light 1"),
+    AREA(kLight2Pad, AT(146, 283, 225, 368), "Direction of light 2"),
+    AREA(kCausticToggle, AT(235, 188, 249, 202), "Caustic light: coloured or grey"),
+    SLIDER_ROW(8, kRadiusSlider, 25, 54, "Radius, 2 to 100: width of the bevel"),
+    SLIDER_ROW(10, 11, 13, 73, "Height, -100 to 100: height of the bevel; negative presses it in"),
+    SLIDER_ROW(18, 19, 20, 92, "Texture, -100 to 100: depth of the relief"),
+    SLIDER_ROW(30, 28, 26, 111, "Gloss, 0 to 100: strength of the highlights"),
+    SLIDER_ROW(31, 12, 32, 130, "Glare, 0 to 100: breadth of the highlights"),
+    SLIDER_ROW(14, kReflectionSlider, 16, 150, "Reflection, 0 to 100: how much is mirrored"),
+    SLIDER_ROW(51, 52, 53, 170, "Glassiness, 0 to 100: how much light passes through"),
+    SLIDER_ROW(29, 27, 34, 190, "Caustic, 0 to 100: light gathered behind glass"),
+    SLIDER_ROW(54, 55, 56, 209, "Iridescence, 0 to 100: strength of the film's colours"),
+    SLIDER_ROW(41, 42, 43, 228, "Iri colors, 0 to 100: thickness of the film"),
+    SLIDER_ROW(57, 58, 59, 247, "Tarnish, 0 to 100: how much gathers in hollows"),
+    BUTTON(kEnvironmentButton, AT(270, 153, 334, 217), "Environment picture",
+           "Open an environment picture"),
+    BUTTON(kSpinButton, AT(340, 178, 358, 195), "Spin", "Turn the environment a quarter"),
+    BUTTON(kLight1Button, AT(38, 337, 58, 357), "Color of light 1", "Color of light 1"),
+    BUTTON(kLight2Button, AT(232, 337, 252, 357), "Color of light 2", "Color of light 2"),
+    BUTTON(kTarnishButton, AT(232, 243, 252, 263), "Tarnish color", "Color of the tarnish"),
+    BUTTON(kRandomizeButton, AT(267, 273, 337, 298), "Randomize", "Draw random settings"),
+    BUTTON(kLoadButton, AT(267, 303, 337, 328), "Load", "Open a settings file"),
+    BUTTON(kSaveButton, AT(267, 333, 337, 358), "Save", "Save a settings file"),
+    BUTTON(kZoomOutButton, AT(559, 309, 573, 323), "Zoom out", "Zoom out"),
+    BUTTON(kZoomButton, AT(580, 309, 615, 324), "Zoom to 100%", "Zoom to 100%"),
+    BUTTON(kZoomInButton, AT(621, 309, 635, 323), "Zoom in", "Zoom in"),
+    BUTTON(kCancelButton, AT(371, 333, 431, 358), "Cancel", nullptr),
+    BUTTON(kOkButton, AT(609, 333, 669, 358), "OK", nullptr),
+};
+
+const WindowTemplate kMainDialog = {"DISSOLVESANSPARAM", "Morvalis",
+                                    kDialogWidth,        kDialogHeight,
+                                    kControls,           sizeof(kControls) / sizeof(kControls[0]),
+                                    kOkButton,           kCancelButton};
+
+const Label kLabels[] = {{6, "Shape"},       {8, "Radius"},       {10, "Height"},
+                         {14, "Reflection"}, {30, "Gloss"},       {31, "Glare"},
+                         {18, "Texture"},    {7, "Lights"},       {40, "Auto preview"},
+                         {41, "Iri colors"}, {54, "Iridescence"}, {57, "Tarnish"},
+                         {51, "Glassiness"}, {29, "Caustic"}};
+const int32_t kLabelCount = sizeof(kLabels) / sizeof(kLabels[0]);
+
+const Slider kSliders[kSliderCount] = {{42, 43, "iriColors", 0, 100, 221},
+                                       {55, 56, "iridescence", 0, 100, 142},
+                                       {27, 34, "caustic", 0, 100, 140},
+                                       {12, 32, "glare", 0, 100, 139},
+                                       {52, 53, "glassiness", 0, 100, 138},
+                                       {28, 26, "gloss", 0, 100, 137},
+                                       {11, 13, "height", -100, 100, 136},
+                                       {kRadiusSlider, 25, "radius", 2, 100, 125},
+                                       {kReflectionSlider, 16, "reflection", 0, 100, 129},
+                                       {58, 59, "tarnish", 0, 100, 130},
+                                       {19, 20, "texture", -100, 100, 133},
+                                       {69, 70, "textureScale", 0, 100, 135}};
+
+const Picker kPickers[kPickerCount] = {{kShapePicker, "shape", 1, 13},
+                                       {kTexturePicker, "textureChoice", 1, 13},
+                                       {kBlendPicker, "blendMode", 1, 12}};
+
+Rectangle controlRect(int32_t id) {
+  for (const WindowControl& control : kControls) {
+    if (control.id == id) return control.rect;
+  }
+  return {};
+}
+
+const Slider* findSlider(int32_t id) {
+  for (const Slider& slider : kSliders) {
+    if (slider.id == id || slider.valueArea == id) return &slider;
+  }
+  return nullptr;
+}
+
+int32_t buttonBitmap(int32_t id) {
+  switch (id) {
+    case kSaveButton:
+      return 223;
+    case kLoadButton:
+      return 224;
+    case kSpinButton:
+      return 225;
+    case kRandomizeButton:
+      return 228;
+    default:
+      return 0;
+  }
+}

@@ -1,0 +1,58 @@
+#include "dialog/light_pads.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "dialog/dialog_state.h"
+#include "dialog/small_controls.h"
+#include "services/fixed_point.h"
+
+constexpr int32_t kPad1 = 218;  // bitmaps
+constexpr int32_t kPad2 = 219;
+constexpr int32_t kHandle = 122;   // icon
+constexpr double kPadRadius = 33;  // pixels
+constexpr double kFootDivisor = 2.9;
+constexpr int32_t kHandleInset = 2;
+
+constexpr Rgb8 kTowardViewer = {255, 255, 0};
+constexpr Rgb8 kAwayFromViewer = {255, 0, 255};
+
+static Direction* directionOf(DialogState* dialog, int32_t id) {
+  EffectSettings* settings = settingsOf(dialog);
+  return id == kLight1Pad ? &settings->light1Dir : &settings->light2Dir;
+}
+
+// Pixels from the pad's centre; a damaged direction stays within the pad.
+static int32_t offset(double along) {
+  return std::clamp(truncateToInt32(along), -100, 100);
+}
+
+void drawLightPad(DialogState* dialog, int32_t id) {
+  const Rectangle rect = controlRect(id);
+  const Direction light = *directionOf(dialog, id);
+  const double x = kPadRadius * static_cast<double>(light.x);
+  const double y = kPadRadius * static_cast<double>(light.y);
+  drawResource(&dialog->canvas, id == kLight1Pad ? kPad1 : kPad2, rect.left, rect.top);
+  const int32_t handleX = rect.left + offset(x) + 42;
+  const int32_t handleY = rect.top + offset(y) + 41;
+  const int32_t footX = rect.left + offset((x + 0.5) / kFootDivisor) + 41;
+  const int32_t footY = rect.top + offset((y + 0.5) / kFootDivisor) + 40;
+  drawLine(&dialog->canvas, footX, footY, handleX, handleY,
+           light.z >= 0 ? kTowardViewer : kAwayFromViewer);
+  drawResource(&dialog->canvas, kHandle, handleX - kHandleInset, handleY - kHandleInset);
+}
+
+void dragLight(DialogState* dialog, int32_t id) {
+  if (pointerStands(dialog)) return;
+  const Rectangle rect = controlRect(id);
+  const Point mouse = settingsOf(dialog)->mouse;
+  // The centre for dragging lies one pixel right of the centre for drawing.
+  const double dx = mouse.h - (rect.left + 43);
+  const double dy = mouse.v - (rect.top + 41);
+  const double distance = std::max(std::sqrt(dx * dx + dy * dy), kPadRadius);
+  Direction* light = directionOf(dialog, id);
+  light->x = static_cast<float>(dx / distance);
+  light->y = static_cast<float>(dy / distance);
+  repaintControl(dialog, id);
+  pointerHandled(dialog);
+}

@@ -1,0 +1,203 @@
+#include "dialog/picture_menus.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "dialog/dialog_state.h"
+#include "platform/dialog_text.h"
+#include "services/memory_blocks.h"
+#include "settings/setting_ranges.h"
+
+constexpr int32_t kRowHeight = 36;   // pixels
+constexpr int32_t kRowPadding = 36;  // width beside check mark and name
+constexpr int32_t kCheckMark = 202;  // icon
+constexpr Rgb8 kMenuGround = {192, 192, 192};
+
+struct MenuRow {
+  int32_t picker;
+  int32_t value;
+  int32_t picture;  // bitmap
+};
+
+// In the order of their commands.
+constexpr MenuRow kMenuRows[] = {
+    {kShapePicker, 1, 146},    {kShapePicker, 2, 152},    {kShapePicker, 3, 153},
+    {kShapePicker, 4, 154},    {kShapePicker, 5, 155},    {kShapePicker, 6, 156},
+    {kShapePicker, 7, 157},    {kShapePicker, 8, 160},    {kShapePicker, 9, 163},
+    {kShapePicker, 10, 161},   {kShapePicker, 11, 162},   {kShapePicker, 12, 166},
+    {kShapePicker, 13, 168},   {kTexturePicker, 1, 187},  {kTexturePicker, 2, 188},
+    {kTexturePicker, 3, 189},  {kTexturePicker, 4, 190},  {kTexturePicker, 5, 191},
+    {kTexturePicker, 6, 192},  {kTexturePicker, 7, 193},  {kTexturePicker, 8, 194},
+    {kTexturePicker, 9, 195},  {kTexturePicker, 10, 196}, {kTexturePicker, 11, 197},
+    {kTexturePicker, 12, 198}, {kTexturePicker, 13, 199}, {kBlendPicker, 1, 169},
+    {kBlendPicker, 2, 175},    {kBlendPicker, 3, 176},    {kBlendPicker, 4, 177},
+    {kBlendPicker, 5, 178},    {kBlendPicker, 6, 179},    {kBlendPicker, 7, 180},
+    {kBlendPicker, 8, 181},    {kBlendPicker, 9, 182},    {kBlendPicker, 10, 183},
+    {kBlendPicker, 11, 184},   {kBlendPicker, 12, 185}};
+constexpr int32_t kMenuRowCount = sizeof(kMenuRows) / sizeof(kMenuRows[0]);
+
+const char* blendModeName(int32_t value) {
+  const SettingRange* range = findSetting("blendMode");
+  if (value < range->minimum || value > range->maximum) return "*";
+  return range->choices[value - range->minimum];
+}
+
+// First row of a picker's list; its rows follow one another.
+static int32_t firstRowOf(int32_t picker) {
+  int32_t row = 0;
+  while (row < kMenuRowCount && kMenuRows[row].picker != picker) ++row;
+  return row;
+}
+
+static int32_t rowsOf(int32_t picker) {
+  return static_cast<int32_t>(
+      std::count_if(std::begin(kMenuRows), std::end(kMenuRows),
+                    [picker](const MenuRow& row) { return row.picker == picker; }));
+}
+
+static const char* shownName(const MenuRow& row) {
+  return row.picker == kBlendPicker ? blendModeName(row.value) : "";
+}
+
+static int32_t rowWidth(const MenuRow& row) {
+  return menuLook().checkMarkWidth + kRowPadding + textWidth(shownName(row));
+}
+
+static int32_t settingOfPicker(const EffectSettings* settings, int32_t id) {
+  if (id == kShapePicker) return settings->shape;
+  return id == kTexturePicker ? settings->textureChoice : settings->blendMode;
+}
+
+void drawPicker(DialogState* dialog, int32_t id) {
+  const Rectangle r = controlRect(id);
+  Canvas* canvas = &dialog->canvas;
+  const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
+  const Rectangle frame = {side(r.top + 2), r.left, r.bottom, side(r.right - 2)};
+  drawFrame(canvas, frame, kBlack);
+  drawFrame(
+      canvas,
+      {side(frame.top + 1), side(frame.left + 1), side(frame.bottom - 1), side(frame.right - 1)},
+      kWhite);
+  drawLine(canvas, r.right - 1, r.top + 5, r.right - 1, r.bottom + 1, kBlack);
+  drawLine(canvas, r.right - 1, r.bottom + 1, r.left + 2, r.bottom + 1, kBlack);
+  const int32_t value = settingOfPicker(settingsOf(dialog), id);
+  const MenuRow* shown = &kMenuRows[0];
+  for (const MenuRow& row : kMenuRows) {
+    if (row.picker == id && row.value == value) shown = &row;
+  }
+  drawResource(canvas, shown->picture, r.left + 2, r.top + 4);
+}
+
+int32_t choiceFromCommand(DialogState* dialog, int32_t command) {
+  const int32_t index = command - kFirstMenuCommand;
+  if (index < 0 || index >= kMenuRowCount) return 0;
+  dialog->controlValue[kMenuRows[index].picker] = kMenuRows[index].value;
+  return kMenuRows[index].picker;
+}
+
+// --- The pop-up -----------------------------------------------------------------------------
+
+static void drawMenuRow(DialogState* dialog, int32_t index, const MenuRow& row, bool selected) {
+  Canvas* canvas = &dialog->popupCanvas;
+  const MenuLook look = menuLook();
+  const int32_t top = index * kRowHeight;
+  const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
+  const Rgb8 ground =
+      selected ? Rgb8{look.highlight[0], look.highlight[1], look.highlight[2]} : kMenuGround;
+  fillArea(canvas, {side(top), 0, side(top + kRowHeight), side(dialog->popupWidth)}, ground);
+  drawResource(canvas, row.picture, 14, top + 2);
+  if (row.value == dialog->controlValue[row.picker]) {
+    drawResource(canvas, kCheckMark, 4, top + kRowHeight / 2 - 2);
+  }
+  const bool enabled = dialog->session->dialog.controlEnabled[row.picker] == 1;
+  const Rgb8 text = !enabled ? kDisabledText
+                    : selected
+                        ? Rgb8{look.highlightText[0], look.highlightText[1], look.highlightText[2]}
+                        : kBlack;
+  drawText(canvas, shownName(row), 52, top + 10, text);
+}
+
+static void drawPopup(DialogState* dialog) {
+  const PixelTarget& target = dialog->popupCanvas.target;
+  const Rectangle all = {0, 0, static_cast<int16_t>(target.height),
+                         static_cast<int16_t>(target.width)};
+  fillArea(&dialog->popupCanvas, all, kMenuGround);
+  const int32_t first = firstRowOf(dialog->popupPicker);
+  const int32_t rows = rowsOf(dialog->popupPicker);
+  for (int32_t i = 0; i < rows; ++i) {
+    drawMenuRow(dialog, i, kMenuRows[first + i], i + 1 == dialog->popupHot);
+  }
+  presentPixels(dialog->popup, target, all);
+}
+
+static int32_t rowUnder(const DialogState* dialog, Point point) {
+  const int32_t row = point.v / kRowHeight + 1;
+  const bool outside =
+      point.h < 0 || point.h > dialog->popupWidth || row < 1 || row > rowsOf(dialog->popupPicker);
+  return outside ? 0 : row;
+}
+
+static void releasePopup(DialogState* dialog) {
+  Window* popup = dialog->popup;
+  dialog->popup = nullptr;
+  releaseMouse(popup);
+  closePopup(popup);
+  freeModuleBlock(dialog->popupCanvas.target.rgb);
+  dialog->popupCanvas = {};
+}
+
+static bool popupProcedure(Window* popup, const WindowEvent& event, void* context) {
+  auto* dialog = static_cast<DialogState*>(context);
+  switch (event.kind) {
+    case WindowEventKind::initialise:
+      dialog->popup = popup;
+      drawPopup(dialog);
+      return true;
+    case WindowEventKind::mouseMove: {
+      const int32_t row = rowUnder(dialog, event.point);
+      if (row != dialog->popupHot) {
+        dialog->popupHot = row;
+        drawPopup(dialog);
+      }
+      return true;
+    }
+    case WindowEventKind::buttonUp: {
+      const int32_t hot = dialog->popupHot;
+      const bool enabled = dialog->session->dialog.controlEnabled[dialog->popupPicker] == 1;
+      releasePopup(dialog);
+      if (hot != 0 && enabled) {
+        postCommand(dialog->window, kFirstMenuCommand + firstRowOf(dialog->popupPicker) + hot - 1);
+      }
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+void openPicker(DialogState* dialog, int32_t id, Point screenPoint) {
+  if (dialog->popup != nullptr) return;
+  const int32_t first = firstRowOf(id);
+  const int32_t rows = rowsOf(id);
+  dialog->popupPicker = id;
+  dialog->popupHot = 0;
+  dialog->popupWidth = 0;
+  for (int32_t i = 0; i < rows; ++i) {
+    dialog->popupWidth = std::max(dialog->popupWidth, rowWidth(kMenuRows[first + i]));
+  }
+  const int32_t height = rows * kRowHeight;
+  PixelTarget target = {dialog->popupWidth, height, nullptr};
+  target.rgb = static_cast<uint8_t*>(newModuleBlock(
+      uint64_t{3} * static_cast<uint32_t>(target.width) * static_cast<uint32_t>(target.height)));
+  if (target.rgb == nullptr) return;
+  dialog->popupCanvas = {target,
+                         {0, 0, static_cast<int16_t>(height), static_cast<int16_t>(target.width)}};
+  int32_t y = std::max(screenPoint.v - height / 2, 0);
+  if (y + height > screenHeight()) y = screenHeight() - height;
+  const Point origin = {static_cast<int16_t>(y), screenPoint.h};
+  if (openPopup(dialog->window, origin, target.width, height, popupProcedure, dialog) == nullptr) {
+    dialog->popup = nullptr;
+    freeModuleBlock(target.rgb);
+    dialog->popupCanvas = {};
+  }
+}

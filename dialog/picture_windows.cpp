@@ -1,0 +1,103 @@
+#include "dialog/picture_windows.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "dialog/buttons.h"
+#include "dialog/dialog_state.h"
+#include "dialog/small_controls.h"
+#include "persistence/picture_folder.h"
+#include "pictures/bitmap_file.h"
+#include "pictures/environment_picture.h"
+#include "pictures/picture_surface.h"
+#include "pictures/texture_picture.h"
+#include "services/choosers.h"
+
+constexpr int32_t kSampleSide = 64;
+constexpr int16_t kJustPressed = -999;  // horizontal part of lastMouse
+constexpr Rgb8 kNoTexture = {128, 128, 128};
+
+// The remainder from 0 on; sizes below 1 count as 1.
+static int32_t wrapped(int64_t value, int32_t size) {
+  const int64_t wrap = std::max(size, 1);
+  return static_cast<int32_t>(((value % wrap) + wrap) % wrap);
+}
+
+// Texels that can be shown one after the other: a small picture repeats up to 64 on its surface.
+static int32_t shownSize(int32_t size) {
+  return std::clamp(size, 1, kLargestPictureSide);
+}
+
+void drawTextureSample(DialogState* dialog, bool withFrame) {
+  const EffectSettings* settings = settingsOf(dialog);
+  if (withFrame) drawButtonFrame(&dialog->canvas, controlRect(kTextureFrame), {});
+  const Rectangle area = controlRect(kTextureSample);
+  const PictureSurface* surface = settings->texturePicture;
+  if (surface == nullptr) return fillArea(&dialog->canvas, area, kNoTexture);
+  const int32_t width = shownSize(settings->textureWidth);
+  const int32_t height = shownSize(settings->textureHeight);
+  for (int32_t y = 0; y < kSampleSide; ++y) {
+    const int32_t row = wrapped(int64_t{settings->textureOffsetY} + y, height);
+    for (int32_t x = 0; x < kSampleSide; ++x) {
+      const int32_t column = wrapped(int64_t{settings->textureOffsetX} + x, width);
+      drawPixels(&dialog->canvas, area.left - 1 + x, area.top - 1 + y, 1, 1,
+                 surfacePixel(surface, column, row), 0);
+    }
+  }
+}
+
+void drawEnvironmentThumbnail(DialogState* dialog, const ItemState& state) {
+  drawButtonFrame(&dialog->canvas, controlRect(kEnvironmentFrame), state);
+  const PictureSurface* surface = settingsOf(dialog)->environmentPicture;
+  if (surface == nullptr) return;
+  const Rectangle area = controlRect(kEnvironmentButton);
+  const int32_t shift = state.pressed ? 1 : 0;
+  drawPixels(&dialog->canvas, area.left + shift, area.top + shift, kEnvironmentSide,
+             kEnvironmentSide, surface->rgb, kSurfaceBytesPerPixel * surface->width);
+}
+
+void dragTexture(DialogState* dialog) {
+  EffectSettings* settings = settingsOf(dialog);
+  const Rectangle area = controlRect(kTextureSample);
+  dialog->controlValue[kTextureSample] = pointInRect(settings->mouse, &area) ? 1 : 0;
+  const int32_t dx = settings->mouse.h - settings->lastMouse.h;
+  const int32_t dy = settings->mouse.v - settings->lastMouse.v;
+  if ((dx != 0 || dy != 0) && settings->lastMouse.h != kJustPressed) {
+    const int32_t width = shownSize(settings->textureWidth);
+    const int32_t height = shownSize(settings->textureHeight);
+    settings->textureDragMoved = 1;
+    settings->textureOffsetX =
+        wrapped(int64_t{settings->textureOffsetX} + width - std::clamp(dx, -width, width), width);
+    settings->textureOffsetY = wrapped(
+        int64_t{settings->textureOffsetY} + height - std::clamp(dy, -height, height), height);
+    drawTextureSample(dialog, /*withFrame=*/false);
+    presentArea(dialog, controlRect(kTextureFrame));
+  }
+  pointerHandled(dialog);
+}
+
+bool openEnvironmentPicture(DialogState* dialog) {
+  EffectSettings* settings = settingsOf(dialog);
+  char path[kPathBytes];
+  if (settings->environmentPicture == nullptr) return false;
+  if (!chooseFileToOpen(path, kPictureFiles, "Open an environment picture")) return false;
+  std::memcpy(settings->environmentPath, path, kPathBytes);
+  learnPictureFolder(dialog->session, path);
+  loadEnvironmentPicture(dialog->session, settings->environmentPath);
+  settings->environmentTurns = 0;
+  return true;
+}
+
+bool openTexturePicture(DialogState* dialog) {
+  EffectSettings* settings = settingsOf(dialog);
+  char path[kPathBytes];
+  if (settings->texturePicture == nullptr) return false;
+  if (!chooseFileToOpen(path, kPictureFiles, "Open a texture picture")) return false;
+  std::memcpy(settings->texturePath, path, kPathBytes);
+  learnPictureFolder(dialog->session, path);
+  if (loadTexturePicture(dialog->session, settings->texturePath) == kBitmapLoaded) {
+    settings->textureOffsetX = 0;
+    settings->textureOffsetY = 0;
+  }
+  return true;
+}

@@ -1,0 +1,39 @@
+// preview_area: the rendered preview, its zoom and its pan.
+
+#pragma once
+
+#include <cstdint>
+
+#include "services/rectangle.h"
+
+struct DialogState;
+
+// Fits the preview frame to the area and the filter rectangle, and the factor to the frame.
+void setPreviewFrame(DialogState* dialog);
+int32_t previewFactor(const DialogState* dialog);
+
+// First preview image and render; without one the dialog works without a preview.
+void startPreview(DialogState* dialog);
+
+// Draws what stands in the host's output buffer, centred; with `erase` on white.
+void drawPreview(DialogState* dialog, bool erase);
+
+// Renders with the present settings and shows the result.
+void renderPreview(DialogState* dialog);
+
+// One step in or out, or to 100 %; each renders anew whatever "Auto preview" says.
+void zoomIn(DialogState* dialog);
+void zoomOut(DialogState* dialog);
+void zoomToFull(DialogState* dialog);
+
+// Which zoom buttons are enabled.
+void updateZoomButtons(DialogState* dialog);
+
+// A mouse move while the preview holds the capture.
+void panPreview(DialogState* dialog);
+
+// The untouched picture instead of the render; the next drawPreview shows it.
+void showSourceInPreview(DialogState* dialog);
+
+// The origin kept inside the picture at a scale.
+void clampOrigin(DialogState* dialog, int32_t scale);

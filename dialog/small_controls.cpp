@@ -1,0 +1,120 @@
+#include "dialog/small_controls.h"
+
+#include <algorithm>
+
+#include "dialog/dialog_state.h"
+#include "platform/dialog_text.h"
+#include "services/counted_text.h"
+
+constexpr int32_t kThumb = 120;  // bitmaps
+constexpr int32_t kDisabledThumb = 241;
+constexpr int32_t kThumbSpace = 13;   // pixels of the track that the thumb needs at its end
+constexpr int32_t kPointerShift = 4;  // the pointer holds the thumb this far from its left
+constexpr int32_t kTextHeight = 14;
+constexpr int32_t kValueGap = 3;  // rows at the bottom of a value area left alone
+
+// Bitmaps of the toggles by state.
+constexpr int32_t kAutoPreviewFaces[4] = {237, 238, 234, 236};
+constexpr int32_t kCausticFaces[4] = {148, 150, 149, 151};
+
+static void drawControlText(DialogState* dialog, int32_t id, const char* text, int32_t dy,
+                            Rgb8 colour) {
+  const Rectangle rect = controlRect(id);
+  const int32_t height = rect.bottom - 2 - rect.top;
+  const int32_t y = rect.top + dy + (height - kTextHeight) / 2;
+  drawText(&dialog->canvas, text, rect.right - textWidth(text), y, colour);
+}
+
+void drawLabel(DialogState* dialog, int32_t id) {
+  for (int32_t i = 0; i < kLabelCount; ++i) {
+    if (kLabels[i].id == id) drawControlText(dialog, id, kLabels[i].text, -2, kBlack);
+  }
+}
+
+// The radius slider moves at twice the pace above 50; its field shows pixels.
+static int32_t shownValue(const Slider& slider, int32_t value) {
+  return slider.id == kRadiusSlider && value > 50 ? 2 * value - 50 : value;
+}
+
+void drawValue(DialogState* dialog, int32_t id) {
+  const Slider* slider = findSlider(id);
+  if (slider == nullptr) return;
+  Rectangle ground = controlRect(slider->valueArea);
+  ground.bottom = static_cast<int16_t>(ground.bottom - kValueGap);
+  fillArea(&dialog->canvas, ground, kValueGround);
+  uint8_t text[kCountedTextBytes];
+  numberToText(shownValue(*slider, dialog->controlValue[slider->id]), text);
+  drawControlText(dialog, slider->valueArea, reinterpret_cast<const char*>(text) + 1, -1, kBlack);
+}
+
+static int32_t usableWidth(const Rectangle& rect) {
+  return rect.right - kThumbSpace - (rect.left + 1);
+}
+
+static int32_t rangeOf(const DialogState* dialog, int32_t id) {
+  return std::max(1, dialog->controlMax[id] - dialog->controlMin[id]);
+}
+
+void drawSlider(DialogState* dialog, int32_t id) {
+  const Slider* slider = findSlider(id);
+  if (slider == nullptr) return;
+  const Rectangle rect = controlRect(id);
+  drawResource(&dialog->canvas, slider->track, rect.left, rect.top);
+  const int32_t along = dialog->controlValue[id] - dialog->controlMin[id];
+  const int32_t x = rect.left + 1 + along * (usableWidth(rect) - 1) / rangeOf(dialog, id);
+  const bool enabled = dialog->session->dialog.controlEnabled[id] == 1;
+  drawResource(&dialog->canvas, enabled ? kThumb : kDisabledThumb, x, rect.top + 1);
+}
+
+bool pointerStands(DialogState* dialog) {
+  EffectSettings* settings = settingsOf(dialog);
+  const bool stands =
+      settings->mouse.v == settings->lastMouse.v && settings->mouse.h == settings->lastMouse.h;
+  if (stands) pointerHandled(dialog);
+  return stands;
+}
+
+void pointerHandled(DialogState* dialog) {
+  EffectSettings* settings = settingsOf(dialog);
+  settings->lastMouse = settings->mouse;
+}
+
+void dragSlider(DialogState* dialog, int32_t id) {
+  EffectSettings* settings = settingsOf(dialog);
+  settings->mouse.h = static_cast<int16_t>(settings->mouse.h - kPointerShift);
+  if (pointerStands(dialog)) return;
+  const Rectangle rect = controlRect(id);
+  const int32_t along = settings->mouse.h - (rect.left + 1);
+  const int32_t value = dialog->controlMin[id] + along * rangeOf(dialog, id) / usableWidth(rect);
+  dialog->controlValue[id] = std::clamp(value, dialog->controlMin[id], dialog->controlMax[id]);
+  const Slider* slider = findSlider(id);
+  drawSlider(dialog, id);
+  drawValue(dialog, id);
+  presentArea(dialog, rect);
+  presentArea(dialog, controlRect(slider->valueArea));
+  pointerHandled(dialog);
+}
+
+void drawToggle(DialogState* dialog, int32_t id, int32_t state) {
+  const Rectangle rect = controlRect(id);
+  const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
+  const Rectangle outer = {side(rect.top + 1), side(rect.left - 1), side(rect.bottom - 3),
+                           side(rect.right - 5)};
+  const Rectangle inner = {side(outer.top + 1), side(outer.left + 1), side(outer.bottom - 1),
+                           side(outer.right - 1)};
+  drawBevel(&dialog->canvas, outer, kDarkBevel, kLightBevel);
+  drawBevel(&dialog->canvas, inner, kBlack, kWhite);
+  const int32_t* faces = id == kAutoPreviewToggle ? kAutoPreviewFaces : kCausticFaces;
+  drawResource(&dialog->canvas, faces[state & 3], rect.left + 1, rect.top + 3);
+}
+
+void trackToggle(DialogState* dialog, int32_t id, int32_t currentValue) {
+  EffectSettings* settings = settingsOf(dialog);
+  const Rectangle rect = controlRect(id);
+  dialog->controlValue[id] = pointInRect(settings->mouse, &rect) ? 1 : 0;
+  if (pointerStands(dialog)) return;
+  drawToggle(dialog, id, (currentValue & 1) + 2 * dialog->controlValue[id]);
+  presentArea(dialog, {static_cast<int16_t>(rect.top), static_cast<int16_t>(rect.left - 1),
+                       rect.bottom, rect.right});
+  pointerHandled(dialog);
+}

@@ -1,0 +1,57 @@
+// window_record_qt: what this back end knows of a window, and how events reach its procedure.
+
+#pragma once
+
+#include <QImage>
+#include <deque>
+#include <vector>
+
+#include "platform/window.h"
+
+class QKeyEvent;
+class QMouseEvent;
+class QPainter;
+class QWidget;
+class ItemButton;
+
+struct Window {
+  QWidget* widget;                // shows the pixels
+  const WindowTemplate* content;  // null for a pop-up
+  WindowProcedure procedure;
+  void* context;
+  QImage pixels;  // what has been presented, in client pixels
+
+  bool ended;
+  int32_t code;  // that it ended with
+  int32_t eventsInProgress;
+  std::deque<WindowEvent> posted;
+
+  std::vector<ItemButton*> buttons;  // in the order of the controls
+  int32_t focusedArea;               // id, 0 when a button or nothing has the focus
+  int32_t wheelRest;                 // of a wheel that turns in less than notches
+  bool showsWaitCursor;
+  Window* popup;  // that it has opened
+};
+
+void prepareWindow(Window* window, QWidget* widget, int32_t width, int32_t height,
+                   WindowProcedure procedure, void* context);
+
+// Hands one event over; the procedure's answer, false when the window has ended.
+bool sendEvent(Window* window, const WindowEvent& event);
+
+WindowEvent eventOf(WindowEventKind kind);
+WindowEvent pointerEvent(WindowEventKind kind, const QPointF& position);
+WindowEvent commandEvent(int32_t id);
+
+// Each hands the Qt event over in the window's own terms; true when the procedure has used it. A
+// mouse button that says nothing to windows counts as unused.
+bool sendMousePress(Window* window, const QMouseEvent& event, bool isDouble);
+bool sendMouseRelease(Window* window, const QMouseEvent& event);
+bool sendKey(Window* window, const QKeyEvent& event);
+
+// Paints what has been presented. Whole factors of the screen double every pixel cleanly.
+void paintPixels(const Window& window, QPainter* painter);
+
+// The button of this id, null for none; the id of the control that the keyboard acts on.
+ItemButton* findButton(const Window* window, int32_t id);
+int32_t focusedControl(const Window* window);

@@ -1,0 +1,16 @@
+// resource_access: what a back end supplies to reach the pictures that the module carries.
+
+#pragma once
+
+#include <cstdint>
+
+struct ResourcePicture {
+  int32_t width;
+  int32_t height;
+  const uint8_t* rgb;       // rows from the top
+  const uint8_t* coverage;  // of an icon, 0 or 255 a pixel; null for a bitmap
+};
+
+// A bitmap or icon by its resource number; false when there is none. The pixels stay where they
+// are as long as the module is loaded.
+bool findResourcePicture(int32_t id, ResourcePicture* picture);

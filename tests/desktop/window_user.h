@@ -1,0 +1,58 @@
+// window_user: plays the user of a modal window: mouse and keyboard come in where the system's own
+// events do, so that Qt finds out itself which widget they are for.
+
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/window.h"
+
+class QWidget;
+
+// What a window's procedure is told, and what it does about it.
+struct WindowProbe {
+  std::vector<std::string> events;
+  std::function<bool(Window*, const WindowEvent&)> answer = [](Window*, const WindowEvent&) {
+    return false;
+  };
+
+  std::vector<std::string> take();
+};
+bool probeProcedure(Window* window, const WindowEvent& event, void* probe);
+
+class WindowUser {
+ public:
+  explicit WindowUser(QWidget* window) : window_(window) {
+  }
+
+  QWidget* window() const {
+    return window_;
+  }
+
+  // Where the pointer was elsewhere before, a press or release brings a move along.
+  void press(QPoint at, Qt::MouseButton button = Qt::LeftButton);
+  void move(QPoint at);
+  void release(QPoint at, Qt::MouseButton button = Qt::LeftButton);
+  void click(QPoint at);
+  void doubleClick(QPoint at);
+  void wheel(QPoint at, int units);
+  void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
+
+ private:
+  void sendMouse(QPoint at, Qt::MouseButton button, int type);
+
+  QWidget* window_;
+  Qt::MouseButtons held_;
+};
+
+// Runs a window; `play` is called once it is shown and has the keyboard. A window that `play`
+// leaves open fails the test and is closed. The code that the window ended with.
+int32_t playWindow(const WindowTemplate& content, WindowProbe* probe,
+                   const std::function<void(WindowUser&)>& play);
+
+// Lets everything that is queued happen.
+void settle();
