@@ -91,6 +91,10 @@ void drawResource(Canvas* canvas, int32_t id, int32_t x, int32_t y) {
   }
 }
 
+void drawIcon(Canvas* canvas, int32_t id, int32_t x, int32_t y) {
+  drawResource(canvas, kIconNumbers + id, x, y);
+}
+
 void drawPixels(Canvas* canvas, int32_t x, int32_t y, int32_t width, int32_t height,
                 const uint8_t* rgb, int32_t stride) {
   for (int32_t row = 0; row < height; ++row) {

@@ -42,8 +42,9 @@ void drawFrame(Canvas* canvas, const Rectangle& rect, Rgb8 colour);
 // A dotted frame that stands out from what is under it.
 void drawFocusFrame(Canvas* canvas, const Rectangle& rect);
 
-// A bitmap or icon of the module's resources; nothing when there is none of that number.
+// A bitmap or an icon of the module's resources; nothing when there is none of that number.
 void drawResource(Canvas* canvas, int32_t id, int32_t x, int32_t y);
+void drawIcon(Canvas* canvas, int32_t id, int32_t x, int32_t y);
 
 // Pixels of three bytes, `stride` bytes from row to row.
 void drawPixels(Canvas* canvas, int32_t x, int32_t y, int32_t width, int32_t height,

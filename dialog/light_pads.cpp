@@ -39,7 +39,7 @@ void drawLightPad(DialogState* dialog, int32_t id) {
   const int32_t footY = rect.top + offset((y + 0.5) / kFootDivisor) + 40;
   drawLine(&dialog->canvas, footX, footY, handleX, handleY,
            light.z >= 0 ? kTowardViewer : kAwayFromViewer);
-  drawResource(&dialog->canvas, kHandle, handleX - kHandleInset, handleY - kHandleInset);
+  drawIcon(&dialog->canvas, kHandle, handleX - kHandleInset, handleY - kHandleInset);
 }
 
 void dragLight(DialogState* dialog, int32_t id) {

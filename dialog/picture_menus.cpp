@@ -107,7 +107,7 @@ static void drawMenuRow(DialogState* dialog, int32_t index, const MenuRow& row, 
   fillArea(canvas, {side(top), 0, side(top + kRowHeight), side(dialog->popupWidth)}, ground);
   drawResource(canvas, row.picture, 14, top + 2);
   if (row.value == dialog->controlValue[row.picker]) {
-    drawResource(canvas, kCheckMark, 4, top + kRowHeight / 2 - 2);
+    drawIcon(canvas, kCheckMark, 4, top + kRowHeight / 2 - 2);
   }
   const bool enabled = dialog->session->dialog.controlEnabled[row.picker] == 1;
   const Rgb8 text = !enabled ? kDisabledText

@@ -11,6 +11,9 @@ struct ResourcePicture {
   const uint8_t* coverage;  // of an icon, 0 or 255 a pixel; null for a bitmap
 };
 
+// Bitmaps and icons have numbers of their own each; an icon's is asked for with this added.
+constexpr int32_t kIconNumbers = 100000;
+
 // A bitmap or icon by its resource number; false when there is none. The pixels stay where they
 // are as long as the module is loaded.
 bool findResourcePicture(int32_t id, ResourcePicture* picture);

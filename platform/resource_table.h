@@ -17,7 +17,7 @@ struct EmbeddedPicture {
   int32_t hotY;
 };
 
-// Bitmaps and icons, which share their numbers; in rising order.
+// Bitmaps, then icons with kIconNumbers added to their numbers; in rising order.
 std::span<const EmbeddedPicture> embeddedPictures();
 
 std::span<const EmbeddedPicture> embeddedCursors();

@@ -5,6 +5,7 @@
 
 #include "hosts/substitute_host/host_log.h"
 #include "hosts/substitute_host/host_state.h"
+#include "platform/window.h"
 
 static bool isShowable(const PSPixelMap& map, const HostRectangle32& source) {
   if (map.imageMode != kImageModeGrey && map.imageMode != kImageModeRgb) return false;
@@ -33,16 +34,36 @@ static HostPicture copyOf(const PSPixelMap& map, const HostRectangle32& source) 
 }
 
 static int16_t MORVALIS_CALL displayPixels(const PSPixelMap* map, const HostRectangle32* source,
-                                           int32_t /*row*/, int32_t /*column*/, void* context) {
+                                           int32_t row, int32_t column, void* context) {
   logCall("displayPixels");
   if (map == nullptr || source == nullptr || context == nullptr) return kFilterBadParameters;
   if (!isShowable(*map, *source)) return kFilterBadParameters;
-  if (host().switches.displaysTarget) host().displayed = copyOf(*map, *source);
+  const HostSwitches& switches = host().switches;
+  if (!switches.displaysTarget && !switches.display) return kNoError;
+  const HostPicture shown = copyOf(*map, *source);
+  if (switches.display) switches.display(shown, row, column, context);
+  if (switches.displaysTarget) host().displayed = shown;
   return kNoError;
 }
 
 DisplayPixelsProc offerDisplayPixels() {
   return host().switches.displayPixels ? displayPixels : nullptr;
+}
+
+void drawIntoTarget(const HostPicture& shown, int32_t row, int32_t column, void* context) {
+  const auto* target = static_cast<const PixelTarget*>(context);
+  for (int32_t y = 0; y < shown.height; ++y) {
+    for (int32_t x = 0; x < shown.width; ++x) {
+      const int32_t atX = column + x;
+      const int32_t atY = row + y;
+      if (atX < 0 || atX >= target->width || atY < 0 || atY >= target->height) continue;
+      const size_t from = (static_cast<size_t>(y) * shown.width + x) * shown.planes;
+      uint8_t* pixel = target->rgb + 3 * (static_cast<size_t>(atY) * target->width + atX);
+      for (int32_t channel = 0; channel < 3; ++channel) {
+        pixel[channel] = shown.samples[from + (shown.planes == 1 ? 0 : channel)];
+      }
+    }
+  }
 }
 
 const HostPicture& displayedPicture() {

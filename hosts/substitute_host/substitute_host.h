@@ -15,6 +15,14 @@
 
 #include "entry/host_interface.h"
 
+// An interleaved picture with 8-bit samples: 1 grey, 2 grey and alpha, 3 RGB, 4 RGB and alpha.
+struct HostPicture {
+  int32_t width = 0;
+  int32_t height = 0;
+  int32_t planes = 0;
+  std::vector<uint8_t> samples;  // width x height x planes
+};
+
 // How a service suite is offered. Of the two scripting suites the reading one takes the fault.
 enum class SuiteOffer {
   usable,
@@ -47,16 +55,11 @@ struct HostSwitches {
   int32_t refuseAllocationAt = 0;  // the n-th handle or buffer is refused; 0 never
   bool refuseAllBuffers = false;
 
+  // Draws for displayPixels; nothing is drawn without it (see drawIntoTarget).
+  std::function<void(const HostPicture& shown, int32_t row, int32_t column, void* context)> display;
+
   std::function<bool()> abortTest;                            // asked besides abortAtTest
   std::function<void(int32_t done, int32_t total)> progress;  // told of every progress report
-};
-
-// An interleaved picture with 8-bit samples: 1 grey, 2 grey and alpha, 3 RGB, 4 RGB and alpha.
-struct HostPicture {
-  int32_t width = 0;
-  int32_t height = 0;
-  int32_t planes = 0;
-  std::vector<uint8_t> samples;  // width x height x planes
 };
 
 // A selection of the picture's size, 0 to 255 a pixel; no samples: the host has no mask.
@@ -144,3 +147,6 @@ const std::vector<ScriptValue>& recordedScript();
 // The picture of the last displayPixels call (displaysTarget); planes is 1 or 3. Like real hosts
 // the service refuses a null context, a null base address and row bytes 0.
 const HostPicture& displayedPicture();
+
+// A way to display for back ends whose context is the pixels themselves (PixelTarget).
+void drawIntoTarget(const HostPicture& shown, int32_t row, int32_t column, void* context);

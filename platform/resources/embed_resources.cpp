@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/resource_access.h"
 #include "platform/resources/picture_files.h"
 
 struct Resource {
@@ -49,7 +50,7 @@ static void addResource(const std::filesystem::path& path, Resources* resources)
   if (kind == ".bmp") {
     resources->pictures.push_back({id, readBitmapFile(file)});
   } else if (kind == ".ico") {
-    resources->pictures.push_back({id, readIconFile(file)});
+    resources->pictures.push_back({kIconNumbers + id, readIconFile(file)});
   } else if (kind == ".cur") {
     resources->cursors.push_back({id, readCursorFile(file)});
   } else {

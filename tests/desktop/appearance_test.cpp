@@ -6,6 +6,7 @@
 #include <QColorDialog>
 #include <QDir>
 #include <QImage>
+#include <QImageReader>
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
@@ -104,12 +105,17 @@ TEST(QtScreen, MenusFitTheScreen) {
 // --- Embedded pictures ----------------------------------------------------------------------
 
 // Read by another decoder than the build's.
-static int compareFolder(const char* folder, const char* pattern) {
+static int compareFolder(const char* folder, const char* pattern, int firstNumber) {
   const QDir files(QFileInfo(__FILE__).absolutePath() + "/../../resources/" + folder);
   const QStringList names = files.entryList({pattern});
   for (const QString& name : names) {
-    const QImage file(files.filePath(name));
-    const int id = name.section('-', 0, 0).section('.', 0, 0).toInt();
+    // An icon file holds several sizes; the embedded one is 32 x 32 where there is one.
+    QImageReader reader(files.filePath(name));
+    QImage file = reader.read();
+    for (int i = 1; file.width() != 32 && i < reader.imageCount(); ++i) {
+      if (reader.jumpToImage(i)) file = reader.read();
+    }
+    const int id = firstNumber + name.section('-', 0, 0).section('.', 0, 0).toInt();
     ResourcePicture picture = {};
     EXPECT_TRUE(findResourcePicture(id, &picture)) << name.toStdString();
     if (picture.rgb == nullptr || file.size() != QSize(picture.width, picture.height)) {
@@ -122,7 +128,8 @@ static int compareFolder(const char* folder, const char* pattern) {
       const bool covered = picture.coverage == nullptr || picture.coverage[i] != 0;
       const uint8_t* rgb = picture.rgb + 3 * i;
       const bool same = rgb[0] == qRed(pixel) && rgb[1] == qGreen(pixel) && rgb[2] == qBlue(pixel);
-      wrong += covered != (qAlpha(pixel) >= 128) || (covered && !same) ? 1 : 0;
+      // Where a pixel is half there, the other decoder rounds its colour.
+      wrong += covered != (qAlpha(pixel) >= 128) || (qAlpha(pixel) == 255 && !same) ? 1 : 0;
     }
     EXPECT_EQ(wrong, 0) << name.toStdString();
   }
@@ -130,6 +137,8 @@ static int compareFolder(const char* folder, const char* pattern) {
 }
 
 TEST(EmbeddedResources, AreTheFiles) {
-  const int files = compareFolder("bitmaps", "*.bmp") + compareFolder("icons", "*.ico");
+  const int files =
+      compareFolder("bitmaps", "*.bmp", 0) + compareFolder("icons", "*.ico", kIconNumbers);
+  EXPECT_GT(files, 70);
   EXPECT_EQ(static_cast<size_t>(files), embeddedPictures().size());
 }

@@ -285,12 +285,17 @@ TEST_F(MainDialog, PreviewIsTheRender) {
     const HostMask mask = testMask(120, 90);
     HostSwitches switches;
     switches.displaysTarget = true;
+    switches.display = drawIntoTarget;
     HostPicture displayed;
     EXPECT_EQ(runDialog(
                   switches, picture, mask,
                   [&](NoneWindow& window) {
                     window.click(sliderPoint(kReflectionSlider, 60));
                     displayed = displayedPicture();
+                    const NonePicture shown = window.pixels();
+                    const size_t centre = (size_t{153} * shown.width + 520) * 3;
+                    const size_t middle = (size_t{45} * displayed.width + 60) * displayed.planes;
+                    EXPECT_EQ(shown.rgb[centre], displayed.samples[middle]);
                     window.clickButton(kOkButton);
                   },
                   [] { hostSettings()->textureChoice = 1; }),
