@@ -1,0 +1,13 @@
+// icons_and_cursors: the pictures that stand out from whatever is under them.
+
+#pragma once
+
+#include "resources/artwork/raster.h"
+
+Picture drawModuleIcon(int32_t side);  // 16, 32 or 48
+Picture drawAlertIcon();               // 32 x 32
+Picture drawCheckMark();               // 32 x 32, the mark in the top left corner
+
+// 32 x 32; the hot spot of both is (8, 8).
+Picture drawOpenHand();
+Picture drawClosedHand();

@@ -1,0 +1,179 @@
+// morvalis_artwork: draws every picture of the dialogs and writes the resource files.
+//   morvalis_artwork FOLDER      writes FOLDER/bitmaps, FOLDER/icons and FOLDER/cursors
+// Files that are there already are replaced; the bytes are the same on every run.
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include "pictures/builtin_pictures.h"
+#include "pictures/picture_surface.h"
+#include "resources/artwork/about_pictures.h"
+#include "resources/artwork/background.h"
+#include "resources/artwork/button_faces.h"
+#include "resources/artwork/icons_and_cursors.h"
+#include "resources/artwork/light_pad_pictures.h"
+#include "resources/artwork/menu_pictures.h"
+#include "resources/artwork/picture_writing.h"
+#include "resources/artwork/slider_tracks.h"
+
+namespace fs = std::filesystem;
+
+constexpr int32_t kHandHot = 8;
+
+struct NumberedPicture {
+  int32_t number;
+  const char* name;
+};
+
+// By value, from 1.
+constexpr NumberedPicture kShapes[] = {
+    {146, "chisel"},    {152, "ridge"},        {153, "sine"},  {154, "round"},  {155, "hollow"},
+    {156, "step"},      {157, "double-ridge"}, {160, "crown"}, {163, "collar"}, {161, "twin-ridge"},
+    {162, "twin-dome"}, {166, "soft-groove"},  {168, "groove"}};
+constexpr NumberedPicture kTextures[] = {
+    {187, "none"},   {188, "leather"}, {189, "scales"}, {190, "flakes"}, {191, "pebbles"},
+    {192, "marble"}, {193, "cobbles"}, {194, "cells"},  {195, "clouds"}, {196, "brushed"},
+    {197, "fibres"}, {198, "strata"},  {199, "file"}};
+constexpr NumberedPicture kBlendModes[] = {
+    {169, "normal"},     {175, "procedural-plus"}, {176, "procedural-minus"},
+    {177, "difference"}, {178, "lighten"},         {179, "darken"},
+    {180, "add"},        {181, "subtract"},        {182, "multiply"},
+    {183, "screen"},     {184, "tarnish"},         {185, "caustic"}};
+
+struct Writer {
+  fs::path folder;
+  int32_t files;
+};
+
+static fs::path fileOf(Writer* writer, const char* folder, int32_t number, const std::string& name,
+                       const char* ending) {
+  const fs::path path = writer->folder / folder;
+  fs::create_directories(path);
+  ++writer->files;
+  return path / (std::to_string(number) + "-" + name + ending);
+}
+
+static void bitmap(Writer* writer, int32_t number, const std::string& name,
+                   const Picture& picture) {
+  writeBitmap(fileOf(writer, "bitmaps", number, name, ".bmp"), picture);
+}
+
+static void greyBitmap(Writer* writer, int32_t number, const std::string& name,
+                       const Picture& picture) {
+  writeGreyBitmap(fileOf(writer, "bitmaps", number, name, ".bmp"), picture);
+}
+
+static void icon(Writer* writer, int32_t number, const std::string& name,
+                 const std::vector<Picture>& pictures) {
+  writeIcon(fileOf(writer, "icons", number, name, ".ico"), pictures);
+}
+
+static void cursor(Writer* writer, int32_t number, const std::string& name,
+                   const Picture& picture) {
+  writeCursor(fileOf(writer, "cursors", number, name, ".cur"), picture, kHandHot, kHandHot);
+}
+
+static void writeMainDialog(Writer* writer) {
+  const Picture background = drawBackground();
+  bitmap(writer, 239, "background", background);
+  bitmap(writer, 240, "texture-link", drawTextureLink(background));
+  bitmap(writer, 122, "blend-symbol", drawBlendSymbol(background));
+
+  bitmap(writer, 125, "track-radius", drawRadiusTrack());
+  bitmap(writer, 136, "track-height", drawHeightTrack());
+  bitmap(writer, 133, "track-texture", drawTextureTrack());
+  bitmap(writer, 135, "track-texture-size", drawTextureSizeTrack());
+  bitmap(writer, 137, "track-gloss", drawGlossTrack());
+  bitmap(writer, 139, "track-glare", drawGlareTrack());
+  bitmap(writer, 129, "track-reflection", drawReflectionTrack());
+  bitmap(writer, 138, "track-glassiness", drawGlassinessTrack());
+  bitmap(writer, 140, "track-caustic", drawCausticTrack());
+  bitmap(writer, 142, "track-iridescence", drawIridescenceTrack());
+  bitmap(writer, 221, "track-iri-colors", drawFilmColoursTrack());
+  bitmap(writer, 130, "track-tarnish", drawTarnishTrack());
+  bitmap(writer, 120, "thumb", drawThumb(true));
+  bitmap(writer, 241, "thumb-disabled", drawThumb(false));
+
+  bitmap(writer, 237, "check-off", drawCheckToggle(false, false));
+  bitmap(writer, 238, "check-on", drawCheckToggle(true, false));
+  bitmap(writer, 234, "check-off-pressed", drawCheckToggle(false, true));
+  bitmap(writer, 236, "check-on-pressed", drawCheckToggle(true, true));
+  bitmap(writer, 148, "caustic-coloured", drawCausticToggle(false, false));
+  bitmap(writer, 150, "caustic-grey", drawCausticToggle(true, false));
+  bitmap(writer, 149, "caustic-coloured-pressed", drawCausticToggle(false, true));
+  bitmap(writer, 151, "caustic-grey-pressed", drawCausticToggle(true, true));
+
+  bitmap(writer, 223, "save", drawSaveFace());
+  bitmap(writer, 224, "load", drawLoadFace());
+  bitmap(writer, 225, "spin", drawSpinFace());
+  bitmap(writer, 228, "randomize", drawRandomizeFace());
+  bitmap(writer, 218, "light-pad-1", drawLightPad(1));
+  bitmap(writer, 219, "light-pad-2", drawLightPad(2));
+}
+
+static void writeMenus(Writer* writer) {
+  int32_t value = 0;
+  for (const NumberedPicture& row : kShapes) {
+    bitmap(writer, row.number, std::string("shape-") + row.name, drawShapePicture(++value));
+  }
+  value = 0;
+  for (const NumberedPicture& row : kTextures) {
+    bitmap(writer, row.number, std::string("texture-") + row.name, drawTexturePicture(++value));
+  }
+  value = 0;
+  for (const NumberedPicture& row : kBlendModes) {
+    bitmap(writer, row.number, std::string("blend-") + row.name, drawBlendPicture(++value));
+  }
+}
+
+static void writeAboutBox(Writer* writer) {
+  bitmap(writer, 126, "about-title", drawAboutTitle());
+  bitmap(writer, 131, "about-show", drawAboutShow());
+  bitmap(writer, 127, "about-version", drawAboutVersion(MORVALIS_VERSION));
+  bitmap(writer, 144, "about-mark", drawAboutMark());
+}
+
+static Picture builtInPicture(void (*draw)(PictureSurface* surface)) {
+  Picture picture = newPicture(kBuiltInSide, kBuiltInSide, {0, 0, 0});
+  PictureSurface surface = {kBuiltInSide, kBuiltInSide, picture.rgb.data()};
+  draw(&surface);
+  return picture;
+}
+
+static void writeBuiltInPictures(Writer* writer) {
+  bitmap(writer, 204, "environment", builtInPicture(drawBuiltInEnvironment));
+  greyBitmap(writer, 205, "texture", builtInPicture(drawBuiltInTexture));
+  bitmap(writer, 206, "environment-surface", newPicture(128, 128, {0, 0, 0}));
+  greyBitmap(writer, 207, "texture-surface", newPicture(256, 256, {0, 0, 0}));
+}
+
+static void writeIconsAndCursors(Writer* writer) {
+  icon(writer, 101, "module", {drawModuleIcon(32), drawModuleIcon(16), drawModuleIcon(48)});
+  icon(writer, 122, "light-handle", {drawLightHandle()});
+  icon(writer, 148, "alert", {drawAlertIcon()});
+  icon(writer, 202, "check-mark", {drawCheckMark()});
+  cursor(writer, 107, "closed-hand", drawClosedHand());
+  cursor(writer, 108, "open-hand", drawOpenHand());
+}
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fputs("usage: morvalis_artwork FOLDER\n", stderr);
+    return 2;
+  }
+  try {
+    Writer writer = {argv[1], 0};
+    writeMainDialog(&writer);
+    writeMenus(&writer);
+    writeAboutBox(&writer);
+    writeBuiltInPictures(&writer);
+    writeIconsAndCursors(&writer);
+    std::printf("%d files in %s\n", writer.files, argv[1]);
+    return 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "morvalis_artwork: %s\n", error.what());
+    return 1;
+  }
+}

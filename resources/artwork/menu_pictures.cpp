@@ -1,0 +1,158 @@
+#include "resources/artwork/menu_pictures.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "resources/artwork/engine_runs.h"
+#include "resources/artwork/palette.h"
+
+constexpr int32_t kSide = 32;
+constexpr int32_t kFiner = 4;  // the effect is rendered this much larger, for smooth edges
+constexpr int32_t kFineSide = kSide * kFiner;
+constexpr int32_t kSamples = 2;
+
+// --- Shapes ---------------------------------------------------------------------------------
+
+constexpr double kHalfDisc = 14;    // radius
+constexpr double kCut = 18;         // line at which the disc is cut
+constexpr double kSectionTop = 21;  // of the section at its highest
+constexpr double kSectionBottom = 29;
+
+static Picture litDisc(int32_t shape) {
+  EffectSettings settings = smoothSettings();
+  settings.shape = shape;
+  // The bevel reaches the middle; above 50 the radius grows by two pixels a step.
+  settings.radius = static_cast<int32_t>(kHalfDisc * kFiner + 50) / 2;
+  settings.height = 30;
+  settings.gloss = 14;
+  settings.glare = 60;
+  const Picture source = newPicture(kFineSide, kFineSide, {188, 150, 74});
+  const double centre = kFineSide / 2.0;
+  const std::vector<uint8_t> coverage =
+      coverageOf(discShape(centre, centre, kHalfDisc * kFiner), kFineSide, kFineSide, kSamples);
+  return reducedPicture(renderedPicture(source, coverage, settings), kFiner);
+}
+
+Picture drawShapePicture(int32_t shape) {
+  Picture picture = newPicture(kSide, kSide, kGrooveLight);
+  const Picture disc = litDisc(shape);
+  const double left = kSide / 2.0 - kHalfDisc;
+  const Shape half =
+      bothShape(discShape(kSide / 2.0, kCut, kHalfDisc), [](double, double y) { return y < kCut; });
+  fillShape(&picture, half, [&disc](double x, double y) {
+    return pixelAt(disc, static_cast<int32_t>(x), static_cast<int32_t>(y - kCut + kSide / 2.0));
+  });
+  const std::vector<double> heights = profileHeights(shape);
+  const auto surfaceAt = [&](double x) {
+    const double inward = std::clamp(std::min(x - left, kSide - left - x) / kHalfDisc, 0.0, 1.0);
+    const double height =
+        heights[static_cast<size_t>(inward * static_cast<double>(heights.size() - 1))];
+    return kSectionBottom - 1 - height * (kSectionBottom - 1 - kSectionTop);
+  };
+  const auto within = [left](double x) { return x >= left && x <= kSide - left; };
+  fillShape(
+      &picture,
+      [&](double x, double y) { return within(x) && y >= surfaceAt(x) && y <= kSectionBottom; },
+      kGraphite);
+  fillShape(
+      &picture,
+      [&](double x, double y) {
+        return within(x) && y >= surfaceAt(x) && y <= surfaceAt(x) + 1.1 && y <= kSectionBottom;
+      },
+      kGold);
+  return picture;
+}
+
+constexpr double kWantedRange = 190;  // greys of a texture
+constexpr double kLargestGain = 2.2;
+
+// --- Textures -------------------------------------------------------------------------------
+
+// A sheet with a folded corner and a landscape on it.
+static Picture drawFilePicture() {
+  Picture picture = newPicture(kSide, kSide, kDeepPanel);
+  fillShape(&picture, polygonShape({{7, 3}, {20, 3}, {26, 9}, {26, 29}, {7, 29}}), kInk);
+  fillShape(&picture, polygonShape({{8, 4}, {19.6, 4}, {25, 9.4}, {25, 28}, {8, 28}}), kPaper);
+  fillShape(&picture, polygonShape({{19, 3}, {26, 10}, {19, 10}}), kInk);
+  fillShape(&picture, polygonShape({{20, 5.4}, {23.6, 9}, {20, 9}}), kGrooveDark);
+  fillBox(&picture, {10, 13, 23, 25}, {196, 206, 212});
+  fillShape(&picture, discShape(19.5, 16.5, 1.8), kGold);
+  fillShape(
+      &picture,
+      polygonShape({{10, 25}, {10, 22}, {14, 17}, {18, 22}, {19.5, 20.5}, {23, 24}, {23, 25}}),
+      kGraphite);
+  return picture;
+}
+
+// Away from the middle grey of the picture, so that a faint pattern shows at this size.
+static void raiseContrast(Picture* picture) {
+  const auto [low, high] = std::minmax_element(picture->rgb.begin(), picture->rgb.end());
+  const double range = std::max(1, *high - *low);
+  const double middle = (*high + *low) / 2.0;
+  const double gain = std::clamp(kWantedRange / range, 1.0, kLargestGain);
+  for (int32_t y = 0; y < picture->height; ++y) {
+    for (int32_t x = 0; x < picture->width; ++x) {
+      const double grey = middle + (pixelAt(*picture, x, y).red - middle) * gain;
+      setPixel(picture, x, y, {grey, grey, grey});
+    }
+  }
+}
+
+Picture drawTexturePicture(int32_t textureChoice) {
+  if (textureChoice == kTextureChoiceFile) return drawFilePicture();
+  const Picture texture = generatedTexture(textureChoice);
+  // The patterns that are drawn from noise are large; the others repeat finer shapes.
+  const int32_t finer = textureChoice == 6 || textureChoice > 8 ? 4 : 2;
+  const int32_t side = finer * kSide;
+  Picture picture = reducedPicture(croppedPicture(texture, {64, 64, 64 + side, 64 + side}), finer);
+  raiseContrast(&picture);
+  // The smooth surface would vanish on the menu's grey.
+  if (textureChoice == kTextureChoiceNone) {
+    frameBox(&picture, {0, 0, kSide, kSide}, kGrooveLight, kSoftInk);
+  }
+  return picture;
+}
+
+// --- Blend modes ----------------------------------------------------------------------------
+
+// Light above, dark below, warm on the left and cool on the right: what a mode does to each shows.
+static Picture blendSource() {
+  Picture picture = newPicture(kFineSide, kFineSide, kPaper);
+  for (int32_t y = 0; y < kFineSide; ++y) {
+    for (int32_t x = 0; x < kFineSide; ++x) {
+      const double across = smoothRise(0.35, 0.65, static_cast<double>(x) / kFineSide);
+      const double down = smoothRise(0.2, 0.8, static_cast<double>(y) / kFineSide);
+      const Rgb light = mixed({240, 176, 152}, {156, 204, 236}, across);
+      const Rgb dark = mixed({132, 30, 36}, {20, 54, 112}, across);
+      setPixel(&picture, x, y, mixed(light, dark, down));
+    }
+  }
+  return picture;
+}
+
+Picture drawBlendPicture(int32_t blendMode) {
+  EffectSettings settings = goldSettings();
+  settings.reflection = 70;
+  settings.gloss = 30;
+  settings.blendMode = blendMode;
+  settings.shape = 4;
+  settings.radius = 30;
+  settings.height = 60;
+  if (blendMode == kBlendModeTarnish) {
+    settings.tarnish = 100;
+    settings.shape = 9;
+    settings.radius = 40;
+    settings.height = 90;
+  }
+  if (blendMode == kBlendModeCaustic) {
+    settings.glassiness = 100;
+    settings.caustic = 100;
+    settings.reflection = 0;
+    settings.radius = 50;
+    settings.height = 40;
+  }
+  const Picture source = blendSource();
+  const std::vector<uint8_t> coverage = coverageOf(
+      discShape(kFineSide / 2.0, kFineSide / 2.0, 12.5 * kFiner), kFineSide, kFineSide, kSamples);
+  return reducedPicture(renderedPicture(source, coverage, settings), kFiner);
+}
