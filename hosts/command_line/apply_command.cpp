@@ -1,146 +1,73 @@
 #include "hosts/command_line/apply_command.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cstdio>
 
-#include "hosts/command_line/bitmap_path.h"
+#include "hosts/command_line/child_processes.h"
 #include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/effect_run.h"
+#include "hosts/command_line/file_access.h"
 #include "hosts/command_line/interrupt.h"
+#include "hosts/command_line/output_names.h"
 #include "hosts/command_line/picture_load.h"
 #include "hosts/command_line/picture_save.h"
-#include "hosts/command_line/progress_bar.h"
 #include "hosts/command_line/selection.h"
-#include "hosts/command_line/setting_text.h"
-#include "platform/clock.h"
-#include "platform/desktop/desktop_session.h"
-#include "platform/remembered_values.h"
 
-// --- What was asked for ---------------------------------------------------------------------
-
-static uint32_t parseSeed(const std::string& text) {
-  if (text.empty()) return secondsNow();
-  uint32_t seed = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, seed);
-  if (stop != end || error != std::errc()) {
-    failOnUsage("--seed " + text + ": takes a whole number, 0 to 4294967295");
+static const PictureFormat& formatOf(const std::string& output) {
+  const PictureFormat* format = findPictureFormat(output);
+  if (format == nullptr) {
+    failOnUsage(output + ": cannot tell the format by the extension; there are " +
+                writableExtensions());
   }
-  return seed;
+  return *format;
 }
 
-// The built-in textures and a picture file exclude each other: either without the other's part is
-// a slip that would pass unnoticed.
-static std::vector<SettingAssignment> parseAssignments(const ApplyOptions& options) {
-  std::vector<SettingAssignment> assignments;
-  const SettingAssignment fileChosen =
-      parseAssignment("textureChoice=" + std::to_string(kTextureChoiceFile));
-  int32_t textureChoice = 0;  // 0: not set
-  for (const std::string& text : options.assignments) {
-    assignments.push_back(parseAssignment(text));
-    if (assignments.back().row == fileChosen.row) {
-      textureChoice = static_cast<int32_t>(assignments.back().values[0]);
-    }
-  }
-  if (textureChoice == kTextureChoiceFile && options.texture.empty()) {
-    failOnUsage("--set textureChoice=file needs a picture: add --texture FILE.bmp");
-  }
-  if (!options.texture.empty()) {
-    if (textureChoice != 0 && textureChoice != kTextureChoiceFile) {
-      failOnUsage("--texture chooses the picture file, but --set textureChoice=" +
-                  std::to_string(textureChoice) +
-                  " chooses another texture; leave one of them out");
-    }
-    assignments.push_back(fileChosen);
-  }
-  return assignments;
-}
-
-// --- The module's run -----------------------------------------------------------------------
-
-static std::string reasonOf(int16_t result) {
-  switch (result) {
-    case kMemoryFull:
-    case kRenderBuffersMissing:
-      return "there is not enough memory for the effect";
-    case kFilterBadParameters:
-      return "the effect cannot work on this picture";
-    default:
-      return "the effect failed (result " + std::to_string(result) + ")";
-  }
-}
-
-// An alert has already said on standard error what went wrong.
-static void checkResult(int16_t result, const std::string& file) {
+static void applyToPicture(const EffectPlan& plan, const std::string& image,
+                           const std::string& mask, const std::string& output, bool quiet) {
+  const PictureFormat& format = formatOf(output);
+  Picture picture = loadPicture(image);
+  checkFormatHolds(format, picture, output);
+  const HostMask selection = loadSelection(mask, picture, image);
   stopIfInterrupted();
-  if (result == kNoError) return;
-  if (reportedAlerts() > 0) throw CommandFailure{kExitFailed, ""};
-  failOnFile(file, reasonOf(result));
+  picture.colors = renderEffect(plan, picture, selection, quiet, image);
+  savePicture(picture, format, output);
 }
 
-static void prepareSettings(const std::vector<SettingAssignment>& assignments,
-                            const std::string& file) {
-  checkResult(callSelector(kSelectorPrepare), file);
-  const Handle handle = hostRecord()->parameters;
-  if (handle == nullptr) failOnFile(file, reasonOf(kMemoryFull));
-  EffectSettings* settings = static_cast<EffectSettings*>(*handle);
-  for (const SettingAssignment& assignment : assignments) applyAssignment(assignment, settings);
-}
-
-struct OpenHost {
-  OpenHost(const HostSwitches& switches, const HostPicture& picture, const HostMask& mask) {
-    openHost(switches, picture, mask);
-  }
-  ~OpenHost() {
-    closeHost();
-  }
-};
-
-static HostPicture renderEffect(const ApplyOptions& options, const Picture& picture,
-                                const HostMask& mask,
-                                const std::vector<SettingAssignment>& assignments) {
-  ProgressBar bar = makeProgressBar(options.quiet);
-  HostSwitches switches;
-  switches.dirtyMemory = false;
-  switches.abortTest = interrupted;
-  switches.progress = [&bar](int32_t done, int32_t total) { drawProgress(&bar, done, total); };
-  const OpenHost host(switches, picture.colors, mask);
-  prepareSettings(assignments, options.image);
-  const int16_t result = renderFilter();
-  clearProgress(&bar);
-  checkResult(result, options.image);
-  return mixByMask(picture.colors, filteredPicture(), mask);
+static void applyToPictures(const EffectPlan& plan, const ApplyOptions& options,
+                            const std::vector<std::string>& outputs, int jobs) {
+  ChildWork work;
+  work.names = options.images;
+  work.jobs = jobs;
+  work.quiet = options.quiet;
+  work.command = [&](size_t i) {
+    checkWritable(outputs[i]);
+    applyToPicture(plan, options.images[i], options.mask, outputs[i], /*quiet=*/true);
+    return kExitDone;
+  };
+  const std::vector<bool> done = runInChildren(work);
+  const auto failed = std::count(done.begin(), done.end(), false);
+  if (failed == 0) return;
+  throw CommandFailure{kExitFailed, std::to_string(failed) + " of " + std::to_string(done.size()) +
+                                        " pictures failed"};
 }
 
 int runApplyCommand(const ApplyOptions& options) {
-  const std::vector<SettingAssignment> assignments = parseAssignments(options);
   const uint32_t seed = parseSeed(options.seed);
-  const PictureFormat* format = findPictureFormat(options.output);
-  if (format == nullptr) {
-    failOnUsage(options.output + ": cannot tell the format by the extension; there are " +
-                writableExtensions());
-  }
+  const int jobs = parseJobs(options.jobs);
+  const std::vector<std::string> outputs = outputNames(options.images, options.output);
+  for (const std::string& output : outputs) formatOf(output);
   watchForInterrupts();
-  checkWritable(options.output);
-
-  keepRememberedValuesInMemory();
-  fixClock(seed);
-  BitmapPath environment;
-  BitmapPath texture;
-  if (!options.environment.empty()) {
-    environment = findBitmap(options.environment);
-    writeRememberedValue("ChromeFile", environment.path.c_str());
+  const bool single = outputs.size() == 1;
+  if (single) checkWritable(outputs[0]);
+  const EffectPlan plan = planEffect(options.effect, seed);
+  if (single) {
+    applyToPicture(plan, options.images[0], options.mask, outputs[0], options.quiet);
+  } else {
+    applyToPictures(plan, options, outputs, jobs);
   }
-  if (!options.texture.empty()) {
-    texture = findBitmap(options.texture);
-    writeRememberedValue("TextureFile", texture.path.c_str());
+  if (!options.quiet && options.seed.empty()) {
+    std::FILE* place = outputs[0] == kStandardStream ? stderr : stdout;
+    std::fprintf(place, "seed %u\n", seed);
   }
-
-  Picture picture = loadPicture(options.image);
-  checkFormatHolds(*format, picture, options.output);
-  const HostMask mask = loadSelection(options.mask, picture, options.image);
-  stopIfInterrupted();
-  picture.colors = renderEffect(options, picture, mask, assignments);
-  savePicture(picture, *format, options.output);
-  if (!options.quiet && options.seed.empty()) std::printf("seed %u\n", seed);
   return kExitDone;
 }

@@ -1,19 +1,19 @@
-// apply_command: `morvalis apply`, the filter on a picture file.
+// apply_command: `morvalis apply`, the filter on picture files.
 
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "hosts/command_line/effect_choices.h"
+
 struct ApplyOptions {
-  std::string image;
-  std::string output;
-  std::string mask;  // empty: by alpha when there is an alpha channel
-  std::vector<std::string> assignments;
-  std::string environment;  // empty: none
-  std::string texture;      // empty: none
-  std::string seed;         // empty: the clock's
+  std::vector<std::string> images;
+  std::string output;  // with {name} for several pictures
+  std::string mask;    // empty: by alpha when there is an alpha channel
+  EffectOptions effect;
+  std::string seed;  // empty: the clock's
+  std::string jobs = "1";
   bool quiet = false;
 };
 

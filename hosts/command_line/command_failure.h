@@ -1,8 +1,9 @@
-// command_failure: how a command ends early. Thrown anywhere below a command; main prints the text
-// as the run's one line on standard error and ends with the code.
+// command_failure: how a command ends early. Thrown anywhere below a command; whoever runs the
+// command prints the text as one line on standard error and ends with the code.
 
 #pragma once
 
+#include <functional>
 #include <string>
 
 constexpr int kExitDone = 0;
@@ -15,5 +16,12 @@ struct CommandFailure {
   std::string text;
 };
 
+// The file "-" is told as standard input.
 [[noreturn]] void failOnFile(const std::string& file, const std::string& reason);
 [[noreturn]] void failOnUsage(const std::string& text);
+
+// Prints the text, if there is one; the exit code.
+int reportFailure(const CommandFailure& failure);
+
+// The command's exit code, or that of its failure, which is reported.
+int runReporting(const std::function<int()>& command);

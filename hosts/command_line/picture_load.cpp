@@ -3,12 +3,11 @@
 #include <unistd.h>
 
 #include <QBuffer>
-#include <QFile>
-#include <QFileInfo>
 #include <QImageReader>
 #include <cstdlib>
 
 #include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/file_access.h"
 #include "hosts/command_line/jpeg_segments.h"
 #include "hosts/command_line/png_chunks.h"
 #include "hosts/command_line/quiet_errors.h"
@@ -16,23 +15,6 @@
 
 // The decoded image, its upright copy, the planes, and the module's own buffers.
 constexpr int64_t kWorkingBytesPerPixel = 16;
-
-static QByteArray readFile(const std::string& file) {
-  const QString path = QFile::decodeName(file.c_str());
-  const QFileInfo info(path);
-  if (!info.exists()) failOnFile(file, "there is no such file");
-  if (info.isDir()) failOnFile(file, "is a folder, not a picture");
-  QFile source(path);
-  if (!source.open(QIODevice::ReadOnly)) {
-    failOnFile(file, "cannot be read: " + source.errorString().toStdString());
-  }
-  const QByteArray contents = source.readAll();
-  if (source.error() != QFileDevice::NoError) {
-    failOnFile(file, "cannot be read: " + source.errorString().toStdString());
-  }
-  if (contents.isEmpty()) failOnFile(file, "is empty");
-  return contents;
-}
 
 static void checkSize(const std::string& file, const QSize& size) {
   const std::string sides = std::to_string(size.width()) + " x " + std::to_string(size.height());
@@ -118,7 +100,7 @@ static bool isGrey(const QByteArray& file, const QImage& image) {
 }
 
 Picture loadPicture(const std::string& file) {
-  QByteArray contents = readFile(file);
+  QByteArray contents = readWholeFile(file, "a picture");
   const bool plainTiff = isTiffFile(contents) && keepTiffColorsPlain(&contents);
   QImage image = decode(file, &contents);
   if (plainTiff) takeColorsAsPlain(&image);

@@ -1,16 +1,13 @@
 #include "hosts/command_line/picture_save.h"
 
 #include <QBuffer>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageWriter>
-#include <QSaveFile>
-#include <QTemporaryFile>
 #include <algorithm>
 
 #include "hosts/command_line/command_failure.h"
-#include "hosts/command_line/interrupt.h"
+#include "hosts/command_line/file_access.h"
 #include "hosts/command_line/png_chunks.h"
 #include "hosts/command_line/quiet_errors.h"
 
@@ -29,12 +26,10 @@ constexpr PictureFormat kFormats[] = {
     {"pgm", "pgm", -1, false, false},
 };
 
-static QFileInfo fileInfo(const std::string& file) {
-  return QFileInfo(QFile::decodeName(file.c_str()));
-}
-
 const PictureFormat* findPictureFormat(const std::string& file) {
-  const std::string extension = fileInfo(file).suffix().toLower().toStdString();
+  if (file == kStandardStream) return &kFormats[0];
+  const QFileInfo info(QFile::decodeName(file.c_str()));
+  const std::string extension = info.suffix().toLower().toStdString();
   for (const PictureFormat& format : kFormats) {
     if (extension == format.extension) return &format;
   }
@@ -61,22 +56,7 @@ void checkFormatHolds(const PictureFormat& format, const Picture& picture,
   }
 }
 
-// Rights alone do not tell (read-only disks, quotas), so a file is made and removed again.
-void checkWritable(const std::string& file) {
-  const QFileInfo info = fileInfo(file);
-  if (info.isDir()) failOnFile(file, "is a folder");
-  if (info.exists() && !info.isFile()) failOnFile(file, "is not an ordinary file");
-  if (info.exists() && !info.isWritable()) failOnFile(file, "is write-protected");
-  const QFileInfo folder(info.absolutePath());
-  if (!folder.exists()) failOnFile(file, "its folder does not exist");
-  if (!folder.isDir()) failOnFile(file, "its folder is not a folder");
-  QTemporaryFile trial(folder.filePath() + "/.morvalis-XXXXXX");
-  if (!trial.open()) {
-    failOnFile(file, "its folder cannot be written to: " + trial.errorString().toStdString());
-  }
-}
-
-static QImage imageOf(const Picture& picture, bool withAlpha) {
+QImage imageOf(const Picture& picture, bool withAlpha) {
   const HostPicture& colors = picture.colors;
   const bool grey = colors.planes == 1;
   QImage image(colors.width, colors.height,
@@ -123,15 +103,6 @@ static QByteArray encode(const Picture& picture, const PictureFormat& format,
   return withMetadata(contents, picture.metadata, grey);
 }
 
-// The file is written beside its place and takes it only when it is whole.
 void savePicture(const Picture& picture, const PictureFormat& format, const std::string& file) {
-  const QByteArray contents = encode(picture, format, file);
-  QSaveFile target(QFile::decodeName(file.c_str()));
-  const bool opened = target.open(QIODevice::WriteOnly);
-  const bool written = opened && target.write(contents) == contents.size() && target.flush();
-  if (interrupted()) target.cancelWriting();
-  stopIfInterrupted();
-  if (!written || !target.commit()) {
-    failOnFile(file, "cannot be written: " + target.errorString().toStdString());
-  }
+  writeWholeFile(file, encode(picture, format, file));
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QImage>
 #include <string>
 
 #include "hosts/command_line/picture.h"
@@ -15,15 +16,16 @@ struct PictureFormat {
   bool holdsColors;
 };
 
-// The format that a file's extension stands for; null when it cannot be written.
+// The format that a file's extension stands for, PNG for standard output; null when it cannot be
+// written.
 const PictureFormat* findPictureFormat(const std::string& file);
 std::string writableExtensions();
 
 // Whether the format can hold the picture; ends the command when it cannot.
 void checkFormatHolds(const PictureFormat& format, const Picture& picture, const std::string& file);
 
-// Whether a file can be made or replaced there; ends the command when it cannot.
-void checkWritable(const std::string& file);
+// The pixels alone, without what else is known about the picture.
+QImage imageOf(const Picture& picture, bool withAlpha);
 
 // The file as a whole, in its place, or not at all.
 void savePicture(const Picture& picture, const PictureFormat& format, const std::string& file);

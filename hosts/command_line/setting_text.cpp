@@ -1,55 +1,13 @@
 #include "hosts/command_line/setting_text.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <vector>
 
 #include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/name_matching.h"
 
-// --- Names ----------------------------------------------------------------------------------
-
-// Names of choices have blanks, which a shell makes awkward to type.
-static std::string foldedName(const std::string& text) {
-  std::string folded = text;
-  for (char& c : folded) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    if (c == '-' || c == '_') c = ' ';
-  }
-  return folded;
-}
-
-// How many letters have to be inserted, removed or replaced to turn one text into the other.
-static size_t editDistance(const std::string& a, const std::string& b) {
-  std::vector<size_t> row(b.size() + 1);
-  for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
-  for (size_t i = 1; i <= a.size(); ++i) {
-    size_t diagonal = row[0];
-    row[0] = i;
-    for (size_t j = 1; j <= b.size(); ++j) {
-      const size_t replaced = diagonal + (a[i - 1] == b[j - 1] ? 0 : 1);
-      diagonal = row[j];
-      row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
-    }
-  }
-  return row[b.size()];
-}
-
-static std::string nearestName(const std::string& text, const std::vector<const char*>& names) {
-  const std::string folded = foldedName(text);
-  std::string nearest;
-  size_t least = SIZE_MAX;
-  for (const char* name : names) {
-    const size_t distance = editDistance(folded, foldedName(name));
-    if (distance >= least) continue;
-    least = distance;
-    nearest = name;
-  }
-  return nearest;
-}
-
-static std::vector<const char*> choicesOf(const SettingRange& row) {
+std::vector<std::string> choicesOf(const SettingRange& row) {
   if (row.choices == nullptr) return {};
   return {row.choices, row.choices + (row.maximum - row.minimum + 1)};
 }
@@ -98,7 +56,7 @@ static std::vector<std::string> splitAtCommas(const std::string& text) {
 }
 
 static bool parseChoice(const std::string& value, const SettingRange& row, double* number) {
-  const std::vector<const char*> names = choicesOf(row);
+  const std::vector<std::string> names = choicesOf(row);
   for (size_t i = 0; i < names.size(); ++i) {
     if (foldedName(value) != foldedName(names[i])) continue;
     *number = row.minimum + static_cast<int32_t>(i);
@@ -114,7 +72,7 @@ SettingAssignment parseAssignment(const std::string& text) {
   const std::string value = text.substr(equals + 1);
   const SettingRange* row = findSetting(name.c_str());
   if (row == nullptr) {
-    std::vector<const char*> names;
+    std::vector<std::string> names;
     for (int32_t i = 0; i < kSettingRangeCount; ++i) names.push_back(kSettingRanges[i].name);
     failOnUsage("--set " + text + ": there is no setting \"" + name + "\"; did you mean \"" +
                 nearestName(name, names) + "\"?");
@@ -170,32 +128,62 @@ std::string formatRange(const SettingRange& row) {
   return std::to_string(row.minimum) + " to " + std::to_string(row.maximum);
 }
 
-// The shortest digits that give the same single-precision value again.
-static std::string formatNumber(double value) {
+std::string formatNumber(double value) {
   char digits[32];
   const auto end = std::to_chars(digits, digits + sizeof(digits), static_cast<float>(value),
                                  std::chars_format::fixed);
   return std::string(digits, end.ptr);
 }
 
+static std::string joined(const std::vector<std::string>& parts) {
+  std::string text = parts[0];
+  for (size_t i = 1; i < parts.size(); ++i) text += "," + parts[i];
+  return text;
+}
+
 std::string formatDefault(const SettingRange& row) {
   if (row.choices != nullptr) {
     return row.choices[static_cast<int32_t>(row.defaults[0]) - row.minimum];
   }
-  std::string text = formatNumber(row.defaults[0]);
-  for (int i = 1; i < componentCount(row); ++i) {
-    text += ',';
-    text += formatNumber(row.defaults[i]);
-  }
-  return text;
+  std::vector<std::string> parts;
+  for (int i = 0; i < componentCount(row); ++i) parts.push_back(formatNumber(row.defaults[i]));
+  return joined(parts);
 }
 
 std::string formatChoices(const SettingRange& row) {
   std::string text;
   int32_t number = row.minimum;
-  for (const char* name : choicesOf(row)) {
+  for (const std::string& name : choicesOf(row)) {
     if (!text.empty()) text += ", ";
     text += std::to_string(number++) + " " + name;
   }
   return text;
+}
+
+std::vector<std::string> componentsOf(const SettingRange& row, const EffectSettings& settings) {
+  const void* field = reinterpret_cast<const char*>(&settings) + row.offset;
+  switch (row.form) {
+    case SettingForm::toggle:
+      return {std::to_string(*static_cast<const uint32_t*>(field))};
+    case SettingForm::direction: {
+      const auto* direction = static_cast<const Direction*>(field);
+      return {formatNumber(direction->x), formatNumber(direction->y), formatNumber(direction->z)};
+    }
+    case SettingForm::color: {
+      const auto* color = static_cast<const Color16*>(field);
+      return {std::to_string(color->red), std::to_string(color->green),
+              std::to_string(color->blue)};
+    }
+    default:
+      return {std::to_string(*static_cast<const int32_t*>(field))};
+  }
+}
+
+std::string formatValue(const SettingRange& row, const EffectSettings& settings) {
+  if (row.choices != nullptr) {
+    const auto* field = reinterpret_cast<const char*>(&settings) + row.offset;
+    const int32_t number = *reinterpret_cast<const int32_t*>(field);
+    if (number >= row.minimum && number <= row.maximum) return row.choices[number - row.minimum];
+  }
+  return joined(componentsOf(row, settings));
 }

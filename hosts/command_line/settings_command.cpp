@@ -5,6 +5,7 @@
 #include <string>
 
 #include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/json_text.h"
 #include "hosts/command_line/setting_text.h"
 
 constexpr size_t kLineColumns = 100;
@@ -50,7 +51,41 @@ static void printChoices(const ColumnWidths& widths, const std::string& choices)
   }
 }
 
-int runSettingsCommand() {
+static const char* formOf(const SettingRange& row) {
+  switch (row.form) {
+    case SettingForm::toggle:
+      return "toggle";
+    case SettingForm::direction:
+      return "direction";
+    case SettingForm::color:
+      return "color";
+    default:
+      return "number";
+  }
+}
+
+static std::string jsonRow(const SettingRange& row) {
+  std::vector<std::string> standard;
+  for (int i = 0; i < componentCount(row); ++i) standard.push_back(formatNumber(row.defaults[i]));
+  std::vector<std::string> choices;
+  for (const std::string& name : choicesOf(row)) choices.push_back(jsonString(name));
+  return "{\"name\": " + jsonString(row.name) + ", \"form\": " + jsonString(formOf(row)) +
+         ", \"minimum\": " + std::to_string(row.minimum) +
+         ", \"maximum\": " + std::to_string(row.maximum) +
+         ", \"default\": " + (standard.size() == 1 ? standard[0] : jsonArray(standard)) +
+         ", \"choices\": " + jsonArray(choices) + ", \"meaning\": " + jsonString(row.meaning) + "}";
+}
+
+static void printJson() {
+  std::puts("[");
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    const char* end = i + 1 == kSettingRangeCount ? "" : ",";
+    std::printf("  %s%s\n", jsonRow(kSettingRanges[i]).c_str(), end);
+  }
+  std::puts("]");
+}
+
+static void printTable() {
   const ColumnWidths widths = measureColumns();
   printRow(widths, "NAME", "RANGE", "DEFAULT", "MEANING");
   for (int32_t i = 0; i < kSettingRangeCount; ++i) {
@@ -59,6 +94,14 @@ int runSettingsCommand() {
     printRow(widths, row.name, formatRange(row), formatDefault(row),
              row.meaning + std::string(threefold ? " (three values)" : ""));
     printChoices(widths, formatChoices(row));
+  }
+}
+
+int runSettingsCommand(bool json) {
+  if (json) {
+    printJson();
+  } else {
+    printTable();
   }
   return kExitDone;
 }

@@ -2,4 +2,5 @@
 
 #pragma once
 
-int runSettingsCommand();
+// With `json` as one array of objects.
+int runSettingsCommand(bool json);

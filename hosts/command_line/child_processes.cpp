@@ -1,0 +1,110 @@
+#include "hosts/command_line/child_processes.h"
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <csignal>
+#include <cstdio>
+#include <map>
+
+#include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/interrupt.h"
+#include "hosts/command_line/progress_bar.h"
+
+constexpr int kMostJobs = 256;
+constexpr useconds_t kPollMicroseconds = 5000;
+
+int parseJobs(const std::string& text) {
+  int jobs = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, jobs);
+  if (stop != end || error != std::errc() || jobs < 1 || jobs > kMostJobs) {
+    failOnUsage("--jobs " + text + ": takes a whole number, 1 to " + std::to_string(kMostJobs));
+  }
+  return jobs;
+}
+
+// The parent says once for all that the run was interrupted.
+[[noreturn]] static void runChild(const ChildWork& work, size_t index, pid_t parent) {
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
+  if (getppid() != parent) _exit(kExitInterrupted);
+  const int code = runReporting([&work, index] {
+    try {
+      return work.command(index);
+    } catch (const CommandFailure& failure) {
+      if (failure.exitCode != kExitInterrupted) throw;
+      return kExitInterrupted;
+    }
+  });
+  // Nothing of the parent's is to be ended or written here.
+  _exit(code);
+}
+
+using Children = std::map<pid_t, size_t>;
+
+static void startChild(const ChildWork& work, size_t index, Children* children) {
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child < 0) throw CommandFailure{kExitFailed, "no further process can be started"};
+  if (child == 0) runChild(work, index, parent);
+  children->emplace(child, index);
+}
+
+static void endChildren(Children* children) {
+  for (const auto& [child, index] : *children) kill(child, SIGTERM);
+  for (const auto& [child, index] : *children) waitpid(child, nullptr, 0);
+  children->clear();
+}
+
+static bool reportEnd(const std::string& name, int status) {
+  if (WIFEXITED(status)) return WEXITSTATUS(status) == kExitDone;
+  reportFailure({kExitFailed,
+                 name + ": its process was ended by signal " + std::to_string(WTERMSIG(status))});
+  return false;
+}
+
+// Waits in short naps: an interruption must be noticed also when no child ends.
+static bool takeOneEnded(Children* children, size_t* index, int* status) {
+  for (;;) {
+    const pid_t ended = waitpid(-1, status, WNOHANG);
+    const auto found = children->find(ended);
+    if (found != children->end()) {
+      *index = found->second;
+      children->erase(found);
+      return true;
+    }
+    if (interrupted()) return false;
+    usleep(kPollMicroseconds);
+  }
+}
+
+std::vector<bool> runInChildren(const ChildWork& work) {
+  std::fflush(stdout);
+  const size_t count = work.names.size();
+  std::vector<bool> done(count, false);
+  ProgressBar bar = makeProgressBar(work.quiet);
+  Children children;
+  size_t started = 0;
+  size_t ended = 0;
+  while (ended < count) {
+    while (started < count && children.size() < static_cast<size_t>(work.jobs)) {
+      startChild(work, started++, &children);
+    }
+    drawProgress(&bar, static_cast<int32_t>(ended), static_cast<int32_t>(count));
+    size_t index = 0;
+    int status = 0;
+    if (!takeOneEnded(&children, &index, &status)) {
+      endChildren(&children);
+      clearProgress(&bar);
+      stopIfInterrupted();
+    }
+    clearProgress(&bar);
+    done[index] = reportEnd(work.names[index], status);
+    ++ended;
+  }
+  stopIfInterrupted();
+  return done;
+}

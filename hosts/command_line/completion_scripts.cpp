@@ -1,0 +1,60 @@
+#include "hosts/command_line/completion_scripts.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/name_matching.h"
+#include "hosts/command_line/setting_text.h"
+
+std::string completionScript(const std::string& shell, const CommandOutline& program) {
+  if (shell == "bash") return bashCompletion(program);
+  if (shell == "zsh") return zshCompletion(program);
+  if (shell == "fish") return fishCompletion(program);
+  failOnUsage("there is no completion for " + shell + "; did you mean " +
+              nearestName(shell, {"bash", "zsh", "fish"}) + "? (see `morvalis completion --help`)");
+}
+
+ValueKinds valueKinds(const std::string& value) {
+  ValueKinds kinds = {};
+  std::istringstream parts(value);
+  for (std::string part; std::getline(parts, part, '|');) {
+    if (part == "NAME=VALUE") {
+      kinds.settings = true;
+    } else if (part == "FOLDER") {
+      kinds.folders = true;
+    } else if (part == "FILE" || part == "OUT") {
+      kinds.files = true;
+    } else if (part.starts_with("FILE.")) {
+      kinds.files = true;
+      kinds.ending = part.substr(4);
+    } else if (part != "N") {
+      kinds.words.push_back(part);
+    }
+  }
+  return kinds;
+}
+
+std::vector<std::string> choiceWords(int32_t row) {
+  std::vector<std::string> words = choicesOf(kSettingRanges[row]);
+  for (std::string& word : words) std::replace(word.begin(), word.end(), ' ', '-');
+  return words;
+}
+
+std::string joinedWords(const std::vector<std::string>& words, const std::string& between) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : between) + word;
+  return text;
+}
+
+std::string shellQuoted(const std::string& text) {
+  std::string quoted = "'";
+  for (const char c : text) {
+    if (c == '\'') {
+      quoted += "'\\''";
+    } else {
+      quoted += c;
+    }
+  }
+  return quoted + "'";
+}

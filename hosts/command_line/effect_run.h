@@ -1,0 +1,24 @@
+// effect_run: one run of the module on a picture in memory.
+
+#pragma once
+
+#include <string>
+
+#include "hosts/command_line/effect_choices.h"
+#include "hosts/command_line/picture.h"
+
+// Everything a run needs besides the picture.
+struct EffectPlan {
+  EffectSettings settings;
+  FoundPictures found;
+};
+
+// The seed that --seed names, or the clock's for ""; ends the command when it is not a number.
+uint32_t parseSeed(const std::string& text);
+
+// Cuts the run off from the user: from here on it depends on the plan and the seed alone.
+EffectPlan planEffect(const EffectOptions& options, uint32_t seed);
+
+// The picture with the effect in its selection. Failures name `file`, where the picture is from.
+HostPicture renderEffect(const EffectPlan& plan, const Picture& picture, const HostMask& mask,
+                         bool quiet, const std::string& file);

@@ -1,0 +1,19 @@
+// file_access: whole files in, whole files out. Every failure ends the command, naming the file and
+// the reason.
+
+#pragma once
+
+#include <QByteArray>
+#include <string>
+
+constexpr char kStandardStream[] = "-";  // as a file's name: standard input or output
+
+// `kind` says what the file should have been: "a picture".
+QByteArray readWholeFile(const std::string& file, const std::string& kind);
+
+// Whether a file can be made or replaced there.
+void checkWritable(const std::string& file);
+
+// The file is written beside its place and takes it only when it is whole and the run has not been
+// interrupted. Standard output is written as it comes.
+void writeWholeFile(const std::string& file, const QByteArray& contents);

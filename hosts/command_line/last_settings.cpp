@@ -1,0 +1,28 @@
+#include "hosts/command_line/last_settings.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "hosts/command_line/command_failure.h"
+#include "platform/remembered_values.h"
+#include "platform/user_files.h"
+
+static bool isThere(const char* path) {
+  return QFileInfo::exists(QFile::decodeName(path));
+}
+
+Preset readLastSettings() {
+  char path[kPathBytes];
+  if (!cachedSettingsPath(/*forWriting=*/false, path, kPathBytes)) {
+    throw CommandFailure{kExitFailed, "--last: the folder of the last settings cannot be named"};
+  }
+  if (!isThere(path)) {
+    throw CommandFailure{kExitFailed, "--last: no dialog has been confirmed yet (there is no " +
+                                          std::string(path) + ")"};
+  }
+  Preset preset = readPreset(path);
+  EffectSettings& settings = preset.settings;
+  readRememberedValue("ChromeFile", settings.environmentPath, kPathBytes);
+  readRememberedValue("TextureFile", settings.texturePath, kPathBytes);
+  return preset;
+}

@@ -1,0 +1,132 @@
+#include "hosts/command_line/manual_page.h"
+
+#include <sstream>
+
+#include "hosts/command_line/setting_text.h"
+
+constexpr char kIntroduction[] =
+    "The edge of the selection grows a height field. A profile bends it into a bevel, a relief is "
+    "pressed in, two lights fall on it, and it mirrors an environment picture. The result meets "
+    "the source picture in one of twelve blend modes.";
+
+constexpr char kStreams[] =
+    "Nothing but what was asked for goes to standard output. Failures are one line each on "
+    "standard error. The program uses no colours, so NO_COLOR makes no difference.";
+
+struct ManualEntry {
+  const char* term;
+  const char* meaning;
+};
+
+constexpr ManualEntry kExitCodes[] = {
+    {"0", "Everything that was asked for has been done."},
+    {"1", "Something failed. Of several pictures the others have been written."},
+    {"2", "The command line was wrong; nothing has been done."},
+    {"130", "The run was interrupted. No file is half written."},
+};
+
+constexpr ManualEntry kFiles[] = {
+    {"*.q9q", "Settings files. They name their pictures without a folder."},
+    {"environments and textures/",
+     "Where a settings file's pictures are looked for: beside it, or above it when it lies in a "
+     "folder of that name. Capitals in their names make no difference."},
+    {"$XDG_STATE_HOME/morvalis/",
+     "Keeps the settings of the last confirmed dialog; ~/.local/state/morvalis/ when the variable "
+     "is not set."},
+};
+
+// Hyphens are to be copied as such, and a line must not begin like a request.
+static std::string escaped(const std::string& text) {
+  std::string roff;
+  bool lineStart = true;
+  for (const char c : text) {
+    if (lineStart && (c == '.' || c == '\'')) roff += "\\&";
+    lineStart = c == '\n';
+    if (c == '\\') {
+      roff += "\\e";
+    } else if (c == '-') {
+      roff += "\\-";
+    } else {
+      roff += c;
+    }
+  }
+  return roff;
+}
+
+static std::string entry(const std::string& term, const std::string& meaning) {
+  return ".TP\n" + term + "\n" + escaped(meaning) + "\n";
+}
+
+static std::string optionTerm(const OptionOutline& option) {
+  if (option.positional) {
+    return "\\fI" + escaped(option.names[0]) + "\\fR" + (option.repeats ? "..." : "");
+  }
+  std::string term;
+  for (const std::string& name : option.names) {
+    term += (term.empty() ? "" : ", ") + ("\\fB" + escaped(name) + "\\fR");
+  }
+  return option.value.empty() ? term : term + " \\fI" + escaped(option.value) + "\\fR";
+}
+
+// A footer's indented lines are commands, the others text.
+static std::string footerParagraphs(const std::string& footer) {
+  std::string roff;
+  bool verbatim = false;
+  std::istringstream lines(footer);
+  for (std::string line; std::getline(lines, line);) {
+    const bool command = line.starts_with("  ");
+    if (command != verbatim) roff += command ? ".PP\n.nf\n" : ".fi\n";
+    verbatim = command;
+    roff += line.empty() ? ".PP\n" : escaped(line) + "\n";
+  }
+  return verbatim ? roff + ".fi\n" : roff;
+}
+
+static std::string commandSection(const CommandOutline& command) {
+  std::string roff = ".SS " + escaped(command.path) + "\n" + escaped(command.meaning) + ".\n";
+  if (command.commands.empty()) roff += ".PP\n\\fB" + escaped(synopsisOf(command)) + "\\fR\n";
+  for (const OptionOutline& option : command.options) {
+    roff += entry(optionTerm(option), option.meaning);
+  }
+  roff += ".PP\n" + footerParagraphs(command.footer);
+  for (const CommandOutline& below : command.commands) roff += commandSection(below);
+  return roff;
+}
+
+static std::string settingEntry(const SettingRange& row) {
+  std::string meaning = row.meaning;
+  meaning += ". " + formatRange(row);
+  if (componentCount(row) == 3) meaning += " each, three values";
+  meaning += "; default " + formatDefault(row) + ".";
+  const std::string choices = formatChoices(row);
+  if (!choices.empty()) meaning += "\n" + choices + ".";
+  return entry("\\fB" + std::string(row.name) + "\\fR", meaning);
+}
+
+template <size_t count>
+static std::string section(const char* title, const ManualEntry (&entries)[count]) {
+  std::string roff = std::string(".SH ") + title + "\n";
+  for (const ManualEntry& row : entries)
+    roff += entry("\\fB" + escaped(row.term) + "\\fR", row.meaning);
+  return roff;
+}
+
+std::string manualPage(const CommandOutline& program) {
+  std::string roff = ".TH MORVALIS 1 \"\" \"morvalis " MORVALIS_VERSION "\" \"User Commands\"\n";
+  roff += ".SH NAME\nmorvalis \\- turns a selected shape into a lit, bevelled object\n";
+  roff += ".SH SYNOPSIS\n";
+  for (const CommandOutline& command : program.commands) {
+    roff += "\\fB" + escaped(synopsisOf(command)) + "\\fR\n.br\n";
+  }
+  roff += ".SH DESCRIPTION\n" + escaped(kIntroduction) + "\n.PP\n" + escaped(kStreams) + "\n";
+  roff += ".SH OPTIONS\n";
+  for (const OptionOutline& option : program.options) {
+    roff += entry(optionTerm(option), option.meaning);
+  }
+  roff += ".SH COMMANDS\n";
+  for (const CommandOutline& command : program.commands) roff += commandSection(command);
+  roff += ".SH SETTINGS\n";
+  roff += escaped("What --set takes. Names of choices may be written with hyphens for blanks.\n");
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) roff += settingEntry(kSettingRanges[i]);
+  return roff + section("FILES", kFiles) + section("EXIT STATUS", kExitCodes);
+}

@@ -1,0 +1,69 @@
+#include "hosts/command_line/output_names.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <map>
+
+#include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/file_access.h"
+
+constexpr char kNameMark[] = "{name}";
+constexpr char kNameOfStandardInput[] = "stdin";
+
+static std::string bareName(const std::string& image) {
+  if (image == kStandardStream) return kNameOfStandardInput;
+  return QFileInfo(QFile::decodeName(image.c_str())).completeBaseName().toStdString();
+}
+
+static std::string outputName(const std::string& image, const std::string& pattern) {
+  const std::string name = bareName(image);
+  std::string text;
+  size_t start = 0;
+  for (;;) {
+    const size_t mark = pattern.find(kNameMark, start);
+    text += pattern.substr(start, mark - start);
+    if (mark == std::string::npos) return text;
+    text += name;
+    start = mark + sizeof(kNameMark) - 1;
+  }
+}
+
+// The same for every way to write the path of a file, also of one that does not exist yet.
+static QString placeOf(const std::string& file) {
+  const QFileInfo info(QFile::decodeName(file.c_str()));
+  if (info.exists()) return info.canonicalFilePath();
+  const QString folder = QFileInfo(info.absolutePath()).canonicalFilePath();
+  return folder.isEmpty() ? info.absoluteFilePath() : folder + "/" + info.fileName();
+}
+
+static void checkCollisions(const std::vector<std::string>& images,
+                            const std::vector<std::string>& outputs) {
+  std::map<QString, size_t> written;
+  for (size_t i = 0; i < outputs.size(); ++i) {
+    const auto [other, isNew] = written.emplace(placeOf(outputs[i]), i);
+    if (!isNew) {
+      failOnUsage(images[other->second] + " and " + images[i] + " would both be written to " +
+                  outputs[i]);
+    }
+  }
+  for (size_t i = 0; i < images.size(); ++i) {
+    if (images[i] == kStandardStream) continue;
+    const auto found = written.find(placeOf(images[i]));
+    if (found != written.end() && found->second != i) {
+      failOnUsage("the result of " + images[found->second] + " would replace " + images[i] +
+                  ", which is to be read too");
+    }
+  }
+}
+
+std::vector<std::string> outputNames(const std::vector<std::string>& images,
+                                     const std::string& pattern) {
+  if (images.size() > 1 && pattern.find(kNameMark) == std::string::npos) {
+    failOnUsage("-o " + pattern + ": several pictures need {name} in the result's name, as in -o " +
+                "'out/{name}.png'");
+  }
+  std::vector<std::string> outputs;
+  for (const std::string& image : images) outputs.push_back(outputName(image, pattern));
+  if (images.size() > 1) checkCollisions(images, outputs);
+  return outputs;
+}

@@ -1,0 +1,12 @@
+// output_names: where the result of each picture goes.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+// One file per picture. In `pattern` {name} stands for the picture's file name without folder and
+// ending. Ends the command when two results would meet in one file, or a result would replace
+// another picture of the command before it has been read.
+std::vector<std::string> outputNames(const std::vector<std::string>& images,
+                                     const std::string& pattern);

@@ -1,0 +1,71 @@
+#include "hosts/command_line/preset_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cstring>
+
+#include "entry/handles.h"
+#include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/file_access.h"
+#include "persistence/path_parts.h"
+#include "platform/user_files.h"
+#include "settings/settings_defaults.h"
+
+// Far beyond any version there is; other kinds of files begin with larger numbers.
+constexpr int32_t kLargestVersion = 0xFFFF;
+
+constexpr int32_t kUtf8Bytes = 3 * kPathBytes;  // a Windows character takes three at most
+
+Preset emptyPreset() {
+  Preset preset = {};
+  fillDefaultSettings(&preset.settings);
+  return preset;
+}
+
+// The blocks only matter for the names in them, which have been read.
+static void dropReferenceBlocks(EffectSettings* settings) {
+  disposeModuleHandle(settings->environmentRef);
+  disposeModuleHandle(settings->textureRef);
+  settings->environmentRef = nullptr;
+  settings->textureRef = nullptr;
+}
+
+Preset readPreset(const std::string& file) {
+  const QByteArray contents = readWholeFile(file, "a settings file");
+  const auto count = std::min(static_cast<size_t>(contents.size()), kLargestSettingsFile);
+  Preset preset = emptyPreset();
+  decodeSettings(reinterpret_cast<const uint8_t*>(contents.constData()), count, &preset.settings,
+                 &preset.decoded);
+  dropReferenceBlocks(&preset.settings);
+  if (preset.decoded.version < 0 || preset.decoded.version > kLargestVersion) {
+    failOnFile(file, "is not a settings file");
+  }
+  if (!preset.decoded.complete) failOnFile(file, "is damaged or cut off");
+  return preset;
+}
+
+std::string nameInUtf8(const char* windowsName) {
+  char name[kUtf8Bytes];
+  pathFromWindowsName(windowsName, name, kUtf8Bytes);
+  return name;
+}
+
+// The writer takes the name from a path, which needs a folder for that.
+void setPictureName(EffectSettings* settings, int32_t kind, const std::string& name) {
+  char* path = kind == kEnvironmentName ? settings->environmentPath : settings->texturePath;
+  std::memset(path, 0, kPathBytes);
+  if (name.empty()) return;
+  const std::string text = pathSeparator() + name;
+  std::memcpy(path, text.data(), std::min(text.size(), size_t{kPathBytes} - 1));
+}
+
+void writePreset(const EffectSettings& settings, const std::string& file) {
+  uint8_t bytes[kLongestEncodedSettings];
+  const size_t count = encodeSettings(&settings, bytes);
+  QByteArray contents(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
+  const QFileInfo old(QFile::decodeName(file.c_str()));
+  if (file != kStandardStream && old.exists() && old.size() > contents.size()) {
+    contents += readWholeFile(file, "a settings file").mid(contents.size());
+  }
+  writeWholeFile(file, contents);
+}

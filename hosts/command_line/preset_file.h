@@ -1,0 +1,29 @@
+// preset_file: settings files as the program reads and writes them. Every failure ends the command.
+
+#pragma once
+
+#include <string>
+
+#include "persistence/settings_codec.h"
+#include "settings/effect_settings.h"
+
+struct Preset {
+  EffectSettings settings;  // the file's on top of the defaults
+  DecodedSettings decoded;
+};
+
+// A file that is there as a whole.
+Preset readPreset(const std::string& file);
+
+// The settings on top of the defaults, without any file.
+Preset emptyPreset();
+
+// A name that stands in a settings file, in UTF-8.
+std::string nameInUtf8(const char* windowsName);
+
+// Makes the settings name a picture (kEnvironmentName or kTextureName), in UTF-8; "" for none.
+void setPictureName(EffectSettings* settings, int32_t kind, const std::string& name);
+
+// A longer old file keeps its tail, which readers never look at. The file as a whole, in its place,
+// or not at all.
+void writePreset(const EffectSettings& settings, const std::string& file);

@@ -1,0 +1,150 @@
+#include "hosts/command_line/program_options.h"
+
+#include <CLI/CLI.hpp>
+
+static void describeSettings(CLI::App* command, EffectOptions* effect) {
+  command
+      ->add_option("--set", effect->assignments,
+                   "a setting, see `morvalis settings`; may be repeated, the last one counts")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  command->add_option("--environment", effect->environment, "the picture that is mirrored")
+      ->type_name("FILE.bmp");
+  command->add_option("--texture", effect->texture, "the picture that is pressed into the surface")
+      ->type_name("FILE.bmp");
+}
+
+static void describeMask(CLI::App* command, std::string* mask) {
+  command
+      ->add_option("--mask", *mask,
+                   "the selection: a grey picture (white is selected), \"alpha\" for the\n"
+                   "picture's own alpha channel, \"none\" for everything; without it the\n"
+                   "alpha channel if there is one")
+      ->type_name("FILE|alpha|none");
+}
+
+static void describePictures(CLI::App* command, std::string* pictures, const char* whose) {
+  command
+      ->add_option("--pictures", *pictures,
+                   std::string("the folder of the pictures that ") + whose +
+                       " names; without it the\n"
+                       "folder \"environments and textures\" beside it or around it")
+      ->type_name("FOLDER");
+}
+
+static void describeRun(CLI::App* command, std::string* seed, std::string* jobs, bool* quiet) {
+  command->add_option("--seed", *seed, "makes a picture with random parts again")->type_name("N");
+  command
+      ->add_option("-j,--jobs", *jobs, "how many pictures are worked on at a time; 1 if not said")
+      ->type_name("N");
+  command->add_flag("--quiet", *quiet, "no progress bar and no seed");
+}
+
+static void describeApply(CLI::App* apply, ApplyOptions* options) {
+  apply
+      ->add_option("IMAGE", options->images,
+                   "the pictures; - for one that comes from standard input")
+      ->type_name("FILE")
+      ->required();
+  apply
+      ->add_option("-o,--output", options->output,
+                   "the result; its extension tells the format, {name} in it stands for\n"
+                   "the picture's name; - for a PNG file on standard output")
+      ->type_name("OUT")
+      ->required();
+  describeMask(apply, &options->mask);
+  CLI::Option* preset = apply
+                            ->add_option("--preset", options->effect.preset,
+                                         "a settings file to start from, instead of the defaults")
+                            ->type_name("FILE.q9q");
+  describePictures(apply, &options->effect.pictures, "the preset");
+  apply
+      ->add_flag("--last", options->effect.last,
+                 "start from the settings and pictures of the last confirmed dialog")
+      ->excludes(preset);
+  describeSettings(apply, &options->effect);
+  describeRun(apply, &options->seed, &options->jobs, &options->quiet);
+  apply->footer(
+      "Examples:\n"
+      "  morvalis apply badge.png -o badge-lit.png\n"
+      "  morvalis apply photo.jpg --mask heart.png --set shape=round --set radius=30 -o heart.jpg\n"
+      "  morvalis apply logo.png --set light1Dir=-0.6,0.4,0.7 --set blendMode=screen -o lit.webp\n"
+      "  morvalis apply logo.png --environment sky.bmp --set reflection=80 -o chrome.png\n"
+      "  morvalis apply logo.png --preset gold.q9q --set radius=20 -o gold.png\n"
+      "  morvalis apply -j 2 icons/*.png --preset gold.q9q -o 'out/{name}-gold.png'\n"
+      "  convert in.gif png:- | morvalis apply - --last -o - > out.png\n");
+}
+
+static void describePreset(CLI::App* preset, ProgramOptions* options) {
+  preset->require_subcommand(1);
+  CLI::App* show = preset->add_subcommand("show", "show what a settings file holds");
+  show->add_option("FILE", options->presetShow.file, "the settings file")
+      ->type_name("FILE.q9q")
+      ->required();
+  show->add_flag("--json", options->presetShow.json, "as one JSON object");
+  show->footer(
+      "Examples:\n"
+      "  morvalis preset show gold.q9q\n"
+      "  morvalis preset show gold.q9q --json | jq .reflection\n");
+
+  CLI::App* save = preset->add_subcommand("save", "save settings as a settings file");
+  save->add_option("OUT", options->presetSave.output, "the settings file to be written")
+      ->type_name("FILE.q9q")
+      ->required();
+  save->add_option("--preset", options->presetSave.effect.preset,
+                   "a settings file to start from, instead of the defaults")
+      ->type_name("FILE.q9q");
+  describeSettings(save, &options->presetSave.effect);
+  save->footer(
+      "The file names its pictures without their folder: keep them in a folder\n"
+      "\"environments and textures\" beside it.\n\n"
+      "Examples:\n"
+      "  morvalis preset save chrome.q9q --set reflection=90 --environment sky.bmp\n"
+      "  morvalis preset save small.q9q --preset chrome.q9q --set radius=6\n");
+}
+
+static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
+  gallery->add_option("IMAGE", options->image, "the picture; - for standard input")
+      ->type_name("FILE")
+      ->required();
+  gallery->add_option("-o,--output", options->output, "the sheet; its extension tells the format")
+      ->type_name("OUT")
+      ->required();
+  gallery->add_option("--presets", options->presets, "the folder of the settings files (.q9q)")
+      ->type_name("FOLDER")
+      ->required();
+  describePictures(gallery, &options->pictures, "a preset");
+  describeMask(gallery, &options->mask);
+  describeRun(gallery, &options->seed, &options->jobs, &options->quiet);
+  gallery->footer(
+      "Examples:\n"
+      "  morvalis gallery logo.png --presets presets -o sheet.png\n"
+      "  morvalis gallery photo.jpg --mask heart.png --presets presets -j 2 -o sheet.jpg\n");
+}
+
+void describeProgram(CLI::App* app, ProgramOptions* options) {
+  app->name("morvalis");
+  app->description("Turns a selected shape into a lit, bevelled object.");
+  app->set_version_flag("--version", "morvalis " MORVALIS_VERSION, "print the version and exit");
+  app->set_help_flag("-h,--help", "print this help and exit");
+  app->require_subcommand(1);
+  app->footer("`morvalis COMMAND --help` says more about a command.");
+  describeApply(app->add_subcommand("apply", "apply the effect to picture files"), &options->apply);
+  describeGallery(app->add_subcommand("gallery", "show a picture under every preset of a folder"),
+                  &options->gallery);
+  describePreset(app->add_subcommand("preset", "show and save settings files"), options);
+  CLI::App* settings = app->add_subcommand("settings", "list the settings that --set takes");
+  settings->add_flag("--json", options->settingsAsJson, "as an array of JSON objects");
+  settings->footer("Examples:\n  morvalis settings\n  morvalis settings | grep light\n");
+  CLI::App* manual = app->add_subcommand("manual", "print the manual page");
+  manual->footer("Examples:\n  morvalis manual | man -l -\n");
+  CLI::App* completion =
+      app->add_subcommand("completion", "print the completion script for a shell");
+  completion->add_option("SHELL", options->shell, "the shell")
+      ->type_name("bash|zsh|fish")
+      ->required();
+  completion->footer(
+      "Examples:\n"
+      "  source <(morvalis completion bash)\n"
+      "  morvalis completion fish > ~/.config/fish/completions/morvalis.fish\n");
+}
