@@ -33,14 +33,20 @@ static void applyToPicture(const EffectPlan& plan, const std::string& image,
   savePicture(picture, format, output);
 }
 
-static void applyToPictures(const EffectPlan& plan, const ApplyOptions& options,
+// What fails for all of them fails once, before any is begun.
+static void applyToPictures(const ApplyOptions& options, const ChosenEffect& effect, uint32_t seed,
                             const std::vector<std::string>& outputs, int jobs) {
+  runInChild([&] {
+    planEffect(options.effect, effect, seed);
+    return kExitDone;
+  });
   ChildWork work;
   work.names = options.images;
   work.jobs = jobs;
   work.quiet = options.quiet;
   work.command = [&](size_t i) {
     checkWritable(outputs[i]);
+    const EffectPlan plan = planEffect(options.effect, effect, seed);
     applyToPicture(plan, options.images[i], options.mask, outputs[i], /*quiet=*/true);
     return kExitDone;
   };
@@ -59,11 +65,12 @@ int runApplyCommand(const ApplyOptions& options) {
   watchForInterrupts();
   const bool single = outputs.size() == 1;
   if (single) checkWritable(outputs[0]);
-  const EffectPlan plan = planEffect(options.effect, seed);
+  const ChosenEffect effect = chooseEffect(options.effect);
   if (single) {
+    const EffectPlan plan = planEffect(options.effect, effect, seed);
     applyToPicture(plan, options.images[0], options.mask, outputs[0], options.quiet);
   } else {
-    applyToPictures(plan, options, outputs, jobs);
+    applyToPictures(options, effect, seed, outputs, jobs);
   }
   if (!options.quiet && options.seed.empty()) {
     std::FILE* place = outputs[0] == kStandardStream ? stderr : stdout;

@@ -43,15 +43,16 @@ int parseJobs(const std::string& text) {
   _exit(code);
 }
 
-using Children = std::map<pid_t, size_t>;
-
-static void startChild(const ChildWork& work, size_t index, Children* children) {
+static pid_t startProcess(const ChildWork& work, size_t index) {
+  std::fflush(stdout);
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) throw CommandFailure{kExitFailed, "no further process can be started"};
   if (child == 0) runChild(work, index, parent);
-  children->emplace(child, index);
+  return child;
 }
+
+using Children = std::map<pid_t, size_t>;
 
 static void endChildren(Children* children) {
   for (const auto& [child, index] : *children) kill(child, SIGTERM);
@@ -59,8 +60,8 @@ static void endChildren(Children* children) {
   children->clear();
 }
 
-static bool reportEnd(const std::string& name, int status) {
-  if (WIFEXITED(status)) return WEXITSTATUS(status) == kExitDone;
+static int reportEnd(const std::string& name, int status) {
+  if (WIFEXITED(status)) return WEXITSTATUS(status);
   reportFailure({kExitFailed,
                  name + ": its process was ended by signal " + std::to_string(WTERMSIG(status))});
   return false;
@@ -81,19 +82,19 @@ static bool takeOneEnded(Children* children, size_t* index, int* status) {
   }
 }
 
-std::vector<bool> runInChildren(const ChildWork& work) {
-  std::fflush(stdout);
+// Calls `ended` with the index and exit code of each child.
+static void runAll(const ChildWork& work, const std::function<void(size_t, int)>& ended) {
   const size_t count = work.names.size();
-  std::vector<bool> done(count, false);
   ProgressBar bar = makeProgressBar(work.quiet);
   Children children;
   size_t started = 0;
-  size_t ended = 0;
-  while (ended < count) {
+  size_t endedCount = 0;
+  while (endedCount < count) {
     while (started < count && children.size() < static_cast<size_t>(work.jobs)) {
-      startChild(work, started++, &children);
+      const pid_t child = startProcess(work, started);
+      children.emplace(child, started++);
     }
-    drawProgress(&bar, static_cast<int32_t>(ended), static_cast<int32_t>(count));
+    drawProgress(&bar, static_cast<int32_t>(endedCount), static_cast<int32_t>(count));
     size_t index = 0;
     int status = 0;
     if (!takeOneEnded(&children, &index, &status)) {
@@ -102,9 +103,21 @@ std::vector<bool> runInChildren(const ChildWork& work) {
       stopIfInterrupted();
     }
     clearProgress(&bar);
-    done[index] = reportEnd(work.names[index], status);
-    ++ended;
+    ended(index, reportEnd(work.names[index], status));
+    ++endedCount;
   }
   stopIfInterrupted();
+}
+
+std::vector<bool> runInChildren(const ChildWork& work) {
+  std::vector<bool> done(work.names.size(), false);
+  runAll(work, [&done](size_t index, int code) { done[index] = code == kExitDone; });
   return done;
+}
+
+void runInChild(const std::function<int()>& command) {
+  int exitCode = kExitDone;
+  const ChildWork work = {{"the first step"}, [&command](size_t) { return command(); }, 1, true};
+  runAll(work, [&exitCode](size_t, int code) { exitCode = code; });
+  if (exitCode != kExitDone) throw CommandFailure{exitCode, ""};
 }

@@ -1,5 +1,8 @@
 // child_processes: the same work on several things, each in a process of its own: the module keeps
 // one session per process, and one that fails does not stop the others.
+//
+// Before its last child has started a process may not work on pictures: the picture library then
+// keeps threads, which its children would wait for and not have.
 
 #pragma once
 
@@ -20,3 +23,6 @@ struct ChildWork {
 // For each thing whether the work on it succeeded. The children report their failures; an
 // interruption ends them all, and the command.
 std::vector<bool> runInChildren(const ChildWork& work);
+
+// One piece of work; when it fails the command ends as it did.
+void runInChild(const std::function<int()>& command);

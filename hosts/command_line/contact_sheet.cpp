@@ -1,8 +1,8 @@
 #include "hosts/command_line/contact_sheet.h"
 
-#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QPainter>
+#include <QRawFont>
 #include <algorithm>
 #include <cmath>
 
@@ -22,8 +22,16 @@ constexpr double kHolePenalty = 0.12;  // of an empty cell, against a shape off 
 const QColor kGround(46, 46, 46);
 const QColor kLetters(224, 224, 224);
 
+static QFont nameFont() {
+  QFont font;
+  font.setFamilies({"Liberation Sans", "Noto Sans", "DejaVu Sans", "sans-serif"});
+  font.setPixelSize(kLetterSize);
+  return font;
+}
+
+// Without fonts the library draws boxes, from no font's tables.
 void checkFont() {
-  if (!QFontDatabase::families().isEmpty()) return;
+  if (!QRawFont::fromFont(nameFont()).fontTable("cmap").isEmpty()) return;
   throw CommandFailure{kExitFailed,
                        "there is no font to write the names with; install one, on Debian "
                        "fonts-liberation"};
@@ -79,12 +87,9 @@ Picture drawSheet(const std::vector<SheetCell>& cells) {
   sheet.fill(kGround);
   QPainter painter(&sheet);
   painter.setRenderHint(QPainter::TextAntialiasing);
-  QFont font;
-  font.setFamilies({"Liberation Sans", "Noto Sans", "DejaVu Sans", "sans-serif"});
-  font.setPixelSize(kLetterSize);
-  painter.setFont(font);
+  painter.setFont(nameFont());
   painter.setPen(kLetters);
-  const QFontMetrics metrics(font);
+  const QFontMetrics metrics(nameFont());
   for (int i = 0; i < count; ++i) {
     const QPoint corner(kMargin + i % columns * (cell.width() + kGap),
                         kMargin + i / columns * (cell.height() + kGap));

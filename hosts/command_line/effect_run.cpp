@@ -21,9 +21,8 @@ uint32_t parseSeed(const std::string& text) {
   return seed;
 }
 
-EffectPlan planEffect(const EffectOptions& options, uint32_t seed) {
+EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, uint32_t seed) {
   EffectPlan plan = {};
-  const ChosenEffect effect = chooseEffect(options);
   plan.settings = effect.settings;
   keepRememberedValuesInMemory();
   fixClock(seed);

@@ -17,7 +17,7 @@ struct EffectPlan {
 uint32_t parseSeed(const std::string& text);
 
 // Cuts the run off from the user: from here on it depends on the plan and the seed alone.
-EffectPlan planEffect(const EffectOptions& options, uint32_t seed);
+EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, uint32_t seed);
 
 // The picture with the effect in its selection. Failures name `file`, where the picture is from.
 HostPicture renderEffect(const EffectPlan& plan, const Picture& picture, const HostMask& mask,

@@ -20,17 +20,22 @@ static QByteArray readAll(const std::string& file, QFile* source) {
   return contents;
 }
 
-QByteArray readWholeFile(const std::string& file, const std::string& kind) {
+static QByteArray readStandardInput() {
+  static QByteArray kept;
+  if (!kept.isEmpty()) return kept;
   QFile source;
-  if (file == kStandardStream) {
-    if (!source.open(stdin, QIODevice::ReadOnly)) failOnFile(file, "cannot be read");
-    return readAll(file, &source);
-  }
+  if (!source.open(stdin, QIODevice::ReadOnly)) failOnFile(kStandardStream, "cannot be read");
+  kept = readAll(kStandardStream, &source);
+  return kept;
+}
+
+QByteArray readWholeFile(const std::string& file, const std::string& kind) {
+  if (file == kStandardStream) return readStandardInput();
   const QString path = QFile::decodeName(file.c_str());
   const QFileInfo info(path);
   if (!info.exists()) failOnFile(file, "there is no such file");
   if (info.isDir()) failOnFile(file, "is a folder, not " + kind);
-  source.setFileName(path);
+  QFile source(path);
   if (!source.open(QIODevice::ReadOnly)) {
     failOnFile(file, "cannot be read: " + source.errorString().toStdString());
   }

@@ -8,7 +8,8 @@
 
 constexpr char kStandardStream[] = "-";  // as a file's name: standard input or output
 
-// `kind` says what the file should have been: "a picture".
+// `kind` says what the file should have been: "a picture". Standard input is read once and kept for
+// whoever asks for it again.
 QByteArray readWholeFile(const std::string& file, const std::string& kind);
 
 // Whether a file can be made or replaced there.

@@ -34,7 +34,8 @@ static std::string valueArguments(const std::string& value) {
   if (kinds.folders) offered = "(__fish_complete_directories)";
   if (!kinds.ending.empty()) offered = "(__fish_complete_suffix " + kinds.ending + ")";
   const bool anyFile = kinds.files && kinds.ending.empty();
-  return std::string(anyFile ? " -F" : " -f") +
+  const bool ordered = !kinds.ending.empty();  // files with the ending first
+  return std::string(anyFile ? " -F" : " -f") + (ordered ? " -k" : "") +
          (offered.empty() ? "" : " -a " + fishQuoted(offered));
 }
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
@@ -35,23 +36,32 @@ static QFileInfoList presetFiles(const std::string& folder) {
 }
 
 // Leaves the picture under one preset in the file, small enough for the sheet.
-static void renderCell(const GalleryOptions& options, uint32_t seed, const Picture& source,
-                       const HostMask& selection, const std::string& preset, const QString& file) {
+static void renderCell(const GalleryOptions& options, uint32_t seed, const std::string& preset,
+                       const QString& file) {
   EffectOptions effect;
   effect.preset = preset;
   effect.pictures = options.pictures;
-  const EffectPlan plan = planEffect(effect, seed);
-  Picture picture = source;
-  picture.colors = renderEffect(plan, source, selection, /*quiet=*/true, preset);
+  const EffectPlan plan = planEffect(effect, chooseEffect(effect), seed);
+  Picture picture = loadPicture(options.image);
+  const HostMask selection = loadSelection(options.mask, picture, options.image);
+  picture.colors = renderEffect(plan, picture, selection, /*quiet=*/true, preset);
   if (!cellPicture(imageOf(picture, !picture.alpha.empty())).save(file, "png")) {
     failOnFile(preset, "its picture cannot be kept: there is no room for temporary files");
   }
 }
 
+// A picture or selection that fails would fail under every preset.
+static void checkPicture(const GalleryOptions& options) {
+  if (options.image == kStandardStream) readWholeFile(options.image, "a picture");
+  runInChild([&options] {
+    loadSelection(options.mask, loadPicture(options.image), options.image);
+    return kExitDone;
+  });
+}
+
 static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_t seed, int jobs,
                                           const QFileInfoList& presets) {
-  const Picture source = loadPicture(options.image);
-  const HostMask selection = loadSelection(options.mask, source, options.image);
+  checkPicture(options);
   const QTemporaryDir folder;
   if (!folder.isValid()) {
     throw CommandFailure{kExitFailed, "temporary files: " + folder.errorString().toStdString()};
@@ -64,7 +74,7 @@ static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_
   work.jobs = jobs;
   work.quiet = options.quiet;
   work.command = [&](size_t i) {
-    renderCell(options, seed, source, selection, work.names[i], cellFile(i));
+    renderCell(options, seed, work.names[i], cellFile(i));
     return kExitDone;
   };
   const std::vector<bool> done = runInChildren(work);
@@ -76,7 +86,7 @@ static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_
   return cells;
 }
 
-int runGalleryCommand(const GalleryOptions& options) {
+int runGalleryCommand(const GalleryOptions& options, char** argv) {
   const uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
   const PictureFormat* format = findPictureFormat(options.output);
@@ -86,11 +96,20 @@ int runGalleryCommand(const GalleryOptions& options) {
   }
   if (!format->holdsColors) failOnUsage(options.output + ": this format holds no colours");
   watchForInterrupts();
-  checkFont();
   const QFileInfoList presets = presetFiles(options.presets);
   checkWritable(options.output);
-  const std::vector<SheetCell> cells = renderCells(options, seed, jobs, presets);
+  int oneArgument = 1;
+  std::vector<SheetCell> cells;
+  {
+    // The renders run in child processes, which must not inherit the threads of a screen.
+    const QCoreApplication application(oneArgument, argv);
+    cells = renderCells(options, seed, jobs, presets);
+  }
   if (cells.empty()) failOnFile(options.presets, "none of its presets can be shown");
+  // Only a program with a screen has fonts; this one needs none to be there.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(oneArgument, argv);
+  checkFont();
   savePicture(drawSheet(cells), *format, options.output);
   if (!options.quiet && options.seed.empty()) {
     std::fprintf(options.output == kStandardStream ? stderr : stdout, "seed %u\n", seed);

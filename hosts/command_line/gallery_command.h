@@ -15,5 +15,5 @@ struct GalleryOptions {
   bool quiet = false;
 };
 
-// Needs a QGuiApplication, for the fonts.
-int runGalleryCommand(const GalleryOptions& options);
+// Makes the application objects that it needs, so none may exist yet. argv: the program's own.
+int runGalleryCommand(const GalleryOptions& options, char** argv);

@@ -1,7 +1,7 @@
 // The program `morvalis`: the filter for picture files, without an image editor.
 
 #include <CLI/CLI.hpp>
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <csignal>
 #include <cstdio>
 
@@ -18,20 +18,12 @@ static int printText(const std::string& text) {
   return kExitDone;
 }
 
-static int runGallery(const GalleryOptions& options, char** argv) {
-  // Only a program with a screen has fonts; this one needs none to be there.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  int oneArgument = 1;
-  const QGuiApplication application(oneArgument, argv);
-  return runGalleryCommand(options);
-}
-
 static int runCommand(const CLI::App& app, const ProgramOptions& options, char** argv) {
   if (app.got_subcommand("manual")) return printText(manualPage(outlineOf(app)));
   if (app.got_subcommand("completion")) {
     return printText(completionScript(options.shell, outlineOf(app)));
   }
-  if (app.got_subcommand("gallery")) return runGallery(options.gallery, argv);
+  if (app.got_subcommand("gallery")) return runGalleryCommand(options.gallery, argv);
   // The picture formats are plug-ins, which an application object finds. The options are ours.
   int oneArgument = 1;
   const QCoreApplication application(oneArgument, argv);

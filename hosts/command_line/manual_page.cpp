@@ -82,11 +82,16 @@ static std::string footerParagraphs(const std::string& footer) {
   return verbatim ? roff + ".fi\n" : roff;
 }
 
+static std::string sentence(std::string text) {
+  if (text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
+  return escaped(text) + ".";
+}
+
 static std::string commandSection(const CommandOutline& command) {
-  std::string roff = ".SS " + escaped(command.path) + "\n" + escaped(command.meaning) + ".\n";
+  std::string roff = ".SS " + escaped(command.path) + "\n" + sentence(command.meaning) + "\n";
   if (command.commands.empty()) roff += ".PP\n\\fB" + escaped(synopsisOf(command)) + "\\fR\n";
   for (const OptionOutline& option : command.options) {
-    roff += entry(optionTerm(option), option.meaning);
+    if (option.names[0] != "-h") roff += entry(optionTerm(option), option.meaning);
   }
   roff += ".PP\n" + footerParagraphs(command.footer);
   for (const CommandOutline& below : command.commands) roff += commandSection(below);

@@ -77,6 +77,7 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
 
 static void describePreset(CLI::App* preset, ProgramOptions* options) {
   preset->require_subcommand(1);
+  preset->footer("`morvalis preset COMMAND --help` says more about a command.");
   CLI::App* show = preset->add_subcommand("show", "show what a settings file holds");
   show->add_option("FILE", options->presetShow.file, "the settings file")
       ->type_name("FILE.q9q")

@@ -33,7 +33,8 @@ static std::string valueAction(const std::string& value) {
   const std::string files =
       kinds.ending.empty() ? "_files" : "_files -g \"*" + kinds.ending + "(-.)\"";
   if (!kinds.words.empty() && kinds.files) {
-    return "_alternative \"words:word:(" + joinedWords(kinds.words) + ")\" \"files:file:_files\"";
+    return " _alternative \"words\\:word\\:(" + joinedWords(kinds.words) +
+           ")\" \"files\\:file\\:_files\"";
   }
   if (!kinds.words.empty()) return std::string("(").append(joinedWords(kinds.words)).append(")");
   return kinds.files ? files : " ";
