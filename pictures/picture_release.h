@@ -4,5 +4,6 @@
 
 struct SessionRecord;
 
-// Frees both surfaces and empties the settings' fields. Safe to call twice, and while the host holds no settings.
+// Frees both surfaces and empties the settings' fields. Safe to call twice, and while the host
+// holds no settings.
 void releasePictures(SessionRecord* session);
