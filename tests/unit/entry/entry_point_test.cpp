@@ -143,6 +143,7 @@ TEST_F(EntryPoint, SettingsBlockThatIsTooSmallIsSetAside) {
     hostRecord()->parameters = small;
     EXPECT_EQ(callSelector(selector), 0);
     EXPECT_FALSE(hostRecord()->parameters == small);
+    EXPECT_EQ(callSelector(kSelectorFinish), 0);  // lets go of what Start has taken
     EXPECT_EQ(hostLedger().misuses, 0);
     closeHost();
   }
