@@ -1,7 +1,7 @@
 #include "hosts/command_line/completion_scripts.h"
 #include "settings/setting_ranges.h"
 
-// The words of a specification have marks of their own.
+// The words that describe an argument have marks of their own.
 static std::string specText(const std::string& text) {
   std::string escaped;
   for (const char c : text) {
