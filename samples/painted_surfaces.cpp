@@ -150,6 +150,8 @@ CellPlace cellPlace(double x, double y, int cells, double jitter, uint32_t seed)
   return {second - nearest, nearest};
 }
 
+constexpr int kEnvironmentSide = 128;
+
 // An environment from the tones of the sky (horizon to zenith) and of the ground (horizon to feet).
 struct EnvironmentLight {
   double sunX;  // 0 to 1, like all places in the picture
@@ -161,12 +163,11 @@ struct EnvironmentLight {
 template <size_t count>
 QImage paintEnvironment(const std::array<Tone, count>& sky, const std::array<Tone, count>& ground,
                         const EnvironmentLight& light) {
-  constexpr int kSide = 128;
-  QImage image(kSide, kSide, QImage::Format_RGB888);
-  for (int y = 0; y < kSide; y++) {
-    for (int x = 0; x < kSide; x++) {
-      const double u = (x + 0.5) / kSide;
-      const double v = (y + 0.5) / kSide;
+  QImage image(kEnvironmentSide, kEnvironmentSide, QImage::Format_RGB888);
+  for (int y = 0; y < kEnvironmentSide; y++) {
+    for (int x = 0; x < kEnvironmentSide; x++) {
+      const double u = (x + 0.5) / kEnvironmentSide;
+      const double v = (y + 0.5) / kEnvironmentSide;
       const double horizon = 0.53 + 0.025 * std::sin(u * 9 + 0.6) + 0.012 * std::sin(u * 23);
       Tone tone = mixed(onScale(sky, (horizon - v) / horizon),
                         onScale(ground, (v - horizon) / (1 - horizon)),
@@ -236,6 +237,46 @@ QImage paintStudioEnvironment() {
                                           Tone{0.34, 0.35, 0.38}, Tone{0.62, 0.63, 0.66}};
   return paintEnvironment(kWall, kFloor,
                           {.sunX = 0.27, .sunY = 0.2, .sunPower = 0.7, .haze = 0.12});
+}
+
+QImage paintIvoryEnvironment() {
+  constexpr std::array<Tone, 4> kCeiling = {Tone{0.93, 0.88, 0.76}, Tone{0.96, 0.92, 0.82},
+                                            Tone{0.98, 0.95, 0.88}, Tone{0.92, 0.87, 0.77}};
+  constexpr std::array<Tone, 4> kFloor = {Tone{0.86, 0.79, 0.65}, Tone{0.73, 0.63, 0.47},
+                                          Tone{0.56, 0.45, 0.31}, Tone{0.40, 0.30, 0.19}};
+  return paintEnvironment(kCeiling, kFloor,
+                          {.sunX = 0.32, .sunY = 0.26, .sunPower = 0.14, .haze = 0.4});
+}
+
+QImage paintStoneEnvironment() {
+  constexpr std::array<Tone, 4> kSky = {Tone{0.58, 0.56, 0.53}, Tone{0.66, 0.65, 0.62},
+                                        Tone{0.74, 0.73, 0.71}, Tone{0.80, 0.80, 0.79}};
+  constexpr std::array<Tone, 4> kGround = {Tone{0.50, 0.47, 0.44}, Tone{0.40, 0.37, 0.34},
+                                           Tone{0.29, 0.27, 0.25}, Tone{0.20, 0.18, 0.17}};
+  return paintEnvironment(kSky, kGround, {.sunX = 0.3, .sunY = 0.25, .sunPower = 0.1, .haze = 0.5});
+}
+
+QImage paintNeonEnvironment() {
+  constexpr Tone kBlue = {0.05, 0.75, 1.0};
+  constexpr Tone kPink = {1.0, 0.10, 0.62};
+  constexpr double kTubeRadius = 0.36;  // of the picture's side
+  QImage image(kEnvironmentSide, kEnvironmentSide, QImage::Format_RGB888);
+  for (int y = 0; y < kEnvironmentSide; y++) {
+    for (int x = 0; x < kEnvironmentSide; x++) {
+      const double u = (x + 0.5) / kEnvironmentSide - 0.5;
+      const double v = (y + 0.5) / kEnvironmentSide - 0.5;
+      const double radius = std::hypot(u, v);
+      const double off = (radius - kTubeRadius) / 0.05;
+      const double glow = 0.9 * std::exp(-off * off) + 0.30 * std::exp(-off * off / 9);
+      const double core = std::exp(-off * off * 6);
+      const Tone tone =
+          mixed(kBlue, kPink, smoothStep(-0.55, 0.55, (u + v) / std::max(radius, 0.01) / 1.42));
+      const Tone lit = scaled(tone, glow);
+      image.setPixel(
+          x, y, pixelOf({lit.red + 0.5 * core, lit.green + 0.5 * core, lit.blue + 0.5 * core}));
+    }
+  }
+  return image;
 }
 
 QImage paintLeatherRelief() {

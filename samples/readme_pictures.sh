@@ -11,4 +11,7 @@ mkdir -p "$pictures"
 "$sheet" "$pictures/after.jpg" 1 600 "$out/gold.png"
 "$sheet" "$pictures/gallery.jpg" 2 420 "$out/glass.png" "$out/copper.png" "$out/film.png" \
   "$out/stone.png" "$out/wood.png" "$out/leather.png"
-echo "Made before.jpg, after.jpg and gallery.jpg in $pictures"
+"$1/morvalis" gallery "$out/samples/boards.jpg" --mask "$out/samples/letters.png" \
+  --presets "$(dirname "${BASH_SOURCE[0]}")/../presets" --seed 1 --quiet -o "$out/presets.png"
+"$sheet" "$pictures/presets.jpg" 1 1000 "$out/presets.png"
+echo "Made before.jpg, after.jpg, gallery.jpg and presets.jpg in $pictures"

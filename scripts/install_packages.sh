@@ -6,7 +6,7 @@ set -euo pipefail
 
 declare -A packages=(
   [build]="cmake ninja-build g++ qt6-base-dev qt6-image-formats-plugins
-           libcli11-dev libgtest-dev"
+           fonts-liberation libcli11-dev libgtest-dev"
   [bench]="libbenchmark-dev"
   [format]="clang-format"
   [tidy]="clang-tidy"
