@@ -66,7 +66,7 @@ std::string synopsisOf(const CommandOutline& command) {
     std::string part = option.names[0];
     if (part == "-h") continue;
     if (!option.positional && !option.value.empty()) part += " " + option.value;
-    if (!option.required) part = "[" + part + "]";
+    if (!option.required) part.insert(0, "[").append("]");
     if (option.repeats) part += "...";
     text += " " + part;
   }

@@ -99,6 +99,13 @@ int runGalleryCommand(const GalleryOptions& options, char** argv) {
   const QFileInfoList presets = presetFiles(options.presets);
   checkWritable(options.output);
   int oneArgument = 1;
+  // Only a program with a screen has fonts; this one needs none to be there.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  runInChild([&oneArgument, argv] {
+    const QGuiApplication application(oneArgument, argv);
+    checkFont();
+    return kExitDone;
+  });
   std::vector<SheetCell> cells;
   {
     // The renders run in child processes, which must not inherit the threads of a screen.
@@ -106,10 +113,7 @@ int runGalleryCommand(const GalleryOptions& options, char** argv) {
     cells = renderCells(options, seed, jobs, presets);
   }
   if (cells.empty()) failOnFile(options.presets, "none of its presets can be shown");
-  // Only a program with a screen has fonts; this one needs none to be there.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(oneArgument, argv);
-  checkFont();
   savePicture(drawSheet(cells), *format, options.output);
   if (!options.quiet && options.seed.empty()) {
     std::fprintf(options.output == kStandardStream ? stderr : stdout, "seed %u\n", seed);

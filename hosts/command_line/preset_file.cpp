@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <cstring>
 
 #include "entry/handles.h"
@@ -55,8 +56,8 @@ void setPictureName(EffectSettings* settings, int32_t kind, const std::string& n
   char* path = kind == kEnvironmentName ? settings->environmentPath : settings->texturePath;
   std::memset(path, 0, kPathBytes);
   if (name.empty()) return;
-  const std::string text = pathSeparator() + name;
-  std::memcpy(path, text.data(), std::min(text.size(), size_t{kPathBytes} - 1));
+  path[0] = pathSeparator();
+  name.copy(path + 1, kPathBytes - 2);
 }
 
 void writePreset(const EffectSettings& settings, const std::string& file) {

@@ -1,0 +1,223 @@
+// Several pictures, pipes and sheets, and the help that the program gives about itself.
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <csignal>
+
+#include "settings/setting_ranges.h"
+#include "tests/command_line/program_run.h"
+
+class Batches : public ProgramTest {
+ protected:
+  Batches() {
+    save(colorPicture(), "a.png");
+    save(greyPicture(), "b.png");
+    save(colorPicture().mirrored(), "c.d.png");
+    write("bad.png", "no picture\n");
+    QDir(path("")).mkdir("out");
+  }
+
+  void expectUsage(const QStringList& arguments, const QString& part) const {
+    const RunResult result = run(arguments);
+    const std::string errors =
+        arguments.join(" ").toStdString() + "\n" + result.errors.toStdString();
+    EXPECT_EQ(result.exitCode, 2) << errors;
+    EXPECT_EQ(result.errors.count('\n'), 1) << errors;
+    EXPECT_TRUE(result.errors.contains(part)) << part.toStdString() << "\n" << errors;
+  }
+};
+
+TEST_F(Batches, RenderEveryPictureAsIfItWereAlone) {
+  for (const char* jobs : {"1", "3"}) {
+    const RunResult result = run({"apply", "a.png", "bad.png", "b.png", "c.d.png", "-j", jobs,
+                                  "--seed", "7", "-o", "out/{name}-{name}.png"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors,
+              "morvalis: bad.png: is not a picture that can be read here\n"
+              "morvalis: 1 of 4 pictures failed\n");
+    EXPECT_EQ(QDir(path("out")).entryList(QDir::Files | QDir::Hidden),
+              QStringList({"a-a.png", "b-b.png", "c.d-c.d.png"}));
+    for (const QString name : {"a", "b", "c.d"}) {
+      EXPECT_EQ(QImage(path("out/" + name + "-" + name + ".png")),
+                apply(name + ".png", "alone.png"));
+      QFile::remove(path("out/" + name + "-" + name + ".png"));
+    }
+  }
+  // One seed for all, told once.
+  const RunResult told = run({"apply", "a.png", "b.png", "-o", "out/{name}.png"});
+  EXPECT_EQ(told.exitCode, 0);
+  EXPECT_TRUE(told.output.startsWith("seed ") && told.output.count('\n') == 1);
+  // What fails for all fails once.
+  const RunResult common =
+      run({"apply", "a.png", "b.png", "-o", "out/{name}.png", "--environment", "bad.png"});
+  EXPECT_EQ(common.exitCode, 1);
+  EXPECT_EQ(common.errors.count('\n'), 1) << common.errors.toStdString();
+}
+
+TEST_F(Batches, NeverWriteOneResultOverAnother) {
+  expectUsage({"apply", "a.png", "b.png", "-o", "out/x.png"}, "{name}");
+  expectUsage({"apply", "a.png", "./a.png", "-o", "out/{name}.png"}, "would both be written");
+  expectUsage({"apply", "a.png", "-", "-", "-o", "out/{name}.png"}, "would both be written");
+  QFile::copy(path("a.png"), path("out/b.png"));
+  expectUsage({"apply", "b.png", "out/b.png", "-o", "out/../{name}.png"}, "both");
+  expectUsage({"apply", "b.png", "a.png", "out/b.png", "-o", "out/{name}.png"}, "both");
+  QFile::link("../a.png", path("out/a.png"));
+  expectUsage({"apply", "out/a.png", "b.png", "-o", "out/../out/a.png"}, "{name}");
+  save(colorPicture(), "b-lit.png");
+  expectUsage({"apply", "b.png", "b-lit.png", "-o", "{name}-lit.png"}, "would replace b-lit.png");
+  expectUsage({"apply", "a.png", "b.png", "-o", "{name}.xyz"}, ".png, .jpg");
+  for (const char* jobs : {"0", "-1", "x", "257", "1.5", ""}) {
+    expectUsage({"apply", "a.png", "-o", "x.png", "--jobs", jobs}, "1 to 256");
+  }
+  // In place is allowed: every picture is read before it is replaced.
+  EXPECT_EQ(run({"apply", "a.png", "b.png", "-o", "{name}.png", "--quiet"}).exitCode, 0);
+}
+
+TEST_F(Batches, StopAtAnInterruptionAndLeaveNothingHalf) {
+  for (const char* name : {"1.bmp", "2.bmp", "3.bmp"}) {
+    save(colorPicture().scaled(4000, 4000), name);
+  }
+  const QStringList arguments = {"apply", "1.bmp", "2.bmp",          "3.bmp",  "-j",
+                                 "2",     "-o",    "out/{name}.bmp", "--quiet"};
+  for (const int signal : {SIGTERM, SIGINT}) {
+    const RunResult result = runUntilSignal(arguments, signal, 400);
+    EXPECT_EQ(result.exitCode, 130);
+    EXPECT_EQ(result.errors, "morvalis: interrupted\n");
+    EXPECT_TRUE(QDir(path("out")).isEmpty(QDir::Files | QDir::Hidden));
+  }
+}
+
+TEST_F(Batches, RunInPipes) {
+  const QImage expected = apply("a.png", "expected.png");
+  const RunResult piped = runShell("cat a.png | \"$0\" apply - -o - --seed 7 > piped.png");
+  EXPECT_EQ(piped.exitCode, 0);
+  EXPECT_EQ(read("piped.png"), read("expected.png"));
+  // The seed is told, but not into the picture.
+  const RunResult told = runShell("\"$0\" apply a.png -o - > told.png");
+  EXPECT_TRUE(told.errors.startsWith("seed "));
+  EXPECT_EQ(QImage(path("told.png")).size(), expected.size());
+  EXPECT_EQ(runShell("\"$0\" apply - -o '{name}.png' --quiet < a.png; ls stdin.png").exitCode, 0);
+
+  const RunResult empty = runShell("\"$0\" apply - -o x.png < /dev/null");
+  EXPECT_EQ(empty.exitCode, 1);
+  EXPECT_EQ(empty.errors, "morvalis: standard input: is empty\n");
+  const RunResult full = runShell("\"$0\" apply a.png -o - --quiet > /dev/full");
+  EXPECT_EQ(full.exitCode, 1);
+  EXPECT_EQ(full.errors, "morvalis: standard output: cannot be written\n");
+}
+
+TEST_F(Batches, MakeASheetOfAFolderOfPresets) {
+  QDir(path("")).mkdir("presets");
+  for (const QString name : {"b round", "A chisel", "c step"}) {
+    const QString shape = "shape=" + name.mid(2);
+    ASSERT_EQ(run({"preset", "save", "presets/" + name + ".q9q", "--set", shape}).exitCode, 0);
+  }
+  // Large enough for the picture library to work in threads.
+  save(colorPicture(true).scaled(900, 600), "large.png");
+  const QStringList gallery = {"gallery", "large.png", "--presets", "presets", "-j",
+                               "2",       "--seed",    "7",         "-o",      "sheet.png"};
+  const RunResult whole = run(gallery);
+  ASSERT_EQ(whole.exitCode, 0) << whole.errors.toStdString();
+  const QImage sheet(path("sheet.png"));
+  EXPECT_GT(sheet.width(), 2 * 400);
+  const RunResult piped =
+      runShell("\"$0\" " + gallery.mid(0, 8).join(" ").replace("large.png", "-") +
+               " -o - < large.png > piped.png");
+  EXPECT_EQ(piped.exitCode, 0) << piped.errors.toStdString();
+  EXPECT_EQ(QImage(path("piped.png")), sheet);
+
+  // One that fails is told, the others keep their places.
+  write("presets/d cut.q9q", read("presets/c step.q9q").left(50));
+  const RunResult part = run(gallery);
+  EXPECT_EQ(part.exitCode, 1);
+  EXPECT_EQ(part.errors,
+            "morvalis: presets/d cut.q9q: is damaged or cut off\n"
+            "morvalis: 1 of 4 presets are missing from the sheet\n");
+  EXPECT_EQ(QImage(path("sheet.png")), sheet);
+  QFile::remove(path("sheet.png"));
+
+  const RunResult bad = run({"gallery", "bad.png", "--presets", "presets", "-o", "sheet.png"});
+  EXPECT_EQ(bad.exitCode, 1);
+  EXPECT_EQ(bad.errors, "morvalis: bad.png: is not a picture that can be read here\n");
+  const RunResult none = run({"gallery", "a.png", "--presets", "out", "-o", "sheet.png"});
+  EXPECT_EQ(none.errors, "morvalis: out: holds no settings files (.q9q)\n");
+  write("fonts.conf", "<?xml version=\"1.0\"?><fontconfig></fontconfig>");
+  const RunResult fonts = runShell("FONTCONFIG_FILE=$PWD/fonts.conf \"$0\" " + gallery.join(" "));
+  EXPECT_EQ(fonts.exitCode, 1);
+  EXPECT_TRUE(fonts.errors.contains("there is no font")) << fonts.errors.toStdString();
+  EXPECT_FALSE(files().contains("sheet.png"));
+}
+
+TEST_F(Batches, ShowEveryPresetThatComesWithTheProgram) {
+  const QString presets = QDir(MORVALIS_TEST_DATA "/../../presets").absolutePath();
+  ASSERT_GE(QDir(presets).entryList({"*.q9q"}).size(), 12);
+  const RunResult shown =
+      run({"gallery", "a.png", "--presets", presets, "-o", "all.png", "--quiet"});
+  EXPECT_EQ(shown.exitCode, 0) << shown.errors.toStdString();
+}
+
+TEST_F(Batches, SuggestTheNearestCommandAndOption) {
+  expectUsage({"aply", "a.png"}, "no command aply; did you mean apply?");
+  expectUsage({"preset", "sow", "x"}, "no command sow; did you mean show?");
+  expectUsage({"apply", "a.png", "--ouput", "x.png"}, "no option --ouput; did you mean --output?");
+  expectUsage({"apply", "a.png", "-o", "x.png", "-q"}, "did you mean --quiet?");
+  expectUsage({"apply", "a.png", "-o", "x.png", "--enviroment=x"}, "did you mean --environment?");
+  expectUsage({"gallery", "a.png", "-o", "x.png", "--preset", "p"}, "did you mean --presets?");
+  expectUsage({"completion", "bsh"}, "did you mean bash?");
+  expectUsage({"apply", "a.png", "-o", "x.png", "--last", "--preset", "p"}, "--last");
+  expectUsage({"preset"}, "morvalis preset --help");
+}
+
+TEST_F(Batches, ListSettingsForPrograms) {
+  const RunResult listed = run({"settings", "--json"});
+  const QJsonArray rows = QJsonDocument::fromJson(listed.output.toUtf8()).array();
+  ASSERT_EQ(rows.size(), kSettingRangeCount);
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    const SettingRange& row = kSettingRanges[i];
+    const QJsonObject object = rows[i].toObject();
+    EXPECT_EQ(object["name"], row.name);
+    EXPECT_EQ(object["minimum"], row.minimum);
+    EXPECT_EQ(object["maximum"], row.maximum);
+    EXPECT_EQ(object["meaning"], row.meaning);
+    const bool threefold = row.form == SettingForm::direction || row.form == SettingForm::color;
+    EXPECT_EQ(object["default"].toArray().size(), threefold ? 3 : 0) << row.name;
+    EXPECT_EQ(object["choices"].toArray().size(),
+              row.choices == nullptr ? 0 : row.maximum - row.minimum + 1);
+  }
+}
+
+TEST_F(Batches, DescribeThemselvesInFull) {
+  const QString manual = run({"manual"}).output;
+  QStringList parts = {"\\-\\-preset", "\\-\\-jobs", "morvalis preset save", "morvalis gallery"};
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) parts += kSettingRanges[i].name;
+  for (const QString& part : parts) EXPECT_TRUE(manual.contains(part)) << part.toStdString();
+  for (const QString& line : manual.split('\n')) {
+    EXPECT_FALSE(line.startsWith('\'')) << line.toStdString();
+  }
+
+  const auto completed = [this](const QString& line) {
+    const QString script =
+        "source <(\"$0\" completion bash); compopt() { :; }; COMP_LINE='" + line +
+        "'; COMP_POINT=${#COMP_LINE}; _morvalis; printf '%s ' \"${COMPREPLY[@]}\"";
+    return runShell(script).output.trimmed();
+  };
+  EXPECT_EQ(completed("morvalis pre"), "preset");
+  EXPECT_EQ(completed("morvalis preset "), "show save");
+  EXPECT_EQ(completed("morvalis apply a.png --pi"), "--pictures");
+  EXPECT_EQ(completed("morvalis apply a.png --set iri"), "iriTableChoice= iridescence= iriColors=");
+  EXPECT_EQ(completed("morvalis preset save x --set shape=double"), "double-ridge");
+  EXPECT_EQ(completed("morvalis apply a.png --set blendMode=proc"), "procedural-+ procedural--");
+  EXPECT_EQ(completed("morvalis completion "), "bash zsh fish");
+  ASSERT_TRUE(QFile::copy(path("a.png"), path("gold ring.q9q")));
+  EXPECT_EQ(completed("morvalis apply a.png --preset gol"), "gold ring.q9q");
+  // Every choice that is offered is taken.
+  EXPECT_EQ(run({"preset", "save", "x.q9q", "--set", "blendMode=procedural--"}).exitCode, 0);
+  for (const char* shell : {"zsh", "fish"}) {
+    const QString script = run({"completion", shell}).output;
+    EXPECT_TRUE(script.contains("double-ridge") && script.contains("pictures")) << shell;
+  }
+}
