@@ -13,7 +13,6 @@
 
 #include "platform/none/none_window.h"
 
-
 struct ShownAlert {
   std::string name;
   std::string title;
