@@ -42,7 +42,9 @@ void findPictureFolder(SessionRecord* session) {
 // True when folder and name fit a path.
 static bool pathInFolder(const EffectSettings* settings, const char* name, char* path) {
   const int length = std::snprintf(path, kPathBytes, "%s%s", settings->pictureFolder, name);
-  return length < kPathBytes;
+  if (length >= kPathBytes) return false;
+  takeFileAsWritten(path, kPathBytes);
+  return true;
 }
 
 static bool loadPicture(SessionRecord* session, int32_t kind, const char* path) {

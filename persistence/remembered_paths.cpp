@@ -6,6 +6,8 @@
 #include "pictures/texture_preparation.h"
 #include "platform/remembered_values.h"
 
+static_assert(kRememberedBytes == kPathBytes);
+
 constexpr char kPictureFolderValue[] = "EnviroPath";
 constexpr char kEnvironmentValue[] = "ChromeFile";
 constexpr char kTextureValue[] = "TextureFile";
@@ -17,7 +19,7 @@ void readPictureFolder(SessionRecord* session) {
 }
 
 void storePictureFolder(SessionRecord* session) {
-  writeRememberedValue(kPictureFolderValue, settingsOf(session)->pictureFolder);
+  writeRememberedField(kPictureFolderValue, settingsOf(session)->pictureFolder, /*atOnce=*/true);
 }
 
 void restoreEnvironmentPath(SessionRecord* session) {
@@ -38,9 +40,9 @@ void restoreTexturePath(SessionRecord* session) {
 }
 
 void storeEnvironmentPath(SessionRecord* session) {
-  writeRememberedValue(kEnvironmentValue, settingsOf(session)->environmentPath);
+  writeRememberedField(kEnvironmentValue, settingsOf(session)->environmentPath, /*atOnce=*/false);
 }
 
 void storeTexturePath(SessionRecord* session) {
-  writeRememberedValue(kTextureValue, settingsOf(session)->texturePath);
+  writeRememberedField(kTextureValue, settingsOf(session)->texturePath, /*atOnce=*/false);
 }

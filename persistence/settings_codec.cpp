@@ -7,7 +7,6 @@
 #include "persistence/mac_roman.h"
 #include "persistence/path_parts.h"
 #include "services/fixed_point.h"
-#include "settings/light_angles.h"
 
 constexpr int32_t kWindowsEncoding = 1;
 constexpr int32_t kPairedItemsVersion = 25;  // first version that can name pictures
@@ -36,9 +35,7 @@ static void putNumber(ByteWriter* writer, int32_t number) {
   }
 }
 
-static void putName(ByteWriter* writer, const char* path) {
-  char name[kPathBytes];
-  fileNameForSettings(path, name);
+static void putName(ByteWriter* writer, const char* name) {
   const size_t length = std::strlen(name);
   putNumber(writer, static_cast<int32_t>(length));
   std::memcpy(writer->bytes + writer->count, name, length + 1);
@@ -68,13 +65,22 @@ static int32_t storedNumber(const EffectSettings* settings, const SettingsItem& 
 }
 
 size_t encodeSettings(const EffectSettings* settings, uint8_t* bytes) {
+  char environment[kPathBytes];
+  char texture[kPathBytes];
+  fileNameForSettings(settings->environmentPath, environment);
+  fileNameForSettings(settings->texturePath, texture);
+  const char* const names[kPictureNames] = {environment, texture};
+  return encodeNamedSettings(settings, names, bytes);
+}
+
+size_t encodeNamedSettings(const EffectSettings* settings, const char* const names[kPictureNames],
+                           uint8_t* bytes) {
   ByteWriter writer = {bytes, 0};
-  const char* const paths[kPictureNames] = {settings->environmentPath, settings->texturePath};
-  int32_t names = 0;
+  int32_t named = 0;
   putNumber(&writer, kWrittenVersion);
   for (const SettingsItem& item : kSettingsItems) {
     if (item.form == ItemForm::name) {
-      putName(&writer, paths[names++]);
+      putName(&writer, names[named++]);
     } else {
       putNumber(&writer, storedNumber(settings, item));
     }
@@ -128,7 +134,8 @@ static void setField(EffectSettings* settings, const SettingsItem& item, Field v
   std::memcpy(reinterpret_cast<char*>(settings) + item.offset, &value, sizeof(value));
 }
 
-static bool takeBlock(ByteReader* reader, EffectSettings* settings, const SettingsItem& item) {
+static bool takeBlock(ByteReader* reader, const SettingsItem& item, EffectSettings* settings,
+                      DecodedSettings* decoded) {
   const uint8_t* bytes = nullptr;
   int32_t length = 0;
   if (!takeBytes(reader, 0, &bytes, &length) || length > kLargestBlock) return false;
@@ -136,7 +143,8 @@ static bool takeBlock(ByteReader* reader, EffectSettings* settings, const Settin
   disposeModuleHandle(fieldOf<Handle>(settings, item));
   Handle block = newModuleHandle(length);
   setField(settings, item, block);
-  if (block == nullptr) return false;
+  decoded->outOfMemory = block == nullptr;
+  if (decoded->outOfMemory) return false;
   std::memcpy(*block, bytes, static_cast<size_t>(length));
   return true;
 }
@@ -171,7 +179,7 @@ static bool takeItem(ByteReader* reader, const SettingsItem& item, EffectSetting
                      DecodedSettings* decoded, int32_t* encoding, int32_t* names) {
   switch (item.form) {
     case ItemForm::block:
-      return takeBlock(reader, settings, item);
+      return takeBlock(reader, item, settings, decoded);
     case ItemForm::encoding:
       return takeNumber(reader, encoding);
     case ItemForm::name:
@@ -215,5 +223,4 @@ void decodeSettings(const uint8_t* bytes, size_t count, EffectSettings* settings
     decoded->hasNames = decoded->version >= kPairedItemsVersion;
     decoded->complete = takeItems(&reader, settings, decoded);
   }
-  lightAngles(settings);
 }

@@ -19,15 +19,20 @@ constexpr size_t kLongestEncodedSettings = 1024;
 // bytes; `bytes` holds kLongestEncodedSettings.
 size_t encodeSettings(const EffectSettings* settings, uint8_t* bytes);
 
+// The same with other names, in the Windows character set, each of less than kPathBytes bytes.
+size_t encodeNamedSettings(const EffectSettings* settings, const char* const names[kPictureNames],
+                           uint8_t* bytes);
+
 struct DecodedSettings {
   int32_t version;
-  bool complete;  // false: the bytes ended early, or a length is more than they hold
-  bool hasNames;  // a version that can name pictures
+  bool complete;     // false: the bytes ended early, or a length is more than they hold
+  bool outOfMemory;  // for a reference block; not complete then
+  bool hasNames;     // a version that can name pictures
   char names[kPictureNames][kPathBytes];  // Windows character set; without folder, "" for none
 };
 
 // Reads bytes of any version into the settings. Fields whose items the bytes do not reach stay as
-// they were; nothing is limited to its range. Reference blocks go to new module handles that
-// replace the fields' old ones. Ends with the derived light angles.
+// they were; nothing is limited to its range or derived. Reference blocks go to new module handles
+// that replace the fields' old ones.
 void decodeSettings(const uint8_t* bytes, size_t count, EffectSettings* settings,
                     DecodedSettings* decoded);

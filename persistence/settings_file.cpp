@@ -43,19 +43,18 @@ static bool readInto(EffectSettings* settings, const char* path, DecodedSettings
 }
 
 static void loadNamedPictures(SessionRecord* session, DecodedSettings* decoded) {
-  if (loadNamedPicture(session, kEnvironmentName, decoded->names[kEnvironmentName])) {
-    applyEnvironmentTurns(session);
-  }
+  const bool loaded = loadNamedPicture(session, kEnvironmentName, decoded->names[kEnvironmentName]);
   if (settingsOf(session)->textureChoice == kTextureChoiceFile) {
     loadNamedPicture(session, kTextureName, decoded->names[kTextureName]);
   }
+  if (loaded) applyEnvironmentTurns(session);
 }
 
 void readSettingsFile(SessionRecord* session, const char* path, bool loadPictures) {
   // Also when there is no file: a folder learnt by another process counts from here on.
   readPictureFolder(session);
   DecodedSettings decoded;
-  if (!readInto(settingsOf(session), path, &decoded)) return;
+  if (!readInto(settingsOf(session), path, &decoded) || decoded.outOfMemory) return;
   readPictureFolder(session);
   if (loadPictures && decoded.complete && decoded.hasNames) loadNamedPictures(session, &decoded);
   prepareTexture(session);

@@ -11,6 +11,7 @@
 #include <cstdint>
 
 constexpr int32_t kWrittenVersion = 31;
+constexpr int32_t kEveryVersion = INT32_MIN;  // versions are signed
 
 enum class ItemForm {
   integer,     // a 32-bit field
@@ -24,7 +25,7 @@ enum class ItemForm {
 struct SettingsItem {
   const char* field;  // of EffectSettings; for names what they name
   ItemForm form;
-  int32_t firstVersion;  // 0: in every file
+  int32_t firstVersion;  // kEveryVersion: in every file
   size_t offset;         // bytes into EffectSettings, of the field or its component
   bool hasAbsentValue;   // files without the item set the field to absentValue, else they leave it
   int32_t absentValue;

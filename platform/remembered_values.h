@@ -8,5 +8,12 @@
 // too long). False, with the buffer as it was, when there is none.
 bool readRememberedValue(const char* name, char* text, int32_t bytes);
 
-// Keeps a text under a name; silent when that is not possible.
+// Size of the fields that hold the paths; a text, its zero byte, and whatever stands behind it.
+constexpr int32_t kRememberedBytes = 260;
+
+// Keeps the text of a field under a name, on some systems with every byte of the field; silent when
+// that is not possible. `atOnce`: brings it to the disk before it returns.
+void writeRememberedField(const char* name, const char field[kRememberedBytes], bool atOnce);
+
+// The same for a text alone, cut to what a field holds.
 void writeRememberedValue(const char* name, const char* text);

@@ -14,6 +14,11 @@ char pathSeparator();
 void pathFromWindowsName(const char* name, char* path, int32_t bytes);
 void windowsNameFromPath(const char* path, char* name, int32_t bytes);
 
+// Names in settings files are looked for in small ASCII letters. Where the system tells capitals
+// from small letters and there is no file of this path, but one that differs in nothing else, the
+// path becomes that file's if it fits.
+void takeFileAsWritten(char* path, int32_t bytes);
+
 // Path of the one file that keeps the settings of the user's last confirmed dialog. False when
 // there is none to be had, or when the run is cut off from the user. With `forWriting`, makes the
 // folder it lies in.

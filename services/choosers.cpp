@@ -1,5 +1,7 @@
 #include "services/choosers.h"
 
+#include <cstring>
+
 #include "platform/choosers.h"
 #include "settings/effect_settings.h"
 
@@ -9,11 +11,11 @@ static FileChooser chooserOf(int32_t kind, const char* title) {
 }
 
 bool chooseFileToOpen(char* path, int32_t kind, const char* title) {
-  path[0] = 0;
+  std::memset(path, 0, kPathBytes);  // the whole field may be kept
   return choosePlatformFileToOpen(chooserOf(kind, title), path, kPathBytes);
 }
 
 bool chooseFileToSave(char* path, int32_t kind, const char* title) {
-  path[0] = 0;
+  std::memset(path, 0, kPathBytes);
   return choosePlatformFileToSave(chooserOf(kind, title), path, kPathBytes);
 }

@@ -4,34 +4,13 @@
 
 #include "settings/effect_settings.h"
 #include "settings/light_angles.h"
-#include "settings/setting_ranges.h"
-
-static void setDefault(EffectSettings* settings, const SettingRange& range) {
-  void* field = reinterpret_cast<char*>(settings) + range.offset;
-  const double* values = range.defaults;
-  switch (range.form) {
-    case SettingForm::number:
-      *static_cast<int32_t*>(field) = static_cast<int32_t>(values[0]);
-      break;
-    case SettingForm::toggle:
-      *static_cast<uint32_t*>(field) = static_cast<uint32_t>(values[0]);
-      break;
-    case SettingForm::direction:
-      *static_cast<Direction*>(field) = {static_cast<float>(values[0]),
-                                         static_cast<float>(values[1]),
-                                         static_cast<float>(values[2])};
-      break;
-    case SettingForm::color:
-      *static_cast<Color16*>(field) = {static_cast<uint16_t>(values[0]),
-                                       static_cast<uint16_t>(values[1]),
-                                       static_cast<uint16_t>(values[2])};
-      break;
-  }
-}
+#include "settings/setting_fields.h"
 
 void fillDefaultSettings(EffectSettings* settings) {
   std::memset(settings, 0, sizeof(*settings));
-  for (int32_t i = 0; i < kSettingRangeCount; ++i) setDefault(settings, kSettingRanges[i]);
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    writeSetting(settings, kSettingRanges[i], kSettingRanges[i].defaults);
+  }
   settings->scriptAmount = 50;
   settings->rowsPerBand = 1;
   settings->environmentReady = 1;

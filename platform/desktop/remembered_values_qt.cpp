@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "platform/desktop/desktop_session.h"
@@ -12,10 +13,15 @@
 
 static bool keptInMemory = false;
 static std::map<std::string, std::string> memoryValues;
+static std::map<std::string, std::optional<std::string>> stagedValues;
 
 void keepRememberedValuesInMemory() {
   keptInMemory = true;
   memoryValues.clear();
+}
+
+void stageRememberedValue(const char* name, const char* text) {
+  stagedValues[name] = text == nullptr ? std::nullopt : std::optional<std::string>(text);
 }
 
 bool runIsCutOff() {
@@ -23,6 +29,12 @@ bool runIsCutOff() {
 }
 
 static bool findValue(const char* name, std::string* value) {
+  const auto staged = stagedValues.find(name);
+  if (staged != stagedValues.end()) {
+    if (!staged->second.has_value()) return false;
+    *value = *staged->second;
+    return true;
+  }
   if (keptInMemory) {
     const auto found = memoryValues.find(name);
     if (found == memoryValues.end()) return false;
@@ -50,12 +62,15 @@ bool readRememberedValue(const char* name, char* text, int32_t bytes) {
   }
 }
 
-void writeRememberedValue(const char* name, const char* text) {
+void writeRememberedField(const char* name, const char field[kRememberedBytes], bool atOnce) {
   try {
+    stagedValues.erase(name);
     if (keptInMemory) {
-      memoryValues[name] = text;
+      memoryValues[name] = field;
     } else {
-      QSettings(kOrganisation, kApplication).setValue(name, QString::fromUtf8(text));
+      QSettings store(kOrganisation, kApplication);
+      store.setValue(name, QString::fromUtf8(field));
+      if (atOnce) store.sync();
     }
   } catch (...) {
   }

@@ -1,6 +1,7 @@
 #include "platform/user_files.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QString>
 #include <cstring>
 #include <string>
@@ -71,6 +72,31 @@ void windowsNameFromPath(const char* path, char* name, int32_t bytes) {
     length = 0;  // out of memory
   }
   name[length] = '\0';
+}
+
+// Some systems take letters with accents apart in names of files.
+static QString foldedFileName(const QString& name) {
+  QString folded = name.normalized(QString::NormalizationForm_C);
+  for (QChar& c : folded) {
+    if (c >= u'A' && c <= u'Z') c = QChar(c.unicode() - u'A' + u'a');
+  }
+  return folded;
+}
+
+void takeFileAsWritten(char* path, int32_t bytes) {
+  try {
+    const QFileInfo wanted(QString::fromUtf8(path));
+    if (wanted.exists()) return;
+    const QDir folder = wanted.dir();
+    for (const QString& file : folder.entryList(QDir::Files | QDir::Hidden, QDir::Name)) {
+      if (foldedFileName(file) != wanted.fileName()) continue;
+      const std::string found = folder.filePath(file).toStdString();
+      if (found.size() < static_cast<size_t>(bytes)) copyPath(found, path, bytes);
+      return;
+    }
+  } catch (...) {
+    // out of memory: the path stays
+  }
 }
 
 // The folder for what a program remembers of its last run. A relative path in the variable is to

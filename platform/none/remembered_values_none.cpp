@@ -11,6 +11,6 @@ bool readRememberedValue(const char* name, char* text, int32_t bytes) {
   return true;
 }
 
-void writeRememberedValue(const char* name, const char* text) {
-  noneState().remembered[name] = text;
+void writeRememberedField(const char* name, const char field[kRememberedBytes], bool) {
+  if (!noneState().script.forgetsValues) noneState().remembered[name] = field;
 }

@@ -17,6 +17,10 @@ void windowsNameFromPath(const char* path, char* name, int32_t bytes) {
   std::snprintf(name, static_cast<size_t>(bytes), "%s", path);
 }
 
+// As on systems that take capitals and small letters for the same.
+void takeFileAsWritten(char*, int32_t) {
+}
+
 bool cachedSettingsPath(bool, char* path, int32_t bytes) {
   const std::string& scripted = noneState().script.cachedSettingsPath;
   std::snprintf(path, static_cast<size_t>(bytes), "%s", scripted.c_str());
