@@ -10,6 +10,7 @@
 #include "entry/load_mark.h"
 #include "entry/selector_handlers.h"
 #include "entry/session_record.h"
+#include "services/floating_point_modes.h"
 #include "settings/settings_validation.h"
 
 // In order of the selectors, from Parameters on.
@@ -82,10 +83,8 @@ static void runSelector(int16_t selector, SessionRecord* session) {
   unlockSettings(session);
 }
 
-void MORVALIS_CALL ENTRYPOINT(int16_t selector, void* parameterBlock, intptr_t* dataSlot,
-                              int16_t* result) {
-  if (result == nullptr) return;
-  *result = kNoError;
+static void enterModule(int16_t selector, void* parameterBlock, intptr_t* dataSlot,
+                        int16_t* result) {
   if (selector == kSelectorAbout) return doAbout(static_cast<AboutRecord*>(parameterBlock));
   auto* filter = static_cast<FilterRecord*>(parameterBlock);
   if (filter == nullptr || dataSlot == nullptr) {
@@ -100,4 +99,14 @@ void MORVALIS_CALL ENTRYPOINT(int16_t selector, void* parameterBlock, intptr_t* 
   }
   runSelector(selector, session);
   unlockHandle(filter, reinterpret_cast<Handle>(*dataSlot));
+}
+
+void MORVALIS_CALL ENTRYPOINT(int16_t selector, void* parameterBlock, intptr_t* dataSlot,
+                              int16_t* result) {
+  if (result == nullptr) return;
+  *result = kNoError;
+  FloatingPointModes hostModes;
+  enterDefaultModes(&hostModes);
+  enterModule(selector, parameterBlock, dataSlot, result);
+  restoreModes(hostModes);
 }

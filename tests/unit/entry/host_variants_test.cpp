@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cfenv>
 #include <set>
 
 #include "platform/none/none_script.h"
@@ -56,6 +57,20 @@ static void expectOnlyTheTwoBlocks(const HostRun& run, const HostSwitches& switc
   EXPECT_EQ(run.ledgerAfter.buffers, 0);
   EXPECT_EQ(run.ledgerAfter.lockedBuffers, 0);
   EXPECT_EQ(run.ledgerAfter.misuses, 0);
+}
+
+// Tables are truncated, so that another rounding would show in them.
+TEST(HostVariants, HostsRoundingIsNeitherUsedNorLost) {
+  const HostPicture picture = testPicture(kWidth, kHeight, 3);
+  const HostRun expected = runHost({}, picture, testMask(kWidth, kHeight));
+  for (const int rounding : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+    std::fesetround(rounding);
+    const HostRun run = runHost({}, picture, testMask(kWidth, kHeight));
+    const int roundingAfter = std::fegetround();
+    std::fesetround(FE_TONEAREST);
+    EXPECT_EQ(run.effect.samples, expected.effect.samples);
+    EXPECT_EQ(roundingAfter, rounding);
+  }
 }
 
 TEST(HostVariants, SamePixelsFromEveryHost) {
