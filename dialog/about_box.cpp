@@ -1,5 +1,8 @@
 #include "dialog/about_box.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "dialog/canvas.h"
 #include "platform/window.h"
 #include "services/memory_blocks.h"
@@ -9,31 +12,22 @@ constexpr int32_t kWidth = 383;
 constexpr int32_t kHeight = 397;
 constexpr int32_t kCloseButton = -1;  // every picture closes the box
 
-struct AboutPicture {
-  int32_t bitmap;
-  int16_t left;
-  int16_t top;
-  int16_t width;
-  int16_t height;
-};
+// Bitmaps, in the order of their places below.
+constexpr int32_t kPictures[] = {131, 126, 127, 144};
 
 // Places from dialog units, sizes of the pictures themselves.
-constexpr AboutPicture kPictures[] = {{131, 59, 189, 262, 152},
-                                      {126, 56, 26, 172, 90},
-                                      {127, 56, 143, 110, 14},
-                                      {144, 30, 138, 18, 18}};
+constexpr WindowControl kPlaces[] = {
+    {kCloseButton, ControlKind::area, {189, 59, 341, 321}, nullptr, nullptr},
+    {kCloseButton, ControlKind::area, {26, 56, 116, 228}, nullptr, nullptr},
+    {kCloseButton, ControlKind::area, {143, 56, 157, 166}, nullptr, nullptr},
+    {kCloseButton, ControlKind::area, {138, 30, 156, 48}, nullptr, nullptr}};
 
-static const WindowTemplate kAboutBox = {
-    "ABOUTBOX", "About Morvalis", kWidth, kHeight, nullptr, 0, 0, 0};
+static const WindowTemplate kAboutBox = {"ABOUTBOX", "About Morvalis",   kWidth, kHeight,
+                                         kPlaces,    std::size(kPlaces), 0,      0};
 
 static bool onPicture(Point point) {
-  for (const AboutPicture& picture : kPictures) {
-    const Rectangle rect = {picture.top, picture.left,
-                            static_cast<int16_t>(picture.top + picture.height),
-                            static_cast<int16_t>(picture.left + picture.width)};
-    if (pointInRect(point, &rect)) return true;
-  }
-  return false;
+  return std::any_of(std::begin(kPlaces), std::end(kPlaces),
+                     [point](const WindowControl& c) { return pointInRect(point, &c.rect); });
 }
 
 static bool handleEvent(Window* window, const WindowEvent& event, void* context) {
@@ -41,13 +35,16 @@ static bool handleEvent(Window* window, const WindowEvent& event, void* context)
   switch (event.kind) {
     case WindowEventKind::initialise:
       fillArea(canvas, canvas->clip, kWhite);
-      for (const AboutPicture& picture : kPictures) {
-        drawResource(canvas, picture.bitmap, picture.left, picture.top);
+      for (size_t i = 0; i < std::size(kPictures); ++i) {
+        drawResource(canvas, kPictures[i], kPlaces[i].rect.left, kPlaces[i].rect.top);
       }
       presentPixels(window, canvas->target, canvas->clip);
       return true;
     case WindowEventKind::buttonDown:
       if (onPicture(event.point)) endModalWindow(window, kCloseButton);
+      return true;
+    case WindowEventKind::command:  // where the pictures are controls of the system's own
+      if (event.notification == 0) endModalWindow(window, event.id);
       return true;
     case WindowEventKind::key:
       if (event.key != WindowKey::enter) return false;

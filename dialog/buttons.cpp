@@ -45,7 +45,7 @@ void drawButtonFrame(Canvas* canvas, const Rectangle& rect, const ItemState& sta
 }
 
 static void drawFocus(Canvas* canvas, const Rectangle& rect, const ItemState& state) {
-  if (state.focused && !state.disabled) drawFocusFrame(canvas, inset(rect, kFocusInset));
+  if (state.focused) drawFocusFrame(canvas, inset(rect, kFocusInset));
 }
 
 static void drawCentredText(Canvas* canvas, const Rectangle& rect, const char* text, bool pressed,

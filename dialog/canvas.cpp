@@ -1,5 +1,6 @@
 #include "dialog/canvas.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/dialog_text.h"
@@ -24,9 +25,30 @@ static void setPixel(Canvas* canvas, int32_t x, int32_t y, Rgb8 colour) {
   pixel[2] = colour.blue;
 }
 
+// The rows and columns of a block that can be seen, so that little is done for a small clip.
+struct Span {
+  int32_t begin;
+  int32_t end;
+};
+
+static Span visibleColumns(const Canvas* canvas, int32_t x, int32_t width) {
+  const int32_t right = std::min({x + width, int32_t{canvas->clip.right}, canvas->target.width});
+  return {std::max({x, int32_t{canvas->clip.left}, 0}) - x, right - x};
+}
+
+static Span visibleRows(const Canvas* canvas, int32_t y, int32_t height) {
+  const int32_t bottom =
+      std::min({y + height, int32_t{canvas->clip.bottom}, canvas->target.height});
+  return {std::max({y, int32_t{canvas->clip.top}, 0}) - y, bottom - y};
+}
+
 void fillArea(Canvas* canvas, const Rectangle& area, Rgb8 colour) {
-  for (int32_t y = area.top; y < area.bottom; ++y) {
-    for (int32_t x = area.left; x < area.right; ++x) setPixel(canvas, x, y, colour);
+  const Span rows = visibleRows(canvas, area.top, area.bottom - area.top);
+  const Span columns = visibleColumns(canvas, area.left, area.right - area.left);
+  for (int32_t row = rows.begin; row < rows.end; ++row) {
+    for (int32_t column = columns.begin; column < columns.end; ++column) {
+      setPixel(canvas, area.left + column, area.top + row, colour);
+    }
   }
 }
 
@@ -58,15 +80,11 @@ void drawBevel(Canvas* canvas, const Rectangle& rect, Rgb8 topLeft, Rgb8 bottomR
   drawLine(canvas, rect.right, rect.bottom, rect.left, rect.bottom, bottomRight);
 }
 
-void drawFrame(Canvas* canvas, const Rectangle& rect, Rgb8 colour) {
-  const auto right = static_cast<int16_t>(rect.right - 1);
-  const auto bottom = static_cast<int16_t>(rect.bottom - 1);
-  drawBevel(canvas, {rect.top, rect.left, bottom, right}, colour, colour);
-}
-
 void drawFocusFrame(Canvas* canvas, const Rectangle& rect) {
   const auto dot = [canvas](int32_t x, int32_t y) {
-    if (((x + y) & 1) == 0) setPixel(canvas, x, y, kBlack);
+    if (((x + y) & 1) != 0 || !insideClip(canvas, x, y)) return;
+    uint8_t* pixel = pixelOf(canvas, x, y);
+    for (int32_t channel = 0; channel < 3; ++channel) pixel[channel] ^= 255;
   };
   for (int32_t x = rect.left; x < rect.right; ++x) {
     dot(x, rect.top);
@@ -81,8 +99,10 @@ void drawFocusFrame(Canvas* canvas, const Rectangle& rect) {
 void drawResource(Canvas* canvas, int32_t id, int32_t x, int32_t y) {
   ResourcePicture picture;
   if (!findResourcePicture(id, &picture)) return;
-  for (int32_t row = 0; row < picture.height; ++row) {
-    for (int32_t column = 0; column < picture.width; ++column) {
+  const Span rows = visibleRows(canvas, y, picture.height);
+  const Span columns = visibleColumns(canvas, x, picture.width);
+  for (int32_t row = rows.begin; row < rows.end; ++row) {
+    for (int32_t column = columns.begin; column < columns.end; ++column) {
       const int32_t at = row * picture.width + column;
       if (picture.coverage != nullptr && picture.coverage[at] == 0) continue;
       const uint8_t* rgb = picture.rgb + 3 * at;
@@ -97,9 +117,11 @@ void drawIcon(Canvas* canvas, int32_t id, int32_t x, int32_t y) {
 
 void drawPixels(Canvas* canvas, int32_t x, int32_t y, int32_t width, int32_t height,
                 const uint8_t* rgb, int32_t stride) {
-  for (int32_t row = 0; row < height; ++row) {
-    const uint8_t* pixel = rgb + int64_t{row} * stride;
-    for (int32_t column = 0; column < width; ++column, pixel += 3) {
+  const Span rows = visibleRows(canvas, y, height);
+  const Span columns = visibleColumns(canvas, x, width);
+  for (int32_t row = rows.begin; row < rows.end; ++row) {
+    for (int32_t column = columns.begin; column < columns.end; ++column) {
+      const uint8_t* pixel = rgb + int64_t{row} * stride + 3 * column;
       setPixel(canvas, x + column, y + row, {pixel[0], pixel[1], pixel[2]});
     }
   }
@@ -111,14 +133,15 @@ static uint8_t mixed(uint8_t under, uint8_t over, int32_t coverage) {
 
 void drawText(Canvas* canvas, const char* text, int32_t x, int32_t y, Rgb8 colour) {
   const int32_t width = textWidth(text);
-  if (width <= 0) return;
+  const Span rows = visibleRows(canvas, y, kTextLineHeight);
+  const Span columns = visibleColumns(canvas, x, width);
+  if (rows.begin >= rows.end || columns.begin >= columns.end) return;
   auto* coverage =
       static_cast<uint8_t*>(newModuleBlock(static_cast<uint64_t>(width) * kTextLineHeight));
   if (coverage == nullptr) return;
   drawTextCoverage(text, coverage);
-  for (int32_t row = 0; row < kTextLineHeight; ++row) {
-    for (int32_t column = 0; column < width; ++column) {
-      if (!insideClip(canvas, x + column, y + row)) continue;
+  for (int32_t row = rows.begin; row < rows.end; ++row) {
+    for (int32_t column = columns.begin; column < columns.end; ++column) {
       const int32_t share = coverage[row * width + column];
       uint8_t* pixel = pixelOf(canvas, x + column, y + row);
       pixel[0] = mixed(pixel[0], colour.red, share);

@@ -36,10 +36,7 @@ void drawLine(Canvas* canvas, int32_t x0, int32_t y0, int32_t x1, int32_t y1, Rg
 // One-pixel frame: left and top in the first colour, right and bottom in the second.
 void drawBevel(Canvas* canvas, const Rectangle& rect, Rgb8 topLeft, Rgb8 bottomRight);
 
-// One-pixel frame along the inside of a rectangle.
-void drawFrame(Canvas* canvas, const Rectangle& rect, Rgb8 colour);
-
-// A dotted frame that stands out from what is under it.
+// A dotted frame that inverts what is under it: to be drawn once over fresh pixels.
 void drawFocusFrame(Canvas* canvas, const Rectangle& rect);
 
 // A bitmap or an icon of the module's resources; nothing when there is none of that number.

@@ -1,10 +1,12 @@
 #include "dialog/command_text.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 
 #include "settings/effect_settings.h"
-#include "settings/setting_ranges.h"
+#include "settings/setting_fields.h"
 #include "settings/settings_defaults.h"
 
 struct TextWriter {
@@ -36,34 +38,24 @@ static void quote(const char* plain, char* quoted, size_t bytes) {
   quoted[length] = 0;
 }
 
-static void formatValue(const EffectSettings* settings, const SettingRange& range, char* value,
+// Commas between the components. The language that the program has set has no say in how numbers
+// are written, and nine digits tell every single apart.
+static void formatValue(const EffectSettings& settings, const SettingRange& range, char* value,
                         size_t bytes) {
-  const char* field = reinterpret_cast<const char*>(settings) + range.offset;
-  switch (range.form) {
-    case SettingForm::direction: {
-      Direction d;
-      std::memcpy(&d, field, sizeof(d));
-      // Nine digits tell every single apart.
-      std::snprintf(value, bytes, "%.9g,%.9g,%.9g", static_cast<double>(d.x),
-                    static_cast<double>(d.y), static_cast<double>(d.z));
-      break;
-    }
-    case SettingForm::color: {
-      Color16 c;
-      std::memcpy(&c, field, sizeof(c));
-      std::snprintf(value, bytes, "%d,%d,%d", c.red, c.green, c.blue);
-      break;
-    }
-    default: {
-      int32_t number = 0;
-      std::memcpy(&number, field, sizeof(number));
-      std::snprintf(value, bytes, "%d", number);
-      break;
-    }
+  double values[3];
+  readSetting(settings, range, values);
+  char* at = value;
+  char* end = value + bytes - 1;
+  for (int32_t i = 0; i < settingComponents(range.form); ++i) {
+    if (i > 0 && at < end) *at++ = ',';
+    // A random radius may lie below the range, where no command line takes it.
+    const double taken = std::clamp<double>(values[i], range.minimum, range.maximum);
+    at = std::to_chars(at, end, taken, std::chars_format::general, 9).ptr;
   }
+  *at = 0;
 }
 
-void writeCommandText(const EffectSettings* settings, char* text) {
+void writeCommandText(const EffectSettings& settings, char* text) {
   TextWriter writer = {text, 0};
   append(&writer, "morvalis apply IMAGE -o OUT%s%s", "", "");
   EffectSettings defaults;
@@ -72,18 +64,18 @@ void writeCommandText(const EffectSettings* settings, char* text) {
     char value[128];
     char standard[128];
     formatValue(settings, kSettingRanges[i], value, sizeof(value));
-    formatValue(&defaults, kSettingRanges[i], standard, sizeof(standard));
+    formatValue(defaults, kSettingRanges[i], standard, sizeof(standard));
     if (std::strcmp(value, standard) != 0) {
       append(&writer, " --set %s=%s", kSettingRanges[i].name, value);
     }
   }
   char path[4 * kPathBytes];
-  if (settings->environmentPath[0] != 0) {
-    quote(settings->environmentPath, path, sizeof(path));
+  if (settings.environmentPath[0] != 0) {
+    quote(settings.environmentPath, path, sizeof(path));
     append(&writer, " --environment %s%s", path, "");
   }
-  if (settings->textureChoice == kTextureChoiceFile && settings->texturePath[0] != 0) {
-    quote(settings->texturePath, path, sizeof(path));
+  if (settings.textureChoice == kTextureChoiceFile && settings.texturePath[0] != 0) {
+    quote(settings.texturePath, path, sizeof(path));
     append(&writer, " --texture %s%s", path, "");
   }
 }

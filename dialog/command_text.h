@@ -10,4 +10,4 @@ constexpr int32_t kCommandTextBytes = 4096;
 
 // Writes `morvalis apply IMAGE -o OUT --set ...` with every setting that differs from its default,
 // and the picture files that are in use.
-void writeCommandText(const EffectSettings* settings, char* text);
+void writeCommandText(const EffectSettings& settings, char* text);

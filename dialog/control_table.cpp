@@ -11,9 +11,9 @@
   { id, ControlKind::button, rect, name, tip }
 
 // A row of the left column: label, slider and value area on one band.
-#define SLIDER_ROW(label, slider, value, top, tip)      \
-  AREA(label, AT(2, (top)-1, 59, (top) + 15), nullptr), \
-      AREA(slider, AT(66, top, 201, (top) + 12), tip),  \
+#define SLIDER_ROW(label, slider, value, top)              \
+  AREA(label, AT(2, (top)-1, 59, (top) + 15), nullptr),    \
+      AREA(slider, AT(66, top, 201, (top) + 12), nullptr), \
       AREA(value, AT(203, top, 227, (top) + 13), nullptr)
 
 constexpr WindowControl kControls[] = {
@@ -25,7 +25,7 @@ constexpr WindowControl kControls[] = {
     AREA(kTextureFrame, AT(267, 54, 334, 121), nullptr),
     AREA(kTextureSample, AT(270, 57, 334, 121),
          "Drag to shift the texture, click to open a picture"),
-    AREA(69, AT(267, 126, 337, 138), "Texture size, 0 to 100: size of the relief on the object"),
+    AREA(69, AT(267, 126, 337, 138), nullptr),
     AREA(70, AT(339, 126, 359, 139), nullptr),
     AREA(kEnvironmentFrame, AT(267, 150, 334, 217), nullptr),
     AREA(kBlendPicker, AT(300, 230, 335, 265), "Blend mode: how the effect meets the picture"),
@@ -36,17 +36,17 @@ constexpr WindowControl kControls[] = {
     AREA(kLight1Pad, AT(61, 283, 140, 368), "Direction of light 1"),
     AREA(kLight2Pad, AT(146, 283, 225, 368), "Direction of light 2"),
     AREA(kCausticToggle, AT(235, 188, 249, 202), "Caustic light: coloured or grey"),
-    SLIDER_ROW(8, kRadiusSlider, 25, 54, "Radius, 2 to 100: width of the bevel"),
-    SLIDER_ROW(10, 11, 13, 73, "Height, -100 to 100: height of the bevel; negative presses it in"),
-    SLIDER_ROW(18, 19, 20, 92, "Texture, -100 to 100: depth of the relief"),
-    SLIDER_ROW(30, 28, 26, 111, "Gloss, 0 to 100: strength of the highlights"),
-    SLIDER_ROW(31, 12, 32, 130, "Glare, 0 to 100: breadth of the highlights"),
-    SLIDER_ROW(14, kReflectionSlider, 16, 150, "Reflection, 0 to 100: how much is mirrored"),
-    SLIDER_ROW(51, 52, 53, 170, "Glassiness, 0 to 100: how much light passes through"),
-    SLIDER_ROW(29, 27, 34, 190, "Caustic, 0 to 100: light gathered behind glass"),
-    SLIDER_ROW(54, 55, 56, 209, "Iridescence, 0 to 100: strength of the film's colours"),
-    SLIDER_ROW(41, 42, 43, 228, "Iri colors, 0 to 100: thickness of the film"),
-    SLIDER_ROW(57, 58, 59, 247, "Tarnish, 0 to 100: how much gathers in hollows"),
+    SLIDER_ROW(8, kRadiusSlider, 25, 54),
+    SLIDER_ROW(10, 11, 13, 73),
+    SLIDER_ROW(18, 19, 20, 92),
+    SLIDER_ROW(30, 28, 26, 111),
+    SLIDER_ROW(31, 12, 32, 130),
+    SLIDER_ROW(14, kReflectionSlider, 16, 150),
+    SLIDER_ROW(51, 52, 53, 170),
+    SLIDER_ROW(29, 27, 34, 190),
+    SLIDER_ROW(54, 55, 56, 209),
+    SLIDER_ROW(41, 42, 43, 228),
+    SLIDER_ROW(57, 58, 59, 247),
     BUTTON(kEnvironmentButton, AT(270, 153, 334, 217), "Environment picture",
            "Open an environment picture"),
     BUTTON(kSpinButton, AT(340, 178, 358, 195), "Spin", "Turn the environment a quarter"),
@@ -75,18 +75,20 @@ const Label kLabels[] = {{6, "Shape"},       {8, "Radius"},       {10, "Height"}
                          {51, "Glassiness"}, {29, "Caustic"}};
 const int32_t kLabelCount = sizeof(kLabels) / sizeof(kLabels[0]);
 
-const Slider kSliders[kSliderCount] = {{42, 43, "iriColors", 0, 100, 221},
-                                       {55, 56, "iridescence", 0, 100, 142},
-                                       {27, 34, "caustic", 0, 100, 140},
-                                       {12, 32, "glare", 0, 100, 139},
-                                       {52, 53, "glassiness", 0, 100, 138},
-                                       {28, 26, "gloss", 0, 100, 137},
-                                       {11, 13, "height", -100, 100, 136},
-                                       {kRadiusSlider, 25, "radius", 2, 100, 125},
-                                       {kReflectionSlider, 16, "reflection", 0, 100, 129},
-                                       {58, 59, "tarnish", 0, 100, 130},
-                                       {19, 20, "texture", -100, 100, 133},
-                                       {69, 70, "textureScale", 0, 100, 135}};
+const Slider kSliders[kSliderCount] = {
+    {42, 43, "iriColors", 0, 100, 221, "Iri colors", "thickness of the film"},
+    {55, 56, "iridescence", 0, 100, 142, "Iridescence", "strength of the film's colours"},
+    {27, 34, "caustic", 0, 100, 140, "Caustic", "light gathered behind glass"},
+    {12, 32, "glare", 0, 100, 139, "Glare", "breadth of the highlights"},
+    {52, 53, "glassiness", 0, 100, 138, "Glassiness", "how much light passes through"},
+    {28, 26, "gloss", 0, 100, 137, "Gloss", "strength of the highlights"},
+    {11, 13, "height", -100, 100, 136, "Height", "height of the bevel; negative presses it in"},
+    {kRadiusSlider, 25, "radius", 2, 100, 125, "Radius", "width of the bevel in pixels"},
+    {kReflectionSlider, 16, "reflection", 0, 100, 129, "Reflection", "how much is mirrored"},
+    {58, 59, "tarnish", 0, 100, 130, "Tarnish", "how much gathers in hollows"},
+    {19, 20, "texture", -100, 100, 133, "Texture",
+     "depth of the relief; negative turns it inside out"},
+    {69, 70, "textureScale", 0, 100, 135, "Texture size", "size of the relief on the object"}};
 
 const Picker kPickers[kPickerCount] = {{kShapePicker, "shape", 1, 13},
                                        {kTexturePicker, "textureChoice", 1, 13},

@@ -62,6 +62,8 @@ struct Slider {
   int32_t minimum;
   int32_t maximum;
   int32_t track;  // bitmap
+  const char* name;
+  const char* meaning;
 };
 constexpr int32_t kSliderCount = 12;
 extern const Slider kSliders[kSliderCount];  // in painting order

@@ -157,6 +157,7 @@ static void chooseFromMenu(DialogState* dialog, int32_t command) {
 void handleCommand(DialogState* dialog, int32_t id, int32_t notification) {
   EffectSettings* settings = settingsOf(dialog);
   settings->scriptAmount = kConfirmedAmount;
+  dialog->typed = {};
   if (notification != 0) return;
   if (id >= kFirstMenuCommand) return chooseFromMenu(dialog, id);
   switch (id) {

@@ -9,9 +9,8 @@
 #include "settings/light_angles.h"
 #include "settings/setting_ranges.h"
 
-static int32_t* fieldNamed(DialogState* dialog, const char* name) {
-  return reinterpret_cast<int32_t*>(reinterpret_cast<char*>(settingsOf(dialog)) +
-                                    findSetting(name)->offset);
+static int32_t* fieldNamed(EffectSettings* settings, const char* name) {
+  return reinterpret_cast<int32_t*>(reinterpret_cast<char*>(settings) + findSetting(name)->offset);
 }
 
 void setControlRanges(DialogState* dialog) {
@@ -27,7 +26,7 @@ void setControlRanges(DialogState* dialog) {
 
 // Control values are 16-bit numbers, whatever a file has put into the settings.
 static int32_t valueOfField(DialogState* dialog, const char* name) {
-  return saturateToInt16(*fieldNamed(dialog, name));
+  return saturateToInt16(*fieldNamed(settingsOf(dialog), name));
 }
 
 void loadControls(DialogState* dialog, bool redrawPictures) {
@@ -54,27 +53,27 @@ void loadControls(DialogState* dialog, bool redrawPictures) {
   repaintControl(dialog, kCausticToggle);
 }
 
-void readControls(DialogState* dialog) {
+EffectSettings shownSettings(const DialogState* dialog) {
+  EffectSettings shown = *settingsOf(dialog);
   for (const Slider& slider : kSliders) {
-    *fieldNamed(dialog, slider.setting) = dialog->controlValue[slider.id];
+    *fieldNamed(&shown, slider.setting) = dialog->controlValue[slider.id];
   }
   for (const Picker& picker : kPickers) {
-    *fieldNamed(dialog, picker.setting) = dialog->controlValue[picker.id];
+    *fieldNamed(&shown, picker.setting) = dialog->controlValue[picker.id];
   }
-  EffectSettings* settings = settingsOf(dialog);
-  settings->proceduralTextureVariant = static_cast<uint32_t>(dialog->controlValue[kTexturePicker]);
-  lightAngles(settings);
+  shown.proceduralTextureVariant = static_cast<uint32_t>(dialog->controlValue[kTexturePicker]);
+  lightAngles(&shown);
+  return shown;
+}
+
+void readControls(DialogState* dialog) {
+  *settingsOf(dialog) = shownSettings(dialog);
 }
 
 void refreshPreview(DialogState* dialog) {
-  EffectSettings* settings = settingsOf(dialog);
-  if (settings->autoPreview == 1) {
+  if (settingsOf(dialog)->autoPreview == 1) {
     readControls(dialog);
     renderPreview(dialog);
   }
-  EffectSettings shown = *settings;
-  // Without a render the controls are not read back yet; the history is of what they show.
-  readControls(dialog);
-  noteChange(dialog);
-  if (shown.autoPreview != 1) copyUserSettings(settings, shown);
+  noteChange(dialog, shownSettings(dialog));
 }

@@ -5,6 +5,7 @@
 
 #include "dialog/command_text.h"
 #include "dialog/dialog_controls.h"
+#include "dialog/dialog_mouse.h"
 #include "dialog/dialog_state.h"
 #include "dialog/preview_area.h"
 #include "dialog/small_controls.h"
@@ -14,10 +15,12 @@
 constexpr int32_t kLargeStep = 10;
 constexpr int32_t kMostDigits = 4;
 
+// Its number counts as the slider, too.
 static int32_t sliderUnder(Point point) {
   for (const Slider& slider : kSliders) {
     const Rectangle rect = controlRect(slider.id);
-    if (pointInRect(point, &rect)) return slider.id;
+    const Rectangle number = controlRect(slider.valueArea);
+    if (pointInRect(point, &rect) || pointInRect(point, &number)) return slider.id;
   }
   return kNoControl;
 }
@@ -53,9 +56,12 @@ static bool typeCharacter(DialogState* dialog, int32_t id, char character) {
   return true;
 }
 
-// The radius field shows pixels, at twice the slider's pace above 50.
-static int32_t sliderValueOf(int32_t id, int32_t shown) {
-  return id == kRadiusSlider && shown > 50 ? (shown + 50) / 2 : shown;
+static bool eraseCharacter(DialogState* dialog) {
+  TypedNumber* typed = &dialog->typed;
+  if (typed->digits == 0) typed->negative = false;
+  typed->value /= 10;
+  typed->digits = std::max(typed->digits - 1, 0);
+  return true;
 }
 
 static bool finishTyping(DialogState* dialog) {
@@ -63,7 +69,7 @@ static bool finishTyping(DialogState* dialog) {
   dialog->typed = {};
   if (typed.digits == 0) return false;
   setSlider(dialog, typed.slider,
-            sliderValueOf(typed.slider, typed.negative ? -typed.value : typed.value));
+            valueFromShown(*findSlider(typed.slider), typed.negative ? -typed.value : typed.value));
   return true;
 }
 
@@ -72,13 +78,12 @@ static bool finishTyping(DialogState* dialog) {
 static void showHistoryStep(DialogState* dialog) {
   loadControls(dialog, /*redrawPictures=*/true);
   repaintControl(dialog, kAutoPreviewToggle);
-  if (settingsOf(dialog)->autoPreview == 1) renderPreview(dialog);
+  refreshPreview(dialog);
 }
 
 static void copyCommand(DialogState* dialog) {
   char command[kCommandTextBytes];
-  readControls(dialog);
-  writeCommandText(settingsOf(dialog), command);
+  writeCommandText(shownSettings(dialog), command);
   copyTextToClipboard(command);
 }
 
@@ -97,9 +102,7 @@ static bool handleKey(DialogState* dialog, const WindowEvent& event) {
     case WindowKey::enter:
       return finishTyping(dialog);
     case WindowKey::backspace:
-      dialog->typed.value /= 10;
-      dialog->typed.digits = std::max(dialog->typed.digits - 1, 0);
-      return slider;
+      return slider && eraseCharacter(dialog);
     case WindowKey::undo:
       if (undoChange(dialog)) showHistoryStep(dialog);
       return true;
@@ -122,28 +125,32 @@ static bool restoreDefault(DialogState* dialog, Point point) {
   return true;
 }
 
-bool handleExtra(DialogState* dialog, const WindowEvent& event) {
-  EffectSettings* settings = settingsOf(dialog);
-  if (settings->dragControl != kNoControl) return false;
+// A number that is being typed is forgotten when the pointer goes to work.
+static bool handlePointerExtra(DialogState* dialog, const WindowEvent& event) {
   const Rectangle preview = controlRect(kPreviewArea);
+  dialog->typed = {};
   switch (event.kind) {
     case WindowEventKind::wheel:
       return stepSlider(dialog, sliderUnder(event.point), event.amount, event.shift);
-    case WindowEventKind::key:
-      return handleKey(dialog, event);
     case WindowEventKind::doubleClick:
-      return restoreDefault(dialog, event.point);
-    case WindowEventKind::otherDown:
-      if (!pointInRect(event.point, &preview) || settings->hostDrawsPreview != 1) return false;
-      dialog->showsSource = true;
-      showSourceInPreview(dialog);
+      if (!restoreDefault(dialog, event.point)) handlePress(dialog, event.point);
       return true;
-    case WindowEventKind::otherUp:
-      if (!dialog->showsSource) return false;
-      dialog->showsSource = false;
-      renderPreview(dialog);
+    case WindowEventKind::otherDown:
+      if (!pointInRect(event.point, &preview)) return false;
+      showSource(dialog);
       return true;
     default:
       return false;
   }
+}
+
+bool handleExtra(DialogState* dialog, const WindowEvent& event) {
+  if (event.kind == WindowEventKind::otherUp) {
+    hideSource(dialog);
+    return true;
+  }
+  // One thing at a time.
+  if (settingsOf(dialog)->dragControl != kNoControl || dialog->popup != nullptr) return false;
+  return event.kind == WindowEventKind::key ? handleKey(dialog, event)
+                                            : handlePointerExtra(dialog, event);
 }

@@ -56,6 +56,7 @@ static bool isPicker(int32_t id) {
 void handlePress(DialogState* dialog, Point point) {
   EffectSettings* settings = settingsOf(dialog);
   const int32_t id = controlUnder(point);
+  dialog->typed = {};
   if (id == kNoControl) return;
   if (isPicker(id)) return openPicker(dialog, id, clientToScreen(dialog->window, point));
   if (id == kPreviewArea) {
@@ -117,7 +118,7 @@ static bool releaseAutoPreview(DialogState* dialog) {
   if (dialog->controlValue[kAutoPreviewToggle] != 1) return true;
   settings->autoPreview ^= 1;
   repaintControl(dialog, kAutoPreviewToggle);
-  return settings->autoPreview != 0;
+  return true;  // which renders only when it is on now
 }
 
 // A click without a drag opens a picture file.

@@ -6,19 +6,12 @@
 
 #include "dialog/canvas.h"
 #include "dialog/control_table.h"
+#include "dialog/undo.h"
 #include "entry/session_record.h"
 
 // The fields that Cancel puts back.
 struct SettingsSnapshot {
   EffectSettings settings;
-};
-
-// Settings before each completed change, for undo; positions before `position` can be gone back to.
-constexpr int32_t kUndoSteps = 100;
-struct UndoHistory {
-  EffectSettings steps[kUndoSteps];
-  int32_t count;
-  int32_t position;  // step that the settings stand at
 };
 
 // A number being typed over a slider.
@@ -39,10 +32,13 @@ struct DialogState {
   int32_t controlValue[kControlIds];
   int32_t controlMin[kControlIds];
   int32_t controlMax[kControlIds];
+  int32_t toldValue[kControlIds];  // of a slider, in its tool tip
+  bool tipTold[kControlIds];
 
   int32_t fitScale;      // reduction at which the whole filter rectangle fits the preview
   int32_t wheelControl;  // slider under the pointer
   bool showsSource;      // the untouched picture stands in the preview
+  uint8_t* keptPreview;  // the render that it stands in for; null: none could be kept
   SettingsSnapshot snapshot;
   UndoHistory undo;
   TypedNumber typed;

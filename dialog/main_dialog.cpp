@@ -85,8 +85,12 @@ void repaintControl(DialogState* dialog, int32_t id) {
   repaintArea(dialog, area);
 }
 
+// An item draws within its own area: what went beyond would stay.
 static void drawItem(DialogState* dialog, int32_t id, const ItemState& state) {
   const EffectSettings* settings = settingsOf(dialog);
+  const Rectangle area = controlRect(id == kEnvironmentButton ? kEnvironmentFrame : id);
+  const Rectangle clip = dialog->canvas.clip;
+  dialog->canvas.clip = area;
   switch (id) {
     case kCancelButton:
       drawTextButton(dialog, id, "Cancel", state);
@@ -119,7 +123,8 @@ static void drawItem(DialogState* dialog, int32_t id, const ItemState& state) {
       drawPictureButton(dialog, id, state);
       break;
   }
-  presentArea(dialog, controlRect(id == kEnvironmentButton ? kEnvironmentFrame : id));
+  dialog->canvas.clip = clip;
+  presentArea(dialog, area);
 }
 
 // --- Start-up -------------------------------------------------------------------------------
@@ -187,6 +192,8 @@ bool showMainDialog(SessionRecord* session, void* ownerWindow) {
   int32_t answer = kDialogUnavailable;
   if (dialog != nullptr) {
     answer = runModalWindow(kMainDialog, ownerWindow, handleEvent, dialog);
+    endUndo(dialog);
+    forgetSource(dialog);
     freeModuleBlock(dialog->canvas.target.rgb);
     freeModuleBlock(dialog->popupCanvas.target.rgb);
     freeModuleBlock(dialog);

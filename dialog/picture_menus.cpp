@@ -73,11 +73,11 @@ void drawPicker(DialogState* dialog, int32_t id) {
   Canvas* canvas = &dialog->canvas;
   const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
   const Rectangle frame = {side(r.top + 2), r.left, r.bottom, side(r.right - 2)};
-  drawFrame(canvas, frame, kBlack);
-  drawFrame(
+  drawBevel(canvas, frame, kBlack, kBlack);
+  drawBevel(
       canvas,
       {side(frame.top + 1), side(frame.left + 1), side(frame.bottom - 1), side(frame.right - 1)},
-      kWhite);
+      kWhite, kWhite);
   drawLine(canvas, r.right - 1, r.top + 5, r.right - 1, r.bottom + 1, kBlack);
   drawLine(canvas, r.right - 1, r.bottom + 1, r.left + 2, r.bottom + 1, kBlack);
   const int32_t value = settingOfPicker(settingsOf(dialog), id);

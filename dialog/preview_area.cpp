@@ -1,6 +1,7 @@
 #include "dialog/preview_area.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "dialog/dialog_state.h"
 #include "geometry/row_machine.h"
@@ -8,6 +9,7 @@
 #include "geometry/selection_mask.h"
 #include "platform/window.h"
 #include "services/fixed_point.h"
+#include "services/memory_blocks.h"
 
 constexpr int32_t kFrameInset = 2;
 
@@ -68,6 +70,7 @@ void startPreview(DialogState* dialog) {
     runPreviewUnderWaitCursor(dialog);
   } else {
     settings->hostDrawsPreview = 0;
+    settings->previewScale = 1;
     *dialog->session->result = kNoError;
     dialog->fitScale = 1;
   }
@@ -98,7 +101,9 @@ void drawPreview(DialogState* dialog, bool erase) {
   const Rectangle clip = dialog->canvas.clip;
   dialog->canvas.clip = area;
   if (erase) fillArea(&dialog->canvas, inner, kWhite);
-  drawFrame(&dialog->canvas, inset(inner, -1), kBlack);
+  drawBevel(&dialog->canvas,
+            {narrowed(inner.top - 1), narrowed(inner.left - 1), inner.bottom, inner.right}, kBlack,
+            kBlack);
   const Rectangle& out = dialog->session->filter->outRect;
   displayHostPixels(dialog, (area.top + area.bottom - heightOf(out)) / 2,
                     (area.left + area.right - widthOf(out)) / 2);
@@ -107,6 +112,7 @@ void drawPreview(DialogState* dialog, bool erase) {
 }
 
 void renderPreview(DialogState* dialog) {
+  forgetSource(dialog);
   // A host that could not deliver the first picture will not deliver this one.
   const FilterRecord* filter = dialog->session->filter;
   const bool hostCouldDraw = filter->advanceState != nullptr && filter->displayPixels != nullptr;
@@ -143,6 +149,7 @@ static void rezoom(DialogState* dialog, int32_t oldScale, int32_t newScale) {
 
 static void zoomTo(DialogState* dialog, int32_t scale) {
   EffectSettings* settings = settingsOf(dialog);
+  forgetSource(dialog);
   if (settings->hostDrawsPreview == 1) {
     rezoom(dialog, settings->previewScale, scale);
     settings->previewScale = scale;
@@ -179,34 +186,35 @@ void updateZoomButtons(DialogState* dialog) {
 
 // --- Pan ------------------------------------------------------------------------------------
 
-// The untouched picture over the checkerboard, into the host's output buffer.
+// The untouched picture over the checkerboard, into the host's output buffer. Transparency is left
+// as it is.
 static void copySourceToOutput(DialogState* dialog) {
   const FilterRecord* filter = dialog->session->filter;
-  const int32_t planes = filter->planes;
-  if (filter->inData == nullptr || filter->outData == nullptr || (planes != 1 && planes != 3)) {
-    return;
-  }
-  const int32_t inStep = filter->inHiPlane - filter->inLoPlane + 1;
+  const int32_t step = filter->planes;
+  const int32_t samples = step < 3 ? 1 : 3;
+  if (filter->inData == nullptr || filter->outData == nullptr || step < 1) return;
   const int32_t width = std::min(widthOf(filter->outRect), widthOf(filter->inRect));
   const int32_t height = std::min(heightOf(filter->inRect), heightOf(filter->outRect));
   for (int32_t y = 0; y < height; ++y) {
     const uint8_t* in = filter->inData + int64_t{y} * filter->inRowBytes;
     uint8_t* out = filter->outData + int64_t{y} * filter->outRowBytes;
     const MaskRow mask = maskRow(dialog->session, y);
-    for (int32_t x = 0; x < width; ++x, in += inStep, out += planes) {
+    for (int32_t x = 0; x < width; ++x, in += step, out += step) {
       const int32_t m = mask.value(x);
       const int32_t checker = ((x ^ y) & 8) == 0 ? 255 : 204;
-      for (int32_t plane = 0; plane < planes; ++plane) {
-        out[plane] = static_cast<uint8_t>((in[plane] * m + checker * (255 - m)) / 256);
+      for (int32_t i = 0; i < samples; ++i) {
+        out[i] = static_cast<uint8_t>((in[i] * m + checker * (255 - m)) / 256);
       }
     }
   }
 }
 
-void showSourceInPreview(DialogState* dialog) {
-  if (settingsOf(dialog)->hostDrawsPreview != 1) return;
-  if (settingsOf(dialog)->previewMode == 1) copySourceToOutput(dialog);
-  drawPreview(dialog, /*erase=*/false);
+// While panning, pictures with transparency show what the host has delivered.
+static void showRawPicture(DialogState* dialog) {
+  const int32_t planes = dialog->session->filter->planes;
+  const bool copies = planes == 1 || planes == 3;
+  if (settingsOf(dialog)->previewMode == 1 && copies) copySourceToOutput(dialog);
+  if (settingsOf(dialog)->hostDrawsPreview == 1) drawPreview(dialog, /*erase=*/false);
 }
 
 void panPreview(DialogState* dialog) {
@@ -214,12 +222,65 @@ void panPreview(DialogState* dialog) {
   const int32_t dx = (settings->mouse.h - settings->lastMouse.h) * settings->previewScale;
   const int32_t dy = (settings->mouse.v - settings->lastMouse.v) * settings->previewScale;
   if (dx != 0 || dy != 0) {
+    forgetSource(dialog);
     settings->previewOriginX -= dx;
     settings->previewOriginY -= dy;
     clampOrigin(dialog, settings->previewScale);
     requestPreviewImage(dialog->session, settings->previewScale);
     setCursor(dialog->window, CursorShape::closedHand);
-    showSourceInPreview(dialog);
+    showRawPicture(dialog);
   }
   settings->lastMouse = settings->mouse;
+}
+
+// --- The untouched picture ------------------------------------------------------------------
+
+// The host's output without the gaps between its rows.
+static size_t outputRowLength(const FilterRecord* filter) {
+  const int32_t step = filter->outHiPlane - filter->outLoPlane + 1;
+  return static_cast<size_t>(std::max(widthOf(filter->outRect), 0)) *
+         static_cast<size_t>(std::max(step, 0));
+}
+
+static uint8_t* copyOfOutput(const FilterRecord* filter) {
+  const size_t length = outputRowLength(filter);
+  const int32_t height = heightOf(filter->outRect);
+  if (filter->outData == nullptr || height <= 0) return nullptr;
+  auto* copy = static_cast<uint8_t*>(newModuleBlock(length * static_cast<size_t>(height)));
+  if (copy == nullptr) return nullptr;
+  for (int32_t y = 0; y < height; ++y) {
+    const uint8_t* row = filter->outData + int64_t{y} * filter->outRowBytes;
+    std::memcpy(copy + length * static_cast<size_t>(y), row, length);
+  }
+  return copy;
+}
+
+static void putOutputBack(const FilterRecord* filter, const uint8_t* copy) {
+  const size_t length = outputRowLength(filter);
+  for (int32_t y = 0; y < heightOf(filter->outRect); ++y) {
+    uint8_t* row = filter->outData + int64_t{y} * filter->outRowBytes;
+    std::memcpy(row, copy + length * static_cast<size_t>(y), length);
+  }
+}
+
+void showSource(DialogState* dialog) {
+  if (settingsOf(dialog)->hostDrawsPreview != 1 || dialog->showsSource) return;
+  dialog->showsSource = true;
+  dialog->keptPreview = copyOfOutput(dialog->session->filter);
+  copySourceToOutput(dialog);
+  drawPreview(dialog, /*erase=*/false);
+}
+
+void hideSource(DialogState* dialog) {
+  if (!dialog->showsSource) return;
+  if (dialog->keptPreview == nullptr) return renderPreview(dialog);
+  putOutputBack(dialog->session->filter, dialog->keptPreview);
+  forgetSource(dialog);
+  drawPreview(dialog, /*erase=*/false);
+}
+
+void forgetSource(DialogState* dialog) {
+  dialog->showsSource = false;
+  freeModuleBlock(dialog->keptPreview);
+  dialog->keptPreview = nullptr;
 }

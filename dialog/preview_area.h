@@ -32,8 +32,11 @@ void updateZoomButtons(DialogState* dialog);
 // A mouse move while the preview holds the capture.
 void panPreview(DialogState* dialog);
 
-// The untouched picture instead of the render; the next drawPreview shows it.
-void showSourceInPreview(DialogState* dialog);
+// The untouched picture in place of what the preview shows, and that back again as it was. Whatever
+// renders or moves the preview forgets it.
+void showSource(DialogState* dialog);
+void hideSource(DialogState* dialog);
+void forgetSource(DialogState* dialog);
 
 // The origin kept inside the picture at a scale.
 void clampOrigin(DialogState* dialog, int32_t scale);

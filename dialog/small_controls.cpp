@@ -1,6 +1,7 @@
 #include "dialog/small_controls.h"
 
 #include <algorithm>
+#include <cstdio>
 
 #include "dialog/dialog_state.h"
 #include "platform/dialog_text.h"
@@ -36,6 +37,23 @@ static int32_t shownValue(const Slider& slider, int32_t value) {
   return slider.id == kRadiusSlider && value > 50 ? 2 * value - 50 : value;
 }
 
+int32_t valueFromShown(const Slider& slider, int32_t shown) {
+  return slider.id == kRadiusSlider && shown > 50 ? (shown + 50) / 2 : shown;
+}
+
+// The tool tip says the present value, so it is told whenever another one is drawn.
+static void tellValue(DialogState* dialog, const Slider& slider) {
+  const int32_t value = dialog->controlValue[slider.id];
+  if (dialog->tipTold[slider.id] && dialog->toldValue[slider.id] == value) return;
+  dialog->tipTold[slider.id] = true;
+  dialog->toldValue[slider.id] = value;
+  char tip[160];
+  std::snprintf(tip, sizeof(tip), "%s %d (%d to %d): %s", slider.name, shownValue(slider, value),
+                slider.minimum, shownValue(slider, slider.maximum), slider.meaning);
+  setToolTip(dialog->window, slider.id, tip);
+  setToolTip(dialog->window, slider.valueArea, tip);
+}
+
 void drawValue(DialogState* dialog, int32_t id) {
   const Slider* slider = findSlider(id);
   if (slider == nullptr) return;
@@ -45,6 +63,7 @@ void drawValue(DialogState* dialog, int32_t id) {
   uint8_t text[kCountedTextBytes];
   numberToText(shownValue(*slider, dialog->controlValue[slider->id]), text);
   drawControlText(dialog, slider->valueArea, reinterpret_cast<const char*>(text) + 1, -1, kBlack);
+  tellValue(dialog, *slider);
 }
 
 static int32_t usableWidth(const Rectangle& rect) {

@@ -5,9 +5,13 @@
 #include <cstdint>
 
 struct DialogState;
+struct Slider;
 
 void drawLabel(DialogState* dialog, int32_t id);
 void drawValue(DialogState* dialog, int32_t id);  // a slider's or its value area's id
+
+// The slider's value that its field shows as this number.
+int32_t valueFromShown(const Slider& slider, int32_t shown);
 
 void drawSlider(DialogState* dialog, int32_t id);
 

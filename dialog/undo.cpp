@@ -3,30 +3,20 @@
 #include <cstring>
 
 #include "dialog/dialog_state.h"
-#include "pictures/environment_picture.h"
-#include "pictures/rip_map.h"
-#include "pictures/texture_picture.h"
-#include "pictures/texture_preparation.h"
+#include "pictures/picture_surface.h"
+#include "services/memory_blocks.h"
 #include "settings/light_angles.h"
-#include "settings/setting_ranges.h"
+#include "settings/setting_fields.h"
 
-static size_t sizeOfForm(SettingForm form) {
-  switch (form) {
-    case SettingForm::direction:
-      return sizeof(Direction);
-    case SettingForm::color:
-      return sizeof(Color16);
-    default:
-      return sizeof(int32_t);
-  }
-}
+// --- Settings -------------------------------------------------------------------------------
 
-void copyUserSettings(EffectSettings* target, const EffectSettings& source) {
-  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
-    const SettingRange& range = kSettingRanges[i];
-    std::memcpy(reinterpret_cast<char*>(target) + range.offset,
-                reinterpret_cast<const char*>(&source) + range.offset, sizeOfForm(range.form));
-  }
+static bool sameSetting(const EffectSettings& a, const EffectSettings& b,
+                        const SettingRange& range) {
+  double valuesA[3];
+  double valuesB[3];
+  readSetting(a, range, valuesA);
+  readSetting(b, range, valuesB);
+  return std::memcmp(valuesA, valuesB, sizeof(valuesA)) == 0;
 }
 
 static bool samePath(const char* a, const char* b) {
@@ -34,66 +24,121 @@ static bool samePath(const char* a, const char* b) {
 }
 
 static bool sameUserSettings(const EffectSettings& a, const EffectSettings& b) {
-  EffectSettings copy = a;
-  copyUserSettings(&copy, b);
-  return std::memcmp(&copy, &a, sizeof(copy)) == 0 &&
-         samePath(a.environmentPath, b.environmentPath) && samePath(a.texturePath, b.texturePath);
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    if (!sameSetting(a, b, kSettingRanges[i])) return false;
+  }
+  return samePath(a.environmentPath, b.environmentPath) && samePath(a.texturePath, b.texturePath);
+}
+
+// What the user sets, and what goes with the pictures.
+static void takeUserSettings(EffectSettings* settings, const EffectSettings& wanted) {
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    double values[3];
+    readSetting(wanted, kSettingRanges[i], values);
+    writeSetting(settings, kSettingRanges[i], values);
+  }
+  std::memcpy(settings->environmentPath, wanted.environmentPath, kPathBytes);
+  std::memcpy(settings->texturePath, wanted.texturePath, kPathBytes);
+  std::memcpy(settings->proceduralTexture, wanted.proceduralTexture,
+              sizeof(settings->proceduralTexture));
+  settings->proceduralTextureVariant = wanted.proceduralTextureVariant;
+  settings->textureWidth = wanted.textureWidth;
+  settings->textureHeight = wanted.textureHeight;
+  settings->previousTextureChoice = wanted.textureChoice;
+  lightAngles(settings);
+}
+
+// --- Pictures -------------------------------------------------------------------------------
+
+static size_t bytesOf(const PictureSurface& surface) {
+  return static_cast<size_t>(kSurfaceBytesPerPixel) * static_cast<size_t>(surface.width) *
+         static_cast<size_t>(surface.height);
+}
+
+// A step without memory for a picture has nothing to differ from.
+static bool differs(const PictureSurface* surface, const uint8_t* pixels) {
+  return surface != nullptr && pixels != nullptr &&
+         std::memcmp(pixels, surface->rgb, bytesOf(*surface)) != 0;
+}
+
+// `before` itself where the picture is still the same.
+static uint8_t* pixelsNow(const PictureSurface* surface, uint8_t* before) {
+  if (surface == nullptr) return nullptr;
+  if (before != nullptr && !differs(surface, before)) return before;
+  const size_t bytes = bytesOf(*surface);
+  auto* pixels = static_cast<uint8_t*>(newModuleBlock(bytes));
+  if (pixels != nullptr) std::memcpy(pixels, surface->rgb, bytes);
+  return pixels;
+}
+
+static void putPixelsBack(const PictureSurface* surface, const uint8_t* pixels) {
+  if (surface != nullptr && pixels != nullptr) {
+    std::memcpy(surface->rgb, pixels, bytesOf(*surface));
+  }
+}
+
+// --- History --------------------------------------------------------------------------------
+
+static void storeStep(DialogState* dialog, const EffectSettings& shown) {
+  UndoHistory* undo = &dialog->undo;
+  const UndoStep before = undo->position > 0 ? undo->steps[undo->position - 1] : UndoStep{};
+  UndoStep* step = &undo->steps[undo->position];
+  step->settings = shown;
+  step->environment = pixelsNow(shown.environmentPicture, before.environment);
+  step->texture = pixelsNow(shown.texturePicture, before.texture);
+  undo->count = undo->position + 1;
+}
+
+// Frees the pictures of a step that the other one does not share.
+static void freePictures(const UndoStep& step, const UndoStep& other) {
+  if (step.environment != other.environment) freeModuleBlock(step.environment);
+  if (step.texture != other.texture) freeModuleBlock(step.texture);
+}
+
+// Drops the steps from one on, of which the step before may share pictures.
+static void dropStepsFrom(UndoHistory* undo, int32_t first) {
+  while (undo->count > first) {
+    --undo->count;
+    freePictures(undo->steps[undo->count],
+                 undo->count > 0 ? undo->steps[undo->count - 1] : UndoStep{});
+  }
 }
 
 void startUndo(DialogState* dialog) {
-  dialog->undo.steps[0] = *settingsOf(dialog);
-  dialog->undo.count = 1;
   dialog->undo.position = 0;
+  storeStep(dialog, *settingsOf(dialog));
 }
 
-void noteChange(DialogState* dialog) {
+void endUndo(DialogState* dialog) {
+  dropStepsFrom(&dialog->undo, 0);
+}
+
+void noteChange(DialogState* dialog, const EffectSettings& shown) {
   UndoHistory* undo = &dialog->undo;
-  if (sameUserSettings(undo->steps[undo->position], *settingsOf(dialog))) return;
+  const UndoStep& last = undo->steps[undo->position];
+  // A texture that is chosen once more is generated anew.
+  if (sameUserSettings(last.settings, shown) &&
+      !differs(shown.environmentPicture, last.environment) &&
+      !differs(shown.texturePicture, last.texture)) {
+    return;
+  }
+  dropStepsFrom(undo, undo->position + 1);
   if (undo->position + 1 == kUndoSteps) {
+    freePictures(undo->steps[0], undo->steps[1]);
     std::memmove(&undo->steps[0], &undo->steps[1], sizeof(undo->steps[0]) * (kUndoSteps - 1));
     --undo->position;
   }
   ++undo->position;
-  undo->steps[undo->position] = *settingsOf(dialog);
-  undo->count = undo->position + 1;
-}
-
-// The environment as it was: another file, or the same one turned back.
-static void bringEnvironmentBack(DialogState* dialog, const EffectSettings& wanted) {
-  EffectSettings* settings = settingsOf(dialog);
-  if (settings->environmentPicture == nullptr) return;
-  const int32_t turns = ((wanted.environmentTurns - settings->environmentTurns) % 4 + 4) % 4;
-  if (!samePath(settings->environmentPath, wanted.environmentPath)) {
-    std::memcpy(settings->environmentPath, wanted.environmentPath, kPathBytes);
-    settings->environmentTurns = wanted.environmentTurns;
-    loadEnvironmentPicture(dialog->session, settings->environmentPath);
-    return applyEnvironmentTurns(dialog->session);
-  }
-  for (int32_t i = 0; i < turns; ++i) rotateEnvironmentQuarter(settings->environmentPicture);
-  buildEnvironmentRipMap(dialog->session);
-}
-
-static void bringTextureBack(DialogState* dialog, const EffectSettings& wanted) {
-  EffectSettings* settings = settingsOf(dialog);
-  const bool otherFile = !samePath(settings->texturePath, wanted.texturePath);
-  const bool otherChoice = settings->textureChoice != wanted.textureChoice;
-  if (!otherFile && !otherChoice) return;
-  std::memcpy(settings->texturePath, wanted.texturePath, kPathBytes);
-  settings->textureChoice = wanted.textureChoice;
-  if (wanted.textureChoice == kTextureChoiceFile) {
-    loadTexturePicture(dialog->session, settings->texturePath);
-  } else {
-    prepareTexture(dialog->session);
-  }
+  storeStep(dialog, shown);
 }
 
 static void standAt(DialogState* dialog, int32_t position) {
-  const EffectSettings& wanted = dialog->undo.steps[position];
+  const UndoStep& wanted = dialog->undo.steps[position];
+  EffectSettings* settings = settingsOf(dialog);
   dialog->undo.position = position;
-  bringEnvironmentBack(dialog, wanted);
-  bringTextureBack(dialog, wanted);
-  copyUserSettings(settingsOf(dialog), wanted);
-  lightAngles(settingsOf(dialog));
+  putPixelsBack(settings->environmentPicture, wanted.environment);
+  putPixelsBack(settings->texturePicture, wanted.texture);
+  takeUserSettings(settings, wanted.settings);
 }
 
 bool undoChange(DialogState* dialog) {

@@ -1,19 +1,36 @@
-// undo: settings before and after each completed change, as long as the dialog is open.
+// undo: settings and pictures before and after each completed change, as long as the dialog is
+// open.
 
 #pragma once
 
+#include <cstdint>
+
+#include "settings/effect_settings.h"
+
 struct DialogState;
 
-// Starts the history with the present settings.
+// A surface's pixels; neighbouring steps share those of a picture that has not changed.
+struct UndoStep {
+  EffectSettings settings;
+  uint8_t* environment;  // null: there was no picture, or no memory for it
+  uint8_t* texture;
+};
+
+constexpr int32_t kUndoSteps = 100;
+struct UndoHistory {
+  UndoStep steps[kUndoSteps];
+  int32_t count;
+  int32_t position;  // step that the settings stand at
+};
+
+// Starts the history with the present settings, and frees what it holds.
 void startUndo(DialogState* dialog);
+void endUndo(DialogState* dialog);
 
-// Notes the present settings as a step, unless they are those of the last one.
-void noteChange(DialogState* dialog);
+// Notes settings, those that the controls show, as a step, unless they are those of the last one.
+void noteChange(DialogState* dialog, const EffectSettings& shown);
 
-// Goes a step back or forward; true when there was one. The pictures follow the settings.
+// Goes a step back or forward; true when there was one. Pictures come back as they were, generated
+// textures and files that are gone since included.
 bool undoChange(DialogState* dialog);
 bool redoChange(DialogState* dialog);
-
-// Sets every user setting of `target` from `source`.
-struct EffectSettings;
-void copyUserSettings(EffectSettings* target, const EffectSettings& source);

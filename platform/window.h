@@ -110,6 +110,10 @@ void presentPixels(Window* window, const PixelTarget& target, const Rectangle& p
 // Asks for a drawItem event of a button, with the state it has; it comes before the call returns.
 void redrawItem(Window* window, int32_t id);
 
+// Another tool tip for a control than its template says; the text is copied, null takes the tip
+// away.
+void setToolTip(Window* window, int32_t id, const char* text);
+
 // What the host's displayPixels gets as its platform context so that it draws into the target.
 // Where the host draws elsewhere, endHostDrawing brings the pixels over.
 void* beginHostDrawing(Window* window, PixelTarget* target);

@@ -3,17 +3,17 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <algorithm>
 
 #include "platform/alerts.h"
 #include "platform/desktop/dialog_place_qt.h"
+#include "platform/desktop/resource_image_qt.h"
 
 // Pixels of one dialog unit across and down, times 4 and 8, for the alerts' font.
 constexpr int32_t kBaseWidth = 7;
 constexpr int32_t kBaseHeight = 15;
 
-constexpr int32_t kIconSide = 32;  // pixels
+constexpr int32_t kAlertIcon = 148;
 
 static QRect placeOf(const DialogPlace& place) {
   return QRect(place.x * kBaseWidth / 4, place.y * kBaseHeight / 8, place.width * kBaseWidth / 4,
@@ -22,8 +22,7 @@ static QRect placeOf(const DialogPlace& place) {
 
 static void addIcon(QDialog* dialog, const DialogPlace& place) {
   auto* label = new QLabel(dialog);
-  const QIcon icon = dialog->style()->standardIcon(QStyle::SP_MessageBoxWarning);
-  label->setPixmap(icon.pixmap(kIconSide, kIconSide));
+  label->setPixmap(QPixmap::fromImage(resourceIcon(kAlertIcon)));
   label->move(placeOf(place).topLeft());
 }
 

@@ -6,7 +6,7 @@
 #include <QImageReader>
 #include <cstdlib>
 
-#include "platform/desktop/bitmap_file_check.h"
+#include "platform/bitmap_file_check.h"
 
 static bool sideFits(int side) {
   return side >= 1 && side <= kLargestBitmapSide;
@@ -48,10 +48,10 @@ static bool copyPixels(const QImage& image, DecodedBitmap* bitmap) {
 
 bool decodeBitmapFile(const char* path, DecodedBitmap* bitmap) {
   try {
+    if (!bitmapFileIsSound(path)) return false;
     QFile source(QFile::decodeName(path));
     if (!source.open(QIODevice::ReadOnly)) return false;
     QByteArray file = source.readAll();
-    if (!isBitmapFile(file) || !bitmapFileIsWhole(file)) return false;
     const QImage image = readBitmap(&file);
     return !image.isNull() && copyPixels(image, bitmap);
   } catch (...) {

@@ -16,7 +16,7 @@ ItemButton::ItemButton(Window* window, const WindowControl& control, QWidget* pa
   setCursor(Qt::ArrowCursor);  // not the one that the area around has set
   connect(this, &QAbstractButton::pressed, this, &ItemButton::sendDrawItem);
   connect(this, &QAbstractButton::released, this, &ItemButton::sendDrawItem);
-  connect(this, &QAbstractButton::clicked, this, [this] { sendEvent(window_, commandEvent(id_)); });
+  connect(this, &QAbstractButton::clicked, this, [this] { sendInput(window_, commandEvent(id_)); });
 }
 
 void ItemButton::sendDrawItem() {

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QCursor>
 #include <QDialog>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -100,16 +101,29 @@ bool ModalWindow::event(QEvent* event) {
   return QDialog::event(event);
 }
 
+static QString toolTipOf(const Window& window, const WindowControl& control) {
+  const auto told = window.toolTips.find(control.id);
+  return told != window.toolTips.end() ? told->second : QString::fromUtf8(control.toolTip);
+}
+
+// Text that is shown while it changes is shown anew.
+static void showTip(Window* window, const WindowControl& control, const QPoint& globalPos) {
+  const Rectangle& rect = control.rect;
+  window->tipShown = control.id;
+  QToolTip::showText(globalPos, toolTipOf(*window, control), window->widget,
+                     QRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top));
+}
+
 bool ModalWindow::showToolTip(const QHelpEvent& event) {
   const Point point = pointerEvent(WindowEventKind::mouseMove, event.pos()).point;
   for (int32_t i = 0; i < window_.content->controlCount; ++i) {
     const WindowControl& control = window_.content->controls[i];
     const Rectangle& rect = control.rect;
-    if (control.toolTip == nullptr || !pointInRect(point, &rect)) continue;
-    QToolTip::showText(event.globalPos(), QString::fromUtf8(control.toolTip), this,
-                       QRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top));
+    if (!pointInRect(point, &rect) || toolTipOf(window_, control).isEmpty()) continue;
+    showTip(&window_, control, event.globalPos());
     return true;
   }
+  window_.tipShown = 0;
   QToolTip::hideText();
   return true;
 }
@@ -128,7 +142,7 @@ void ModalWindow::reject() {
   if (window_.ended) return;
   const int32_t cancel = window_.content->cancelButton;
   if (cancel == 0) return endModalWindow(&window_, kDialogUnavailable);
-  sendEvent(&window_, commandEvent(cancel));
+  sendInput(&window_, commandEvent(cancel));
 }
 
 void ModalWindow::mousePressEvent(QMouseEvent* event) {
@@ -140,7 +154,7 @@ void ModalWindow::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ModalWindow::mouseMoveEvent(QMouseEvent* event) {
-  sendEvent(&window_, pointerEvent(WindowEventKind::mouseMove, event->position()));
+  sendInput(&window_, pointerEvent(WindowEventKind::mouseMove, event->position()));
 }
 
 void ModalWindow::mouseReleaseEvent(QMouseEvent* event) {
@@ -156,7 +170,7 @@ void ModalWindow::wheelEvent(QWheelEvent* event) {
   WindowEvent told = pointerEvent(WindowEventKind::wheel, event->position());
   told.amount = notches;
   told.shift = event->modifiers().testFlag(Qt::ShiftModifier);
-  sendEvent(&window_, told);
+  sendInput(&window_, told);
 }
 
 void ModalWindow::paintEvent(QPaintEvent*) {
@@ -207,5 +221,20 @@ void setFocusedControl(Window* window, int32_t id) {
     button->setFocus();
   } else {
     window->widget->setFocus();
+  }
+}
+
+void setToolTip(Window* window, int32_t id, const char* text) {
+  try {
+    window->toolTips[id] = QString::fromUtf8(text);
+    ItemButton* button = findButton(window, id);
+    if (button != nullptr) button->setToolTip(window->toolTips[id]);
+    if (window->tipShown != id || !QToolTip::isVisible()) return;
+    for (int32_t i = 0; i < window->content->controlCount; ++i) {
+      const WindowControl& control = window->content->controls[i];
+      if (control.id == id) showTip(window, control, QCursor::pos());
+    }
+  } catch (...) {
+    // Out of memory: the tip stays.
   }
 }

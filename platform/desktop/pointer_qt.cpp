@@ -1,13 +1,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCursor>
-#include <QImage>
 #include <QPalette>
 #include <QPixmap>
 #include <QScreen>
 #include <QStyle>
 #include <QWidget>
+#include <algorithm>
 
+#include "platform/desktop/resource_image_qt.h"
 #include "platform/desktop/window_record_qt.h"
 #include "platform/resource_table.h"
 #include "services/fixed_point.h"
@@ -15,19 +16,16 @@
 constexpr int32_t kClosedHandCursor = 107;
 constexpr int32_t kOpenHandCursor = 108;
 
+// A menu's names begin 52 pixels in and end 36 and this before its edge: they want some air there.
+constexpr int kNarrowestCheckMark = 20;
+
 // --- Cursor ---------------------------------------------------------------------------------
 
 static QCursor cursorOf(int32_t id, Qt::CursorShape substitute) {
   const EmbeddedPicture* picture = findResourceCursor(id);
   if (picture == nullptr) return QCursor(substitute);
-  QImage image(picture->width, picture->height, QImage::Format_ARGB32);
-  for (int32_t y = 0; y < picture->height; ++y) {
-    for (int32_t x = 0; x < picture->width; ++x) {
-      const int32_t at = y * picture->width + x;
-      const uint8_t* rgb = picture->rgb + 3 * at;
-      image.setPixel(x, y, qRgba(rgb[0], rgb[1], rgb[2], picture->coverage[at]));
-    }
-  }
+  const QImage image =
+      coveredImage(picture->width, picture->height, picture->rgb, picture->coverage);
   return QCursor(QPixmap::fromImage(image), picture->hotX, picture->hotY);
 }
 
@@ -99,7 +97,8 @@ static void takeColor(const QPalette& palette, QPalette::ColorRole role, uint8_t
 
 MenuLook menuLook() {
   MenuLook look = {};
-  look.checkMarkWidth = QApplication::style()->pixelMetric(QStyle::PM_IndicatorWidth);
+  look.checkMarkWidth =
+      std::max(QApplication::style()->pixelMetric(QStyle::PM_IndicatorWidth), kNarrowestCheckMark);
   const QPalette palette = QApplication::palette();
   takeColor(palette, QPalette::Highlight, look.highlight);
   takeColor(palette, QPalette::HighlightedText, look.highlightText);

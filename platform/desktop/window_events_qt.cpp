@@ -47,6 +47,11 @@ bool sendEvent(Window* window, const WindowEvent& event) {
   return used;
 }
 
+bool sendInput(Window* window, const WindowEvent& event) {
+  deliverPosted(window);
+  return sendEvent(window, event);
+}
+
 // Running out of memory loses the event.
 static void postEvent(Window* window, const WindowEvent& event) {
   try {
@@ -93,20 +98,20 @@ WindowEvent commandEvent(int32_t id) {
 
 bool sendMousePress(Window* window, const QMouseEvent& event, bool isDouble) {
   if (event.button() == Qt::RightButton) {
-    return sendEvent(window, pointerEvent(WindowEventKind::otherDown, event.position()));
+    return sendInput(window, pointerEvent(WindowEventKind::otherDown, event.position()));
   }
   if (event.button() != Qt::LeftButton) return false;
   const WindowEventKind kind =
       isDouble ? WindowEventKind::doubleClick : WindowEventKind::buttonDown;
-  return sendEvent(window, pointerEvent(kind, event.position()));
+  return sendInput(window, pointerEvent(kind, event.position()));
 }
 
 bool sendMouseRelease(Window* window, const QMouseEvent& event) {
   if (event.button() == Qt::RightButton) {
-    return sendEvent(window, pointerEvent(WindowEventKind::otherUp, event.position()));
+    return sendInput(window, pointerEvent(WindowEventKind::otherUp, event.position()));
   }
   if (event.button() != Qt::LeftButton) return false;
-  return sendEvent(window, pointerEvent(WindowEventKind::buttonUp, event.position()));
+  return sendInput(window, pointerEvent(WindowEventKind::buttonUp, event.position()));
 }
 
 // --- Keys -----------------------------------------------------------------------------------
@@ -161,13 +166,14 @@ static WindowKey keyOf(const QKeyEvent& event) {
 }
 
 bool sendKey(Window* window, const QKeyEvent& key) {
+  deliverPosted(window);  // which may move the focus
   WindowEvent event = eventOf(WindowEventKind::key);
   event.key = keyOf(key);
   if (event.key == WindowKey::none) return false;
   event.id = focusedControl(window);
   event.character = event.key == WindowKey::character ? characterOf(key) : char{0};
   event.shift = key.modifiers().testFlag(Qt::ShiftModifier);
-  return sendEvent(window, event);
+  return sendInput(window, event);
 }
 
 // --- Controls -------------------------------------------------------------------------------

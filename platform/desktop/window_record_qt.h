@@ -3,7 +3,9 @@
 #pragma once
 
 #include <QImage>
+#include <QString>
 #include <deque>
+#include <map>
 #include <vector>
 
 #include "platform/window.h"
@@ -26,9 +28,11 @@ struct Window {
   int32_t eventsInProgress;
   std::deque<WindowEvent> posted;
 
-  std::vector<ItemButton*> buttons;  // in the order of the controls
-  int32_t focusedArea;               // id, 0 when a button or nothing has the focus
-  int32_t wheelRest;                 // of a wheel that turns in less than notches
+  std::vector<ItemButton*> buttons;     // in the order of the controls
+  int32_t focusedArea;                  // id, 0 when a button or nothing has the focus
+  std::map<int32_t, QString> toolTips;  // by control, where they differ from the template's
+  int32_t tipShown;                     // control whose tip was shown last, 0 for none
+  int32_t wheelRest;                    // of a wheel that turns in less than notches
   bool showsWaitCursor;
   Window* popup;  // that it has opened
 };
@@ -38,6 +42,11 @@ void prepareWindow(Window* window, QWidget* widget, int32_t width, int32_t heigh
 
 // Hands one event over; the procedure's answer, false when the window has ended.
 bool sendEvent(Window* window, const WindowEvent& event);
+
+// The same for what the user does. What has been posted comes first, however fast the user is: a
+// press and its release may both have come in before Qt takes up anything that the press has
+// posted.
+bool sendInput(Window* window, const WindowEvent& event);
 
 WindowEvent eventOf(WindowEventKind kind);
 WindowEvent pointerEvent(WindowEventKind kind, const QPointF& position);

@@ -81,10 +81,11 @@ void NoneWindow::otherUp(Point point) {
   if (seesPointer(window_)) sendEvent(window_, pointerEvent(WindowEventKind::otherUp, point));
 }
 
-void NoneWindow::wheel(Point point, int32_t notches) {
+void NoneWindow::wheel(Point point, int32_t notches, bool shift) {
   if (!seesPointer(window_)) return;
   WindowEvent event = pointerEvent(WindowEventKind::wheel, point);
   event.amount = notches;
+  event.shift = shift;
   sendEvent(window_, event);
 }
 
@@ -182,6 +183,13 @@ bool NoneWindow::captured() const {
 
 int32_t NoneWindow::focusedControl() const {
   return window_->focused;
+}
+
+std::string NoneWindow::toolTip(int32_t id) const {
+  const auto told = window_->toolTips.find(id);
+  if (told != window_->toolTips.end()) return told->second;
+  const WindowControl* control = findControl(window_, id);
+  return control == nullptr || control->toolTip == nullptr ? "" : control->toolTip;
 }
 
 bool NoneWindow::hasPopup() const {

@@ -31,7 +31,7 @@ class NoneWindow {
   void doubleClick(Point point);  // two clicks, the second press told as a double click
   void otherDown(Point point);
   void otherUp(Point point);
-  void wheel(Point point, int32_t notches);
+  void wheel(Point point, int32_t notches, bool shift = false);
 
   // Presses a button and lets go of it, wherever it lies.
   void clickButton(int32_t id);
@@ -50,7 +50,8 @@ class NoneWindow {
   NonePicture pixels() const;
   CursorShape cursor() const;
   bool captured() const;
-  int32_t focusedControl() const;  // 0 for none
+  int32_t focusedControl() const;         // 0 for none
+  std::string toolTip(int32_t id) const;  // "" for none
   bool hasPopup() const;
   NoneWindow popup() const;  // only while hasPopup()
 

@@ -67,6 +67,10 @@ void redrawItem(Window* window, int32_t id) {
   sendEvent(window, event);
 }
 
+void setToolTip(Window* window, int32_t id, const char* text) {
+  window->toolTips[id] = text == nullptr ? "" : text;
+}
+
 void* beginHostDrawing(Window*, PixelTarget* target) {
   return target;
 }

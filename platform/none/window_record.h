@@ -3,7 +3,9 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <memory>
+#include <string>
 
 #include "platform/none/none_window.h"
 #include "platform/window.h"
@@ -21,8 +23,9 @@ struct Window {
 
   CursorShape cursor;
   bool captured;
-  int32_t focused;        // control id, 0 for none
-  int32_t pressedButton;  // held by the left button, 0 for none
+  std::map<int32_t, std::string> toolTips;  // by control, where they differ from the template's
+  int32_t focused;                          // control id, 0 for none
+  int32_t pressedButton;                    // held by the left button, 0 for none
   bool pressedInside;
 
   Window* owner;  // of a pop-up

@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
@@ -84,6 +85,9 @@ TEST(QtAlerts, TitlesTextsButtons) {
     EXPECT_TRUE(window->findChild<QLabel*>("text100")->text().contains("\n\nOr, help Morvalis"));
     EXPECT_EQ(window->findChild<QPushButton*>("button2")->text(), "Find folder...");
     EXPECT_TRUE(window->findChild<QPushButton*>("button1")->isDefault());
+    // Over the whole screen, a third of the free height above.
+    const QSize room = QApplication::primaryScreen()->size() - window->size();
+    EXPECT_EQ(window->pos(), QPoint(room.width() / 2 - 18, room.height() / 3));
     // Everything that is said fits its place.
     for (const QLabel* label : window->findChildren<QLabel*>()) {
       EXPECT_TRUE(window->rect().contains(label->geometry()));
@@ -144,6 +148,38 @@ TEST(QtNotFoundFlow, Cancelled) {
   EXPECT_STREQ(desktop.settings()->environmentPath, "");
 }
 
+// What is saved opens again with its picture, whose name was in capitals, and the folder that the
+// preset lies in is learnt.
+TEST(QtPresets, SavedAndOpenedThroughTheChoosers) {
+  QTemporaryDir folder;
+  const QString pictures = folder.path() + "/environments and textures/";
+  const QString picture = pictures + QString::fromUtf8("Gold Raum \u00c4.BMP");
+  ASSERT_TRUE(QDir().mkpath(pictures + "presets"));
+  savePicture(picture);
+  const auto choosePreset = [](const QString& title, const QString& path) {
+    return [title, path](QWidget* window) {
+      auto* dialog = qobject_cast<QFileDialog*>(window);
+      ASSERT_NE(dialog, nullptr);
+      EXPECT_EQ(dialog->windowTitle(), title);
+      EXPECT_EQ(dialog->nameFilters(), QStringList("Morvalis presets (*.q9q)"));
+      choose(path)(window);
+    };
+  };
+  DesktopSession saving;
+  std::strcpy(saving.settings()->environmentPath, picture.toUtf8().constData());
+  saving.settings()->gloss = 12;
+  const Visitor visitor({choosePreset("Save a settings file", pictures + "presets/gold"),
+                         choosePreset("Open a settings file", pictures + "presets/gold.q9q"),
+                         press("button1")});
+  EXPECT_TRUE(savePreset(saving.session()));
+  DesktopSession opening;
+  EXPECT_TRUE(openPreset(opening.session()));
+  EXPECT_EQ(visitor.answered(), 2U) << "nothing is missing";
+  EXPECT_EQ(opening.settings()->gloss, 12);
+  EXPECT_EQ(QString::fromUtf8(opening.settings()->environmentPath), picture);
+  EXPECT_EQ(QString::fromUtf8(opening.settings()->pictureFolder), pictures);
+}
+
 TEST(QtChoosers, PathsThatFitAndPathsThatDoNot) {
   QTemporaryDir folder;
   savePicture(folder.path() + "/a.bmp");
@@ -187,6 +223,26 @@ TEST(DesktopFiles, CachedSettingsAndNames) {
   char cut[4];
   pathFromWindowsName("ab\xE4\xE4", cut, sizeof(cut));
   EXPECT_STREQ(cut, "ab") << "no half character";
+}
+
+TEST(DesktopFiles, InOtherCapitals) {
+  QTemporaryDir folder;
+  const auto found = [&folder](const QString& name, int32_t room) {
+    char path[260];
+    const QByteArray wanted = (folder.path() + "/" + name).toUtf8();
+    std::strcpy(path, wanted.constData());
+    takeFileAsWritten(path, static_cast<int32_t>(wanted.size()) + 1 + room);
+    return QString::fromUtf8(path).mid(folder.path().size() + 1);
+  };
+  const QString apart = QString::fromUtf8("Se\u0301.BMP");  // letter and accent
+  savePicture(folder.path() + "/" + apart);
+  EXPECT_EQ(found(QString::fromUtf8("s\u00e9.bmp"), 1), apart);
+  EXPECT_EQ(found(QString::fromUtf8("s\u00e9.bmp"), 0), QString::fromUtf8("s\u00e9.bmp"))
+      << "does not fit";
+  EXPECT_EQ(found("se.bmp", 9), "se.bmp");
+  savePicture(folder.path() + "/A.bmp");
+  savePicture(folder.path() + "/a.bmp");
+  EXPECT_EQ(found("a.bmp", 9), "a.bmp") << "the name as it is comes first";
 }
 
 TEST(DesktopFiles, RememberedValues) {

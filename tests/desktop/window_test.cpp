@@ -62,6 +62,35 @@ TEST(QtWindow, LaidOutAsTheTemplateSays) {
   });
 }
 
+static void showTipAt(QWidget* window, QPoint at) {
+  QHelpEvent help(QEvent::ToolTip, at, window->mapToGlobal(at));
+  QApplication::sendEvent(window, &help);
+}
+
+TEST(QtWindow, ToolTipsThatChange) {
+  WindowProbe probe;
+  Window* open = nullptr;
+  probe.answer = [&open](Window* window, const WindowEvent& event) {
+    open = window;
+    return endOnCommand(window, event);
+  };
+  playWindow(kWindow, &probe, [&open](WindowUser& user) {
+    setToolTip(open, kArea, "Gloss 7");
+    setToolTip(open, kCancel, "Leave");
+    showTipAt(user.window(), kOnArea);
+    EXPECT_EQ(QToolTip::text(), "Gloss 7");
+    setToolTip(open, kArea, "Gloss 8");
+    EXPECT_EQ(QToolTip::text(), "Gloss 8") << "while it is shown";
+    setToolTip(open, kCancel, "Leave it");
+    EXPECT_EQ(QToolTip::text(), "Gloss 8") << "another control's";
+    EXPECT_EQ(user.window()->findChild<QAbstractButton*>("button2")->toolTip(), "Leave it");
+    setToolTip(open, kOk, nullptr);
+    EXPECT_EQ(user.window()->findChild<QAbstractButton*>("button3")->toolTip(), "");
+    QToolTip::hideText();
+    user.key(Qt::Key_Escape);
+  });
+}
+
 TEST(QtWindow, ButtonsTellTheirStates) {
   WindowProbe probe;
   const int32_t code = playWindow(kWindow, &probe, [&probe](WindowUser& user) {
@@ -229,6 +258,8 @@ TEST(QtWindow, PostedEventsWaitForTheEventInProgress) {
     Window* open = nullptr;
     QMouseEvent press(QEvent::MouseButtonPress, kOnArea, user.window()->mapToGlobal(kOnArea),
                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent release(QEvent::MouseButtonRelease, kOnArea, user.window()->mapToGlobal(kOnArea),
+                        Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
     probe.answer = [&probe, &open](Window* window, const WindowEvent& event) {
       open = window;
       if (event.kind != WindowEventKind::buttonDown) return false;
@@ -243,12 +274,12 @@ TEST(QtWindow, PostedEventsWaitForTheEventInProgress) {
     user.release(kOnArea);
     EXPECT_EQ(probe.take(), (Events{"move 5,6", "down 5,6", "draw 3", "done", "move 9,8",
                                     "command 70", "up 5,6"}));
-    // What is posted between events waits for one that comes first, too.
+    // Nothing that the user does comes before what has been posted, however fast it is.
     postCommand(open, 71);
     QApplication::sendEvent(user.window(), &press);
-    settle();
-    EXPECT_EQ(probe.take(),
-              (Events{"down 5,6", "draw 3", "done", "command 71", "move 9,8", "command 70"}));
+    QApplication::sendEvent(user.window(), &release);
+    EXPECT_EQ(probe.take(), (Events{"command 71", "down 5,6", "draw 3", "done", "move 9,8",
+                                    "command 70", "up 5,6"}));
     // Nothing that was posted outlives the window.
     probe.answer = [](Window* window, const WindowEvent& event) {
       if (event.kind != WindowEventKind::command) return false;

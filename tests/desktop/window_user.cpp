@@ -4,10 +4,12 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QStyleHints>
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
-#include <utility>
+
+#include "tests/desktop/window_pointer.h"
 
 // What Qt's own tests send the system's events through.
 Q_GUI_EXPORT void qt_handleMouseEvent(QWindow* window, const QPointF& local, const QPointF& global,
@@ -22,67 +24,23 @@ constexpr int kBetweenEvents = 10;    // milliseconds
 constexpr int kBetweenClicks = 5000;  // too far apart for a double click
 static int now = 1;
 
-// --- The probe ------------------------------------------------------------------------------
-
-static std::string describeKey(const WindowEvent& event) {
-  static const char* const kNames[] = {"none",      "left", "right", "up",   "down", "enter",
-                                       "backspace", "undo", "redo",  "copy", "tab"};
-  std::string text = event.key == WindowKey::character ? std::string("'") + event.character + "'"
-                                                       : kNames[static_cast<int>(event.key)];
-  if (event.shift) text += " shift";
-  return text + " on " + std::to_string(event.id);
-}
-
-static std::string describe(const WindowEvent& event) {
-  const std::string at = std::to_string(event.point.h) + "," + std::to_string(event.point.v);
-  const std::string id = std::to_string(event.id);
-  switch (event.kind) {
-    case WindowEventKind::initialise:
-      return "initialise";
-    case WindowEventKind::drawItem:
-      return "draw " + id + (event.state.pressed ? " pressed" : "") +
-             (event.state.focused ? " focused" : "") + (event.state.disabled ? " disabled" : "");
-    case WindowEventKind::command:
-      return "command " + id;
-    case WindowEventKind::mouseMove:
-      return "move " + at;
-    case WindowEventKind::buttonDown:
-      return "down " + at;
-    case WindowEventKind::buttonUp:
-      return "up " + at;
-    case WindowEventKind::doubleClick:
-      return "double " + at;
-    case WindowEventKind::otherDown:
-      return "other down " + at;
-    case WindowEventKind::otherUp:
-      return "other up " + at;
-    case WindowEventKind::wheel:
-      return "wheel " + std::to_string(event.amount) + " at " + at;
-    case WindowEventKind::key:
-      return "key " + describeKey(event);
-  }
-  return "?";
-}
-
-std::vector<std::string> WindowProbe::take() {
-  return std::exchange(events, {});
-}
-
-bool probeProcedure(Window* window, const WindowEvent& event, void* probe) {
-  auto* told = static_cast<WindowProbe*>(probe);
-  told->events.push_back(describe(event));
-  return told->answer(window, event);
-}
-
-// --- The user -------------------------------------------------------------------------------
-
 void settle() {
   QApplication::processEvents();
   QApplication::sendPostedEvents();
   QApplication::processEvents();
 }
 
+static QString buttonNumber(Qt::MouseButton button) {
+  return button == Qt::RightButton ? "3" : "1";
+}
+
 void WindowUser::sendMouse(QPoint at, Qt::MouseButton button, int type) {
+  if (hasRealScreen()) {
+    QStringList command = moveTo(window_->mapToGlobal(at));
+    if (type == QEvent::MouseButtonPress) command << "mousedown" << buttonNumber(button);
+    if (type == QEvent::MouseButtonRelease) command << "mouseup" << buttonNumber(button);
+    return runXdotool(command);
+  }
   now += kBetweenEvents;
   qt_handleMouseEvent(window_->windowHandle(), at, window_->mapToGlobal(at), held_, button,
                       static_cast<QEvent::Type>(type), {}, now);
@@ -110,21 +68,41 @@ void WindowUser::click(QPoint at) {
 }
 
 void WindowUser::doubleClick(QPoint at) {
+  if (hasRealScreen()) {
+    // Single clicks come so fast that none of them must make a double one.
+    QStyleHints* hints = QGuiApplication::styleHints();
+    const int interval = hints->mouseDoubleClickInterval();
+    hints->setMouseDoubleClickInterval(2000);
+    runXdotool(moveTo(window_->mapToGlobal(at)) + QStringList{"click", "--repeat", "2", "1"});
+    hints->setMouseDoubleClickInterval(interval);
+    return;
+  }
   click(at);
   held_.setFlag(Qt::LeftButton, true);
   sendMouse(at, Qt::LeftButton, QEvent::MouseButtonPress);
   release(at);
 }
 
-void WindowUser::wheel(QPoint at, int units) {
+void WindowUser::wheel(QPoint at, int units, Qt::KeyboardModifiers modifiers) {
+  if (hasRealScreen()) {
+    QStringList command = moveTo(window_->mapToGlobal(at));
+    const bool shift = modifiers.testFlag(Qt::ShiftModifier);
+    if (shift) command << QStringList{"keydown", "shift"};
+    for (int turned = 0; turned < qAbs(units); turned += 120) {
+      command << QStringList{"click", units > 0 ? "4" : "5"};
+    }
+    if (shift) command << QStringList{"keyup", "shift"};
+    return runXdotool(command);
+  }
   QWidget* under = window_->childAt(at);
   if (under == nullptr) under = window_;
   QWheelEvent event(under->mapFrom(window_, at), window_->mapToGlobal(at), {}, {0, units}, held_,
-                    {}, Qt::NoScrollPhase, false);
+                    modifiers, Qt::NoScrollPhase, false);
   QApplication::sendEvent(under, &event);
 }
 
 void WindowUser::key(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
+  if (hasRealScreen()) return runXdotool({"key", xdotoolKey(key, modifiers)});
   for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
     qt_handleKeyEvent(window_->windowHandle(), type, key, modifiers, text, false, 1);
     settle();

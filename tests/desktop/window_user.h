@@ -6,23 +6,10 @@
 #include <QPoint>
 #include <QString>
 #include <functional>
-#include <string>
-#include <vector>
 
-#include "platform/window.h"
+#include "tests/support/window_probe.h"
 
 class QWidget;
-
-// What a window's procedure is told, and what it does about it.
-struct WindowProbe {
-  std::vector<std::string> events;
-  std::function<bool(Window*, const WindowEvent&)> answer = [](Window*, const WindowEvent&) {
-    return false;
-  };
-
-  std::vector<std::string> take();
-};
-bool probeProcedure(Window* window, const WindowEvent& event, void* probe);
 
 class WindowUser {
  public:
@@ -39,7 +26,7 @@ class WindowUser {
   void release(QPoint at, Qt::MouseButton button = Qt::LeftButton);
   void click(QPoint at);
   void doubleClick(QPoint at);
-  void wheel(QPoint at, int units);
+  void wheel(QPoint at, int units, Qt::KeyboardModifiers modifiers = {});
   void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
 
  private:

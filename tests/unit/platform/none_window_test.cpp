@@ -8,6 +8,7 @@
 #include "platform/choosers.h"
 #include "platform/none/none_script.h"
 #include "platform/window.h"
+#include "tests/support/window_probe.h"
 
 constexpr int32_t kOk = 3;
 constexpr int32_t kCancel = 2;
@@ -19,55 +20,6 @@ static const WindowControl kControls[] = {
     {kCancel, ControlKind::button, {30, 50, 40, 80}, "Cancel", nullptr},
 };
 static const WindowTemplate kWindow = {"PROBE", "Probe", 100, 50, kControls, 3, kOk, kCancel};
-
-static std::string describe(const WindowEvent& event) {
-  const std::string at = std::to_string(event.point.h) + "," + std::to_string(event.point.v);
-  const std::string id = std::to_string(event.id);
-  switch (event.kind) {
-    case WindowEventKind::initialise:
-      return "initialise";
-    case WindowEventKind::drawItem:
-      return "draw " + id + (event.state.pressed ? " pressed" : "") +
-             (event.state.focused ? " focused" : "") + (event.state.disabled ? " disabled" : "");
-    case WindowEventKind::command:
-      return "command " + id + (event.notification != 0 ? " notified" : "");
-    case WindowEventKind::mouseMove:
-      return "move " + at;
-    case WindowEventKind::buttonDown:
-      return "down " + at;
-    case WindowEventKind::buttonUp:
-      return "up " + at;
-    case WindowEventKind::doubleClick:
-      return "double " + at;
-    case WindowEventKind::otherDown:
-      return "other down " + at;
-    case WindowEventKind::otherUp:
-      return "other up " + at;
-    case WindowEventKind::wheel:
-      return "wheel " + std::to_string(event.amount) + " at " + at;
-    case WindowEventKind::key:
-      return "key " + std::to_string(static_cast<int>(event.key)) + " on " + id;
-  }
-  return "?";
-}
-
-// What a window's procedure is told, and what it does about it.
-struct Probe {
-  std::vector<std::string> events;
-  std::function<bool(Window*, const WindowEvent&)> answer = [](Window*, const WindowEvent&) {
-    return false;
-  };
-
-  std::vector<std::string> take() {
-    return std::exchange(events, {});
-  }
-};
-
-static bool probeProcedure(Window* window, const WindowEvent& event, void* context) {
-  auto* probe = static_cast<Probe*>(context);
-  probe->events.push_back(describe(event));
-  return probe->answer(window, event);
-}
 
 static bool endOnCommand(Window* window, const WindowEvent& event) {
   if (event.kind == WindowEventKind::command) endModalWindow(window, event.id);
@@ -87,7 +39,7 @@ class NoneWindowTest : public ::testing::Test {
     return runModalWindow(kWindow, nullptr, probeProcedure, &probe_);
   }
 
-  Probe probe_;
+  WindowProbe probe_;
 };
 
 using Events = std::vector<std::string>;
@@ -186,7 +138,7 @@ TEST_F(NoneWindowTest, PostedEventsWaitForTheEventInProgress) {
     user.press({1, 1});
     EXPECT_EQ(probe_.take(), (Events{"down 1,1", "draw 3", "done", "move 9,8", "command 70"}));
     user.key(WindowKey::left);
-    EXPECT_EQ(probe_.take(), (Events{"key 1 on 7"}));
+    EXPECT_EQ(probe_.take(), (Events{"key left on 7"}));
   });
 }
 

@@ -49,6 +49,10 @@ TEST(Alerts, KnownByName) {
   EXPECT_EQ(noneRecord().alerts[0].texts[0], "Can't open the texture file \"^1\".");
   EXPECT_EQ(showAlert("NOT_ENOUGH_MEMORY"), 1);
   EXPECT_EQ(noneRecord().alerts[1].title, "Not Enough Memory");
+  EXPECT_EQ(noneRecord().alerts[1].texts[0],
+            "The filter cannot run because it can't get enough RAM (memory). "
+            "Try re-selecting the image.");
+  EXPECT_EQ(noneRecord().alerts[1].buttons, std::vector<int32_t>{1});
   EXPECT_EQ(showAlert("NO_SUCH_ALERT"), -1);
   showStringAlert(16999);
   ASSERT_EQ(noneRecord().alerts.size(), 3U);

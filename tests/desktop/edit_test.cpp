@@ -1,0 +1,233 @@
+// `morvalis edit`: the dialog on a picture file, from the choice of the picture to the file.
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QWheelEvent>
+
+#include "tests/desktop/edit_user.h"
+
+constexpr char kProgress[] = "progress";
+
+static const EditStep kOk = pressInDialog("OK");
+static const EditStep kCancel = pressInDialog("Cancel");
+
+static EditStep closeMessage(const QString& part) {
+  return {"QMessageBox", [part](QWidget* window) {
+            auto* box = qobject_cast<QMessageBox*>(window);
+            EXPECT_TRUE(box->text().contains(part)) << box->text().toStdString();
+            box->accept();
+          }};
+}
+
+// The wheel over the radius slider: one step wider per notch.
+static EditStep widenBevel(int notches) {
+  return {kEditDialog, [notches](QWidget* window) {
+            const QPointF at(130, 60);
+            QWheelEvent wheel(at, window->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(window, &wheel);
+          }};
+}
+
+class Edit : public EditTest {
+ protected:
+  Edit() {
+    savePicture("photo.png", 90, 70);
+    savePicture("sky.bmp", 64, 64);
+  }
+};
+
+TEST_F(Edit, WritesWhatApplyWrites) {
+  const EditResult plain = edit(editOf("photo.png"), {kOk});
+  EXPECT_EQ(plain.exitCode, 0);
+  EXPECT_EQ(plain.output, "photo-morvalis.png\n");
+  EXPECT_EQ(plain.errors, "");
+  EXPECT_EQ(read("photo-morvalis.png"), apply({"photo.png"}));
+
+  EditOptions options = editOf("photo.png");
+  options.output = "out.png";
+  options.mask = "photo.png";
+  options.effect.assignments = {"radius=23", "reflection=70", "textureChoice=cells",
+                                "environmentTurns=3"};
+  options.effect.environment = "sky.bmp";
+  const EditResult varied = edit(options, {kOk});
+  EXPECT_EQ(varied.exitCode, 0);
+  EXPECT_EQ(varied.output, "");
+  EXPECT_EQ(read("out.png"), apply({"photo.png", "--mask", "photo.png", "--set", "radius=23",
+                                    "--set", "reflection=70", "--set", "textureChoice=cells",
+                                    "--set", "environmentTurns=3", "--environment", "sky.bmp"}));
+}
+
+TEST_F(Edit, RemembersWhatWasConfirmed) {
+  EditOptions first = editOf("photo.png");
+  first.effect.environment = path("sky.bmp");
+  first.effect.assignments = {"textureChoice=none", "reflection=60", "radius=20"};
+  EXPECT_EQ(edit(first, {widenBevel(3), kOk}).exitCode, 0);
+  const QByteArray written = read("photo-morvalis.png");
+  const QStringList same = {"photo.png",     "--set", "radius=23",          "--set",
+                            "reflection=60", "--set", "textureChoice=none", "--environment",
+                            "sky.bmp"};
+  EXPECT_EQ(written, apply(same)) << "the wheel has turned the radius";
+  EXPECT_EQ(written, apply({"photo.png", "--last"}));
+
+  EXPECT_EQ(edit(editOf("photo.png"), {kOk}).exitCode, 0);
+  EXPECT_EQ(read("photo-morvalis.png"), written) << "the next dialog begins where this one ended";
+
+  EditOptions onTop = editOf("photo.png");
+  onTop.effect.assignments = {"height=-30"};
+  EXPECT_EQ(edit(onTop, {kOk}).exitCode, 0);
+  EXPECT_EQ(read("photo-morvalis.png"), apply(same + QStringList{"--set", "height=-30"}));
+}
+
+TEST_F(Edit, StartsAtAPreset) {
+  EditOptions before = editOf("photo.png");
+  before.effect.environment = path("sky.bmp");
+  EXPECT_EQ(edit(before, {kOk}).exitCode, 0);
+
+  const QString presets = QString(MORVALIS_PRESETS) + "/";
+  for (const QString name : {"gold.q9q", "leather.q9q", "chrome.q9q"}) {
+    EditOptions options = editOf("photo.png");
+    options.effect.preset = (presets + name).toStdString();
+    options.effect.assignments = {"radius=9"};
+    EXPECT_EQ(edit(options, {kOk}).exitCode, 0);
+    EXPECT_EQ(read("photo-morvalis.png"),
+              apply({"photo.png", "--preset", presets + name, "--set", "radius=9"}))
+        << name.toStdString() << ": what was remembered before does not show through";
+    EXPECT_EQ(read("photo-morvalis.png"), apply({"photo.png", "--last"})) << name.toStdString();
+  }
+}
+
+TEST_F(Edit, CancelLeavesNothing) {
+  EXPECT_EQ(edit(editOf("photo.png"), {kOk}).exitCode, 0);
+  const QByteArray last = apply({"photo.png", "--last"});
+  const QByteArray written = read("photo-morvalis.png");
+  const QStringList before = files();
+
+  EditOptions options = editOf("photo.png");
+  options.effect.environment = path("sky.bmp");
+  options.effect.assignments = {"reflection=90"};
+  const EditResult result = edit(options, {widenBevel(20), kCancel});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.output + result.errors, "");
+  EXPECT_EQ(edit(options, {{kEditDialog, [](QWidget* window) { window->close(); }}}).exitCode, 1);
+  EXPECT_EQ(files(), before);
+  EXPECT_EQ(read("photo-morvalis.png"), written);
+  EXPECT_EQ(apply({"photo.png", "--last"}), last);
+}
+
+TEST_F(Edit, NamesTheResultAfterThePicture) {
+  const auto expectName = [this](const QString& image, const QString& result) {
+    EXPECT_EQ(edit(editOf(image.toStdString()), {kOk}).output, result.toStdString() + "\n");
+    EXPECT_FALSE(read(result).isEmpty()) << result.toStdString();
+  };
+  savePicture("my photo.v2.JPG", 20, 20);
+  expectName("my photo.v2.JPG", "my photo.v2-morvalis.JPG");
+  savePicture("old.xpm", 20, 20);
+  expectName("old.xpm", "old-morvalis.png");
+  ASSERT_TRUE(QDir(path("").c_str()).mkdir("album"));
+  savePicture("album/page.bmp", 20, 20);
+  expectName("album/page.bmp", "album/page-morvalis.bmp");
+  // The ending promises what the format cannot hold.
+  QImage clear(20, 20, QImage::Format_RGBA8888);
+  clear.fill(QColor(200, 100, 50, 100));
+  ASSERT_TRUE(clear.save(QString::fromStdString(path("clear.bmp")), "png"));
+  expectName("clear.bmp", "clear-morvalis.png");
+}
+
+TEST_F(Edit, AsksForAPicture) {
+  const QString chosen = QString::fromStdString(path("photo.png"));
+  const EditStep choose = {"QFileDialog", [chosen](QWidget* window) {
+                             auto* chooser = qobject_cast<QFileDialog*>(window);
+                             EXPECT_TRUE(chooser->nameFilters().join("").contains("*.png"));
+                             chooser->findChild<QLineEdit*>()->setText(chosen);
+                             static_cast<QDialog*>(chooser)->accept();
+                           }};
+  EXPECT_EQ(edit(editOf(""), {choose, kOk}).exitCode, 0);
+  EXPECT_EQ(read("photo-morvalis.png"), apply({"photo.png"}));
+
+  const EditStep cancel = {"QFileDialog", [](QWidget* window) { window->close(); }};
+  const EditResult cancelled = edit(editOf(""), {cancel});
+  EXPECT_EQ(cancelled.exitCode, 1);
+  EXPECT_EQ(cancelled.errors, "");
+}
+
+TEST_F(Edit, StopsTheRender) {
+  savePicture("large.png", 3000, 2500);
+  savePicture("kept.png", 5, 5);
+  const QByteArray kept = read("kept.png");
+  const QStringList before = files();
+  EditOptions options = editOf("large.png");
+  options.output = "kept.png";
+  options.effect.assignments = {"radius=90"};
+  const EditStep stop = {kProgress, [](QWidget* window) {
+                           auto* progress = qobject_cast<QProgressDialog*>(window);
+                           EXPECT_LT(progress->value(), 100);
+                           progress->findChild<QPushButton*>()->click();
+                         }};
+  const EditStep shut = {kProgress, [](QWidget* window) { window->close(); }};
+  for (const EditStep& end : {stop, shut}) {
+    const EditResult result = edit(options, {kOk, end});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.output + result.errors, "");
+    EXPECT_EQ(read("kept.png"), kept);
+    EXPECT_EQ(files(), before);
+  }
+}
+
+TEST_F(Edit, ShowsFailuresInAWindow) {
+  const auto expectMessage = [this](const EditOptions& options, const QString& part) {
+    const EditResult result = edit(options, {closeMessage(part)});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.errors.find(part.toStdString()), std::string::npos) << result.errors;
+    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1);
+  };
+  const QStringList before = files();
+  expectMessage(editOf("missing.png"), "missing.png: there is no such file");
+  EditOptions unwritable = editOf("photo.png");
+  unwritable.output = "none/out.png";
+  expectMessage(unwritable, "none/out.png: its folder does not exist");
+  EditOptions noPreset = editOf("photo.png");
+  noPreset.effect.preset = "missing.q9q";
+  expectMessage(noPreset, "missing.q9q: there is no such file");
+
+  // Whoever types a command reads its answer.
+  const auto expectUsage = [this](const EditOptions& options) {
+    const EditResult result = edit(options, {});
+    EXPECT_EQ(result.exitCode, 2) << result.errors;
+    EXPECT_NE(result.errors, "");
+  };
+  expectUsage(editOf("-"));
+  EditOptions unknown = editOf("photo.png");
+  unknown.output = "out.xyz";
+  expectUsage(unknown);
+  EditOptions slip = editOf("photo.png");
+  slip.effect.assignments = {"radus=5"};
+  expectUsage(slip);
+  EXPECT_EQ(files(), before);
+}
+
+// A screen that shows two pixels for one gets every pixel of the dialog twice, and soft edges only
+// where they were drawn.
+TEST_F(Edit, DoublesItsPixelsOnAFineScreen) {
+  const EditStep look = {kEditDialog, [](QWidget* window) {
+                           const QImage plain = window->grab().toImage();
+                           QPixmap fine(2 * window->size());
+                           fine.setDevicePixelRatio(2);
+                           window->render(&fine);
+                           const QImage shown = fine.toImage().convertToFormat(plain.format());
+                           int differing = 0;
+                           for (int y = 0; y < shown.height(); ++y) {
+                             for (int x = 0; x < shown.width(); ++x) {
+                               differing += shown.pixel(x, y) != plain.pixel(x / 2, y / 2);
+                             }
+                           }
+                           EXPECT_EQ(differing, 0);
+                         }};
+  edit(editOf("photo.png"), {look, kCancel});
+}

@@ -1,0 +1,299 @@
+// The dialog's user on Qt.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QColorDialog>
+#include <QCursor>
+#include <QFileDialog>
+#include <QHelpEvent>
+#include <QImage>
+#include <QPixmap>
+#include <QScreen>
+#include <QSettings>
+#include <QTimer>
+#include <QToolTip>
+#include <deque>
+
+#include "dialog/control_table.h"
+#include "platform/desktop/desktop_session.h"
+#include "platform/user_files.h"
+#include "tests/desktop/window_pointer.h"
+#include "tests/desktop/window_user.h"
+#include "tests/support/dialog_user.h"
+
+struct DialogWindow {
+  WindowUser user;
+};
+
+static QPoint placeOf(Point point) {
+  return {point.h, point.v};
+}
+
+void DialogUser::press(Point point) {
+  window_->user.press(placeOf(point));
+}
+
+void DialogUser::move(Point point) {
+  window_->user.move(placeOf(point));
+}
+
+void DialogUser::release(Point point) {
+  window_->user.release(placeOf(point));
+}
+
+void DialogUser::click(Point point) {
+  window_->user.click(placeOf(point));
+}
+
+void DialogUser::doubleClick(Point point) {
+  window_->user.doubleClick(placeOf(point));
+}
+
+void DialogUser::otherDown(Point point) {
+  window_->user.press(placeOf(point), Qt::RightButton);
+}
+
+void DialogUser::otherUp(Point point) {
+  window_->user.release(placeOf(point), Qt::RightButton);
+}
+
+void DialogUser::wheel(Point point, int32_t notches, bool shift) {
+  window_->user.wheel(placeOf(point), 120 * notches, shift ? Qt::ShiftModifier : Qt::NoModifier);
+}
+
+void DialogUser::clickButton(int32_t id) {
+  const Rectangle rect = controlRect(id);
+  window_->user.click(QPoint((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2));
+}
+
+struct SystemKey {
+  WindowKey key;
+  Qt::Key qt;
+  Qt::KeyboardModifiers modifiers;
+};
+
+static const SystemKey kKeys[] = {
+    {WindowKey::left, Qt::Key_Left, {}},
+    {WindowKey::right, Qt::Key_Right, {}},
+    {WindowKey::up, Qt::Key_Up, {}},
+    {WindowKey::down, Qt::Key_Down, {}},
+    {WindowKey::enter, Qt::Key_Return, {}},
+    {WindowKey::backspace, Qt::Key_Backspace, {}},
+    {WindowKey::undo, Qt::Key_Z, Qt::ControlModifier},
+    {WindowKey::redo, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier},
+    {WindowKey::copy, Qt::Key_C, Qt::ControlModifier},
+    {WindowKey::tab, Qt::Key_Tab, {}}};
+
+void DialogUser::key(WindowKey key, bool shift) {
+  for (const SystemKey& each : kKeys) {
+    if (each.key != key) continue;
+    const bool back = key == WindowKey::tab && shift;
+    window_->user.key(back ? Qt::Key_Backtab : each.qt,
+                      each.modifiers | (shift ? Qt::ShiftModifier : Qt::NoModifier));
+  }
+}
+
+void DialogUser::type(const char* characters) {
+  for (; *characters != 0; ++characters) {
+    const auto code = static_cast<Qt::Key>(static_cast<unsigned char>(*characters));
+    window_->user.key(code, {}, QString(QLatin1Char(*characters)));
+  }
+}
+
+void DialogUser::escape() {
+  window_->user.key(Qt::Key_Escape);
+}
+
+// --- The pop-up -----------------------------------------------------------------------------
+
+bool DialogUser::hasPopup() {
+  return QApplication::activePopupWidget() != nullptr;
+}
+
+// The events still come in at the window that the button was pressed in.
+static QPoint fromPopup(const WindowUser& user, Point point) {
+  return user.window()->mapFromGlobal(
+      QApplication::activePopupWidget()->mapToGlobal(placeOf(point)));
+}
+
+void DialogUser::popupMove(Point point) {
+  window_->user.move(fromPopup(window_->user, point));
+}
+
+void DialogUser::popupRelease(Point point) {
+  window_->user.release(fromPopup(window_->user, point));
+}
+
+// On a real screen what really stands there.
+static QPixmap shownBy(QWidget* widget) {
+  return hasRealScreen() ? widget->screen()->grabWindow(widget->winId()) : widget->grab();
+}
+
+static WindowPicture grabbed(QWidget* widget) {
+  const QImage image = shownBy(widget).toImage().convertToFormat(QImage::Format_RGB888);
+  WindowPicture picture = {image.width(), image.height(), {}};
+  for (int y = 0; y < image.height(); ++y) {
+    const uint8_t* row = image.constScanLine(y);
+    picture.rgb.insert(picture.rgb.end(), row, row + 3 * image.width());
+  }
+  return picture;
+}
+
+WindowPicture DialogUser::popupPixels() {
+  return grabbed(QApplication::activePopupWidget());
+}
+
+// --- The window -----------------------------------------------------------------------------
+
+bool DialogUser::isOpen() {
+  return window_->user.window()->isVisible();
+}
+
+WindowPicture DialogUser::pixels() {
+  return grabbed(window_->user.window());
+}
+
+bool DialogUser::showsHand() {
+  return window_->user.window()->cursor().shape() == Qt::BitmapCursor;
+}
+
+std::string DialogUser::toolTip(int32_t id) {
+  QWidget* window = window_->user.window();
+  const Rectangle rect = controlRect(id);
+  const QPoint at(rect.left + 1, rect.top + 1);
+  QWidget* under = window->childAt(at);
+  if (under == nullptr) under = window;
+  QHelpEvent help(QEvent::ToolTip, under->mapFrom(window, at), window->mapToGlobal(at));
+  QApplication::sendEvent(under, &help);
+  const std::string text = QToolTip::isVisible() ? QToolTip::text().toStdString() : "";
+  // Asked to hide, it would stay for a while.
+  for (QWidget* tip : QApplication::topLevelWidgets()) {
+    if (tip->inherits("QTipLabel")) tip->hide();
+  }
+  return text;
+}
+
+std::string DialogUser::clipboard() {
+  return QGuiApplication::clipboard()->text().toStdString();
+}
+
+// --- Answers --------------------------------------------------------------------------------
+
+static std::deque<std::string> fileAnswers;
+static std::deque<std::optional<std::array<uint8_t, 3>>> colorAnswers;
+static std::vector<std::string> chooserTitles;
+static int32_t alerts = 0;
+
+void resetDialogUser() {
+  fileAnswers.clear();
+  colorAnswers.clear();
+  chooserTitles.clear();
+  alerts = 0;
+  fixClock(1);
+  QSettings("Quorrelin", "Morvalis").clear();
+  char path[260];
+  if (cachedSettingsPath(/*forWriting=*/false, path, sizeof(path))) std::remove(path);
+  QGuiApplication::clipboard()->clear();
+}
+
+void answerFiles(const std::vector<std::string>& paths) {
+  fileAnswers.insert(fileAnswers.end(), paths.begin(), paths.end());
+}
+
+void answerColors(const std::vector<std::optional<std::array<uint8_t, 3>>>& colors) {
+  colorAnswers.insert(colorAnswers.end(), colors.begin(), colors.end());
+}
+
+std::vector<std::string> shownChoosers() {
+  return chooserTitles;
+}
+
+int32_t shownAlerts() {
+  return alerts;
+}
+
+void offerPicture(const std::string& path, int32_t width, int32_t height,
+                  const std::vector<uint8_t>& rgb) {
+  const QImage image(rgb.data(), width, height, 3 * width, QImage::Format_RGB888);
+  ASSERT_TRUE(image.save(QString::fromStdString(path), "BMP"));
+}
+
+template <typename Answers>
+static auto nextAnswer(Answers* answers) {
+  typename Answers::value_type answer = {};
+  if (!answers->empty()) {
+    answer = answers->front();
+    answers->pop_front();
+  }
+  return answer;
+}
+
+static void answerFileDialog(QFileDialog* dialog) {
+  chooserTitles.push_back(dialog->windowTitle().toStdString());
+  const std::string path = nextAnswer(&fileAnswers);
+  if (path.empty()) return dialog->reject();
+  dialog->selectFile(QString::fromStdString(path));
+  static_cast<QDialog*>(dialog)->accept();
+}
+
+static void answerColorDialog(QColorDialog* dialog) {
+  const auto color = nextAnswer(&colorAnswers);
+  if (!color.has_value()) return dialog->reject();
+  dialog->setCurrentColor(QColor((*color)[0], (*color)[1], (*color)[2]));
+  dialog->accept();
+}
+
+// --- Playing --------------------------------------------------------------------------------
+
+static bool isPlayed(const QWidget& window) {
+  return window.objectName() == kMainDialog.name || window.objectName() == "ABOUTBOX";
+}
+
+// Two timers, as one does not fire while what it has called still runs.
+class Player {
+ public:
+  explicit Player(const DialogPlay& play) : play_(play) {
+    QObject::connect(&playTimer_, &QTimer::timeout, [this] { playNext(); });
+    QObject::connect(&answerTimer_, &QTimer::timeout, [] { answerNext(); });
+    playTimer_.start(2);
+    answerTimer_.start(2);
+  }
+
+ private:
+  void playNext() {
+    auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (window == nullptr || !isPlayed(*window) || !window->isActiveWindow()) return;
+    DialogWindow shown = {WindowUser(window)};
+    DialogUser user(&shown);
+    play_(user);
+    if (window->isVisible()) window->close();
+  }
+
+  static void answerNext() {
+    auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (window == nullptr || !window->isVisible() || isPlayed(*window)) return;
+    answer(window);
+    // Without a window manager nobody else gives the dialog the keyboard back.
+    for (QWidget* other : QApplication::topLevelWidgets()) {
+      if (isPlayed(*other)) other->activateWindow();
+    }
+  }
+
+  static void answer(QDialog* window) {
+    if (auto* file = qobject_cast<QFileDialog*>(window)) return answerFileDialog(file);
+    if (auto* color = qobject_cast<QColorDialog*>(window)) return answerColorDialog(color);
+    ++alerts;
+    window->close();
+  }
+
+  const DialogPlay& play_;
+  QTimer playTimer_;
+  QTimer answerTimer_;
+};
+
+int16_t playDialog(const DialogPlay& play, const std::function<int16_t()>& run) {
+  const Player player(play);
+  return run();
+}

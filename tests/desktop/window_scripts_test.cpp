@@ -1,0 +1,46 @@
+// The scripts of the dialog on Qt: the same settings and, texts apart, the same pixels as without a
+// screen.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "tests/support/dialog_recording.h"
+#include "tests/support/dialog_scripts.h"
+
+class QtDialogScripts : public ::testing::TestWithParam<DialogScript> {};
+
+static std::vector<std::string> recordedWithoutScreen(const std::string& script) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("recording");
+  QProcess tests;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("MORVALIS_RECORDING", path);
+  tests.setProcessEnvironment(environment);
+  tests.start(MORVALIS_CORE_TESTS,
+              {QString::fromStdString("--gtest_filter=None/DialogScripts.Plays/" + script)});
+  EXPECT_TRUE(tests.waitForFinished(300000));
+  EXPECT_EQ(tests.exitCode(), 0) << tests.readAllStandardOutput().toStdString();
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+  std::vector<std::string> lines;
+  while (!file.atEnd()) lines.push_back(file.readLine().chopped(1).toStdString());
+  return lines;
+}
+
+TEST_P(QtDialogScripts, SameAsWithoutScreen) {
+  runScript(GetParam());
+  const std::vector<std::string> lines = recordedLines();
+  const std::vector<std::string> wanted = recordedWithoutScreen(GetParam().name);
+  ASSERT_EQ(lines.size(), wanted.size());
+  int32_t differences = 0;
+  for (size_t i = 0; i < lines.size() && differences < 20; ++i) {
+    EXPECT_EQ(lines[i], wanted[i]);
+    differences += lines[i] == wanted[i] ? 0 : 1;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Qt, QtDialogScripts, ::testing::ValuesIn(dialogScripts()),
+                         [](const auto& instance) { return std::string(instance.param.name); });

@@ -1,0 +1,24 @@
+#include "tests/support/dialog_scripts.h"
+
+#include "hosts/substitute_host/substitute_host.h"
+#include "tests/support/dialog_recording.h"
+#include "tests/support/dialog_user.h"
+
+void runScript(const DialogScript& script) {
+  resetDialogUser();
+  beginRecording();
+  script.run();
+  closeHost();
+}
+
+const std::vector<DialogScript>& dialogScripts() {
+  static const std::vector<DialogScript> all = [] {
+    std::vector<DialogScript> scripts;
+    for (const auto& part :
+         {controlScripts(), pictureScripts(), previewScripts(), extraScripts()}) {
+      scripts.insert(scripts.end(), part.begin(), part.end());
+    }
+    return scripts;
+  }();
+  return all;
+}
