@@ -52,9 +52,9 @@ edgeHeader='platform/+([^/]).h'
 backEnd='platform/+([^/])/*'
 
 # What a host may know of the module.
-hostMayInclude='@(entry/host_interface.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|platform/desktop/desktop_session.h|persistence/settings_codec.h|persistence/settings_items.h|persistence/path_parts.h|entry/handles.h|hosts/*)'
+hostMayInclude='@(entry/host_interface.h|platform/windows/windows_api.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|platform/desktop/desktop_session.h|persistence/settings_codec.h|persistence/settings_items.h|persistence/path_parts.h|entry/handles.h|hosts/*)'
 qtMayStandIn='@(platform/desktop|hosts/command_line|hosts/desktop|tests/command_line|tests/desktop|samples)/*'
-mayIncludeAnything='@(tests|bench|fuzz|resources/artwork)/*'
+mayIncludeAnything='@(tests|bench|fuzz|resources/artwork|samples/dialog_shots)/*'
 
 systemMacro='(^|[^A-Za-z0-9_])(_WIN32|_WIN64|WIN32|_MSC_VER|__MINGW32__|__CYGWIN__|__linux__|__linux|__gnu_linux__|__APPLE__|__unix__|__unix|__FreeBSD__|__ANDROID__)($|[^A-Za-z0-9_])'
 directive='^[[:space:]]*#[[:space:]]*(include|if|ifdef|ifndef|elif)'

@@ -1,6 +1,7 @@
 #include "hosts/substitute_host/host_record.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "hosts/substitute_host/buffer_suite.h"
@@ -136,6 +137,24 @@ void forgetModule() {
   if (!freeHandle(reinterpret_cast<Handle>(slot))) freeBuffer(slot);
   freeHandle(state.record->parameters);
   state.record->parameters = nullptr;
+}
+
+// A handle of the module's own is kept as the number that it is.
+static Handle copyBlock(Handle handle) {
+  const auto found = host().handles.find(handle);
+  if (found == host().handles.end()) return handle;
+  Handle copy = newHostHandle(found->second.size);
+  HandleBlock& block = host().handles[copy];
+  block.hostOwned = false;
+  std::memcpy(block.bytes.get(), found->second.bytes.get(), static_cast<size_t>(block.size));
+  freeHandle(handle);
+  return copy;
+}
+
+void copyKeptBlocks() {
+  HostState& state = host();
+  state.record->parameters = copyBlock(state.record->parameters);
+  state.dataSlot = reinterpret_cast<intptr_t>(copyBlock(reinterpret_cast<Handle>(state.dataSlot)));
 }
 
 FilterRecord* hostRecord() {

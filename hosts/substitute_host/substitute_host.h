@@ -76,6 +76,10 @@ void closeHost();
 // and their blocks freed, as when an editor restarts.
 void forgetModule();
 
+// Gives the session record's and the settings' blocks other handles and addresses with the same
+// bytes, as when an editor has kept them while the module was unloaded.
+void copyKeptBlocks();
+
 // The record that the module is called with; tests may change it between calls.
 FilterRecord* hostRecord();
 

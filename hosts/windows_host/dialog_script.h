@@ -1,0 +1,26 @@
+// dialog_script: plays the user of the module's dialog from a second thread, by window messages. A
+// script is a text, one action a line; points are client pixels of the dialog, or of the pop-up:
+//
+//   press X Y | move X Y | release X Y | double X Y     left button
+//   otherpress X Y | otherrelease X Y                    right button
+//   wheel X Y NOTCHES
+//   popupmove X Y | popuprelease X Y
+//   button ID          a press and release on a button
+//   command ID [CODE]  a command as a control or a menu sends it
+//   key CODE           a key by its virtual code
+//   file PATH          waits for a file chooser and takes this file
+//   answer ID          waits for any other dialog above ours and presses its button
+//   shot FILE.bmp      what the dialog shows; popupshot FILE.bmp the pop-up
+//   controls FILE      every control's id and rectangle, "ID LEFT TOP RIGHT BOTTOM" a line
+//   close              as with the window's own button
+//
+// An action that waits in vain ends the program.
+
+#pragma once
+
+#include <string>
+
+// Waits for the dialog with this caption in the thread that calls, and plays. `finishDialogScript`
+// waits for its end.
+void startDialogScript(const std::string& path, const std::string& caption);
+void finishDialogScript();

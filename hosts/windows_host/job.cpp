@@ -1,0 +1,189 @@
+#include "hosts/windows_host/job.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "hosts/substitute_host/substitute_host.h"
+#include "hosts/windows_host/dialog_script.h"
+#include "hosts/windows_host/kept_values.h"
+#include "hosts/windows_host/loaded_module.h"
+#include "hosts/windows_host/picture_files.h"
+#include "persistence/settings_codec.h"
+#include "platform/windows/windows_api.h"
+#include "settings/effect_settings.h"
+
+const char kJobHelp[] =
+    "  --picture FILE      PPM, PGM or BMP to filter\n"
+    "  --mask FILE         selection, a PGM of the same size\n"
+    "  --output FILE       the result, PPM or PGM\n"
+    "  --settings FILE     settings file to fill the parameter block with, before Start\n"
+    "  --settings-output F settings file of what the parameter block holds afterwards\n"
+    "  --environment FILE  picture files for the module to remember, written to the registry;\n"
+    "  --texture FILE        - forgets\n"
+    "  --forget            take away what the module has kept in earlier runs\n"
+    "  --kept-values FILE  what it keeps in the registry afterwards\n"
+    "  --kept-settings F   its file of the last confirmed settings afterwards\n"
+    "  --seed NUMBER       time of day that the module is to find\n"
+    "  --dialog SCRIPT     show the dialog and play a script in it (see dialog_script.h)\n"
+    "  --about             show the about box; with --dialog play a script in it\n"
+    "  --repeat            the filter once more afterwards, without its dialog\n"
+    "  --reload            the same with the module loaded anew and both blocks copied\n"
+    "  --withhold NAME     advanceState, displayPixels, colorServices, handles, buffers, mask,\n"
+    "                      sampling; or movingBuffers. May be given several times\n";
+
+static std::string* textOption(Job* job, const std::string& word) {
+  if (word == "--picture") return &job->picture;
+  if (word == "--mask") return &job->mask;
+  if (word == "--output") return &job->output;
+  if (word == "--settings") return &job->settings;
+  if (word == "--settings-output") return &job->settingsOutput;
+  if (word == "--environment") return &job->environment;
+  if (word == "--texture") return &job->texture;
+  if (word == "--kept-values") return &job->keptValuesOutput;
+  if (word == "--kept-settings") return &job->keptSettingsOutput;
+  if (word == "--dialog") return &job->dialogScript;
+  return nullptr;
+}
+
+static bool* switchOption(Job* job, const std::string& word) {
+  if (word == "--about") return &job->about;
+  if (word == "--forget") return &job->forgets;
+  if (word == "--repeat") return &job->repeats;
+  if (word == "--reload") return &job->reloads;
+  return nullptr;
+}
+
+Job parseJob(const std::vector<std::string>& words) {
+  Job job;
+  for (size_t i = 0; i < words.size(); ++i) {
+    if (bool* option = switchOption(&job, words[i])) {
+      *option = true;
+      continue;
+    }
+    if (i + 1 == words.size()) failWith("what about " + words[i] + "?");
+    const std::string& value = words[i + 1];
+    if (std::string* option = textOption(&job, words[i])) {
+      *option = value;
+    } else if (words[i] == "--seed") {
+      job.hasSeed = true;
+      job.seed = static_cast<unsigned>(std::strtoul(value.c_str(), nullptr, 10));
+    } else if (words[i] == "--withhold") {
+      job.withheld.push_back(value);
+    } else {
+      failWith("no option " + words[i]);
+    }
+    ++i;
+  }
+  return job;
+}
+
+// --- The host -------------------------------------------------------------------------------
+
+// Draws as hosts do, on the device context that the module gives.
+static void drawOnContext(const HostPicture& shown, int32_t row, int32_t column, void* context) {
+  BITMAPINFO info = {};
+  info.bmiHeader = {sizeof(info.bmiHeader), shown.width, -shown.height, 1, 32, 0, 0, 0, 0, 0, 0};
+  std::vector<uint32_t> pixels;
+  const auto planes = static_cast<size_t>(shown.planes);
+  for (size_t at = 0; at + planes <= shown.samples.size(); at += planes) {
+    const uint8_t* from = &shown.samples[at];
+    const bool grey = planes < 3;
+    pixels.push_back(uint32_t{from[0]} << 16 | uint32_t{from[grey ? 0 : 1]} << 8 |
+                     from[grey ? 0 : 2]);
+  }
+  SetDIBitsToDevice(static_cast<HDC>(context), column, row, static_cast<DWORD>(shown.width),
+                    static_cast<DWORD>(shown.height), 0, 0, 0, static_cast<UINT>(shown.height),
+                    pixels.data(), &info, DIB_RGB_COLORS);
+}
+
+static HostSwitches switchesOf(const Job& job) {
+  HostSwitches switches;
+  switches.display = drawOnContext;
+  for (const std::string& name : job.withheld) {
+    if (name == "advanceState") {
+      switches.advanceState = false;
+    } else if (name == "displayPixels") {
+      switches.displayPixels = false;
+    } else if (name == "colorServices") {
+      switches.colorServices = false;
+    } else if (name == "handles") {
+      switches.handleSuite = SuiteOffer::absent;
+    } else if (name == "buffers") {
+      switches.bufferSuite = SuiteOffer::absent;
+    } else if (name == "mask") {
+      switches.deliverMask = false;
+    } else if (name == "sampling") {
+      switches.honourSampling = false;
+    } else if (name == "movingBuffers") {
+      switches.moveBuffers = true;
+    } else {
+      failWith("nothing is called " + name);
+    }
+  }
+  return switches;
+}
+
+static EffectSettings* parameterBlock() {
+  Handle handle = hostRecord()->parameters;
+  return handle != nullptr ? static_cast<EffectSettings*>(*handle) : nullptr;
+}
+
+static void fillParameterBlock(const std::string& path) {
+  const std::vector<uint8_t> bytes = readBytes(path);
+  DecodedSettings decoded;
+  decodeSettings(bytes.data(), bytes.size(), parameterBlock(), &decoded);
+  if (!decoded.complete) failWith(path + ": is no whole settings file");
+}
+
+static void saveParameterBlock(const std::string& path) {
+  std::vector<uint8_t> bytes(kLongestEncodedSettings);
+  bytes.resize(encodeSettings(parameterBlock(), bytes.data()));
+  writeBytes(path, bytes);
+}
+
+static int16_t filterOnce(const Job& job) {
+  if (!job.dialogScript.empty()) return runFilter();
+  const int16_t result = callSelector(kSelectorPrepare);
+  if (result != kNoError) return result;
+  if (!job.settings.empty()) fillParameterBlock(job.settings);
+  return renderFilter();
+}
+
+static void load(const Job& job, const std::string& modulePath) {
+  const std::string reason = loadModule(modulePath);
+  if (!reason.empty()) failWith(modulePath + ": " + reason);
+  if (job.hasSeed) fixModuleClock(job.seed);
+}
+
+static int16_t filterAgain(const Job& job, const std::string& modulePath) {
+  if (job.reloads) {
+    copyKeptBlocks();
+    unloadModule();
+    load(job, modulePath);
+  }
+  return repeatFilter();
+}
+
+int runJob(const Job& job, const std::string& modulePath) {
+  load(job, modulePath);
+  HostPicture picture = {1, 1, 3, {0, 0, 0}};
+  if (!job.picture.empty()) picture = readPicture(job.picture);
+  openHost(switchesOf(job), picture, job.mask.empty() ? HostMask() : readMask(job.mask, picture));
+  if (job.forgets) forgetKeptValues();
+  setKeptValue("ChromeFile", job.environment);
+  setKeptValue("TextureFile", job.texture);
+  if (!job.dialogScript.empty()) {
+    startDialogScript(job.dialogScript, job.about ? "About Morvalis" : "Morvalis");
+  }
+  int16_t result = job.about ? callAbout() : filterOnce(job);
+  if (!job.dialogScript.empty()) finishDialogScript();
+  if (result == kNoError && (job.repeats || job.reloads)) result = filterAgain(job, modulePath);
+  if (!job.settingsOutput.empty()) saveParameterBlock(job.settingsOutput);
+  if (!job.keptValuesOutput.empty()) saveKeptValues(job.keptValuesOutput);
+  if (!job.keptSettingsOutput.empty()) saveKeptSettings(job.keptSettingsOutput);
+  if (result == kNoError && !job.output.empty()) writePicture(job.output, filteredPicture());
+  if (hostLedger().misuses != 0) failWith("the module has misused the host's services");
+  closeHost();
+  unloadModule();
+  return result;
+}

@@ -1,0 +1,35 @@
+// job: one use of the module, as a line of words says it.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct Job {
+  std::string picture;
+  std::string mask;
+  std::string settings;     // a settings file that fills the parameter block
+  std::string environment;  // paths for the values that the module remembers
+  std::string texture;
+  bool hasSeed = false;
+  unsigned seed = 0;
+  std::string dialogScript;
+  std::string output;
+  std::string settingsOutput;
+  std::string keptValuesOutput;
+  std::string keptSettingsOutput;
+  std::vector<std::string> withheld;
+  bool forgets = false;
+  bool about = false;
+  bool reloads = false;
+  bool repeats = false;
+};
+
+// What the words mean; ends the program when they mean nothing.
+Job parseJob(const std::vector<std::string>& words);
+
+// Runs it with the module that is loaded from a path; the module's result.
+int runJob(const Job& job, const std::string& modulePath);
+
+// The words of a job, for people.
+extern const char kJobHelp[];

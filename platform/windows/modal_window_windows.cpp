@@ -1,0 +1,209 @@
+// The modal windows. Each is a dialog of the module's resources, whose buttons draw themselves
+// through the core and whose other controls are mere places.
+
+#include "platform/export.h"
+#include "platform/windows/dialog_place.h"
+#include "platform/windows/window_record.h"
+
+static Window* openWindow = nullptr;
+
+Window* topWindow() {
+  return openWindow;
+}
+
+static Window* windowOf(HWND dialog) {
+  return reinterpret_cast<Window*>(GetWindowLongPtrA(dialog, DWLP_USER));
+}
+
+// --- Start-up -------------------------------------------------------------------------------
+
+static void sizeClientArea(const Window* window) {
+  RECT rect = {0, 0, window->content->width, window->content->height};
+  const auto style = static_cast<DWORD>(GetWindowLongA(window->handle, GWL_STYLE));
+  const auto extended = static_cast<DWORD>(GetWindowLongA(window->handle, GWL_EXSTYLE));
+  AdjustWindowRectEx(&rect, style, FALSE, extended);
+  SetWindowPos(window->handle, nullptr, 0, 0, rect.right - rect.left, rect.bottom - rect.top,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The next item of the template that has this id and comes after another one (null: the first);
+// several may share an id. Templates keep ids as 16-bit numbers.
+static HWND nextItem(HWND dialog, HWND after, int32_t id) {
+  HWND item = after == nullptr ? GetWindow(dialog, GW_CHILD) : GetWindow(after, GW_HWNDNEXT);
+  while (item != nullptr && static_cast<int16_t>(GetDlgCtrlID(item)) != id) {
+    item = GetWindow(item, GW_HWNDNEXT);
+  }
+  return item;
+}
+
+static void layOut(const Window* window) {
+  HWND item = nullptr;
+  int32_t placed = 0;
+  for (int32_t i = 0; i < window->content->controlCount; ++i) {
+    const WindowControl& control = window->content->controls[i];
+    item = nextItem(window->handle, control.id == placed ? item : nullptr, control.id);
+    placed = control.id;
+    if (item == nullptr) continue;
+    const Rectangle& rect = control.rect;
+    MoveWindow(item, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, FALSE);
+    if (control.name != nullptr) SetWindowTextA(item, control.name);
+  }
+}
+
+static void startUp(HWND dialog, Window* window) {
+  SetWindowLongPtrA(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(window));
+  window->handle = dialog;
+  sizeClientArea(window);
+  layOut(window);
+  placeDialog(dialog);
+  if (window->content->defaultButton != 0) {
+    SendMessageA(dialog, DM_SETDEFID, static_cast<WPARAM>(window->content->defaultButton), 0);
+  }
+  addToolTips(window);
+  sendEvent(window, eventOf(WindowEventKind::initialise));
+}
+
+// --- Messages -------------------------------------------------------------------------------
+
+static void drawItem(Window* window, const DRAWITEMSTRUCT& item) {
+  const WindowControl* control = findControl(window, static_cast<int32_t>(item.CtlID));
+  if (item.CtlType != ODT_BUTTON || control == nullptr) return;
+  sendDrawItem(window, control->id,
+               {(item.itemState & ODS_SELECTED) != 0, (item.itemState & ODS_FOCUS) != 0,
+                (item.itemState & ODS_DISABLED) != 0});
+  const Rectangle& rect = control->rect;
+  showSurface(window, item.hDC, {rect.left, rect.top, rect.right, rect.bottom},
+              {rect.left - item.rcItem.left, rect.top - item.rcItem.top});
+}
+
+static void showAll(const Window* window, HDC context) {
+  showSurface(window, context, {0, 0, window->surface.width, window->surface.height}, {0, 0});
+}
+
+static void paint(const Window* window) {
+  HDC context = GetDC(window->handle);
+  if (context == nullptr) return;
+  showAll(window, context);
+  ReleaseDC(window->handle, context);
+}
+
+static HCURSOR cursorOf(CursorShape shape) {
+  constexpr WORD kClosedHand = 107;  // cursor resources
+  constexpr WORD kOpenHand = 108;
+  switch (shape) {
+    case CursorShape::closedHand:
+      return LoadCursorA(moduleInstance(), MAKEINTRESOURCEA(kClosedHand));
+    case CursorShape::openHand:
+      return LoadCursorA(moduleInstance(), MAKEINTRESOURCEA(kOpenHand));
+    case CursorShape::wait:
+      return LoadCursorA(nullptr, MAKEINTRESOURCEA(32514));
+    default:
+      return LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+  }
+}
+
+void setCursor(Window* window, CursorShape shape) {
+  window->cursor = shape;
+  SetCursor(cursorOf(shape));
+}
+
+static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+      sendEvent(window, commandEvent(static_cast<int16_t>(LOWORD(wParam)), HIWORD(wParam)));
+      return 1;
+    case WM_PAINT:
+      paint(window);
+      return 0;  // the system counts the window as painted
+    case WM_ERASEBKGND:
+      showAll(window, reinterpret_cast<HDC>(wParam));
+      return 1;
+    case WM_PRINTCLIENT:
+      showAll(window, reinterpret_cast<HDC>(wParam));
+      return 1;
+    case WM_DRAWITEM:
+      drawItem(window, *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return 1;
+    case WM_SETCURSOR:
+      if (LOWORD(lParam) != HTCLIENT || reinterpret_cast<HWND>(wParam) != window->handle) return 0;
+      SetCursor(cursorOf(window->cursor));
+      SetWindowLongPtrA(window->handle, DWLP_MSGRESULT, 1);
+      return 1;
+    case WM_SETFOCUS:
+      return 1;  // the system would pass the focus on to the first button
+    default:
+      return sendMouseMessage(window, message, wParam, lParam) ? 1 : 0;
+  }
+}
+
+// The name under which the module exports the procedure of its windows.
+MORVALIS_EXPORT INT_PTR CALLBACK DissolveProc(HWND dialog, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+  if (message == WM_INITDIALOG) {
+    if (lParam != 0) startUp(dialog, reinterpret_cast<Window*>(lParam));
+    return 0;
+  }
+  Window* window = windowOf(dialog);
+  return window == nullptr ? 0 : handleMessage(window, message, wParam, lParam);
+}
+
+// --- Running --------------------------------------------------------------------------------
+
+static bool belongsTo(const Window* window, HWND target) {
+  return target == window->handle || IsChild(window->handle, target);
+}
+
+static bool useBeforeSystem(Window* window, const MSG& message) {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  if (window->popup == nullptr) return offerKey(window, message);
+  if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) dismissPopup(window);
+  return true;  // the menu has the user's attention
+}
+
+// Sees every message of a modal loop before the dialog manager does. Choosers and alerts have loops
+// of their own, whose messages are none of this window's.
+static LRESULT CALLBACK filterMessage(int code, WPARAM wParam, LPARAM lParam) {
+  const auto* message = reinterpret_cast<const MSG*>(lParam);
+  if (code == MSGF_DIALOGBOX && openWindow != nullptr && belongsTo(openWindow, message->hwnd) &&
+      useBeforeSystem(openWindow, *message)) {
+    return 1;
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+static void showModally(Window* window, HWND owner) {
+  window->below = openWindow;
+  openWindow = window;
+  registerPopupClass();
+  HHOOK hook = SetWindowsHookExA(WH_MSGFILTER, filterMessage, nullptr, GetCurrentThreadId());
+  DialogBoxParamA(moduleInstance(), window->content->name, owner, DissolveProc,
+                  reinterpret_cast<LPARAM>(window));
+  if (hook != nullptr) UnhookWindowsHookEx(hook);
+  openWindow = window->below;
+  if (openWindow == nullptr) unregisterPopupClass();
+}
+
+int32_t runModalWindow(const WindowTemplate& content, void* ownerWindow, WindowProcedure procedure,
+                       void* context) {
+  Window window = {};
+  window.content = &content;
+  window.procedure = procedure;
+  window.context = context;
+  window.code = kDialogUnavailable;
+  if (!makeSurface(&window.surface, content.width, content.height)) return kDialogUnavailable;
+  const auto owner = static_cast<HWND>(ownerWindow);
+  showModally(&window, IsWindow(owner) ? owner : nullptr);
+  window.ended = true;
+  freeSurface(&window.hostSurface);
+  freeSurface(&window.surface);
+  return window.code;
+}
+
+void endModalWindow(Window* window, int32_t code) {
+  if (window->ended) return;
+  dismissPopup(window);
+  releaseMouse(window);
+  window->ended = true;
+  window->code = code;
+  EndDialog(window->handle, code);
+}

@@ -1,0 +1,51 @@
+#include "platform/windows/window_record.h"
+// The common controls' header wants the other one first.
+#include <commctrl.h>
+
+// The class is the common controls'; without them there are no tips.
+static HWND makeToolTips(HWND owner) {
+  return CreateWindowExA(WS_EX_TOPMOST, "tooltips_class32", nullptr, WS_POPUP | TTS_ALWAYSTIP,
+                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr,
+                         moduleInstance(), nullptr);
+}
+
+// `text` is only read.
+static TOOLINFOA toolOf(const Window* window, const WindowControl& control, const char* text) {
+  TOOLINFOA tool = {};
+  tool.cbSize = TTTOOLINFOA_V1_SIZE;
+  tool.uFlags = TTF_SUBCLASS;
+  tool.hwnd = window->handle;
+  tool.uId = static_cast<UINT_PTR>(control.id);
+  const Rectangle& rect = control.rect;
+  tool.rect = {rect.left, rect.top, rect.right, rect.bottom};
+  if (control.kind == ControlKind::button) {
+    tool.uFlags |= TTF_IDISHWND;
+    tool.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(window->handle, control.id));
+  }
+  tool.lpszText = const_cast<char*>(text);
+  return tool;
+}
+
+static LRESULT ask(const Window* window, UINT message, TOOLINFOA tool) {
+  return SendMessageA(window->toolTips, message, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void addToolTips(Window* window) {
+  if (window->content->controlCount == 0) return;
+  window->toolTips = makeToolTips(window->handle);
+  for (int32_t i = 0; i < window->content->controlCount; ++i) {
+    const WindowControl& control = window->content->controls[i];
+    if (control.toolTip != nullptr) setToolTip(window, control.id, control.toolTip);
+  }
+}
+
+void setToolTip(Window* window, int32_t id, const char* text) {
+  const WindowControl* control = findControl(window, id);
+  if (window->toolTips == nullptr || control == nullptr) return;
+  const bool known = ask(window, TTM_GETTOOLINFOA, toolOf(window, *control, nullptr)) != FALSE;
+  if (text == nullptr) {
+    if (known) ask(window, TTM_DELTOOLA, toolOf(window, *control, nullptr));
+    return;
+  }
+  ask(window, known ? TTM_UPDATETIPTEXTA : TTM_ADDTOOLA, toolOf(window, *control, text));
+}

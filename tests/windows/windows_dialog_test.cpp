@@ -1,0 +1,301 @@
+// The dialog on both kinds of Windows: the same actions give the same settings, the same picture
+// and, text apart, the same window as here.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "dialog/control_table.h"
+#include "hosts/substitute_host/host_record.h"
+#include "persistence/settings_codec.h"
+#include "platform/none/none_script.h"
+#include "tests/support/dialog_runs.h"
+#include "tests/support/random_inputs.h"
+#include "tests/windows/dialog_actions.h"
+#include "tests/windows/wine_host.h"
+
+constexpr int32_t kWidth = 620;
+constexpr int32_t kHeight = 200;
+constexpr uint32_t kSeconds = 4711;
+constexpr char kEnvironment[] = "elsewhere\\environment.bmp";
+
+class WindowsDialog : public ::testing::TestWithParam<int> {
+ protected:
+  void SetUp() override {
+    folder_ = wineFolder(GetParam(), "dialog");
+    if (folder_.empty()) return;
+    picture_ = testPicture(kWidth, kHeight, 3);
+    mask_ = testMask(kWidth, kHeight);
+    writePicture(folder_ + "/picture.ppm", picture_);
+    writePicture(folder_ + "/mask.pgm", {kWidth, kHeight, 1, mask_});
+    TestRandom random = {99};
+    for (uint8_t& value : environment_)
+      value = static_cast<uint8_t>(randomBetween(&random, 0, 255));
+    std::filesystem::create_directory(folder_ + "/elsewhere");
+    writeColourBitmap(folder_ + "/elsewhere/environment.bmp", 64, 64, environment_);
+    resetDialogUser();
+    noneScript().seconds = kSeconds;
+    scriptBitmap(folder_ + "/elsewhere/environment.bmp", 64, 64, environment_);
+  }
+
+  void TearDown() override {
+    closeHost();
+  }
+
+  // Plays on Windows; the module's kept values are forgotten before unless `more` says otherwise.
+  void playThere(const DialogActions& actions, const std::vector<std::string>& more,
+                 int expectedCode = 0) {
+    writeText(folder_ + "/script.txt", scriptOf(actions));
+    std::vector<std::string> words = {"--picture",
+                                      "picture.ppm",
+                                      "--mask",
+                                      "mask.pgm",
+                                      "--seed",
+                                      std::to_string(kSeconds),
+                                      "--dialog",
+                                      "script.txt",
+                                      "--output",
+                                      "output.ppm",
+                                      "--settings-output",
+                                      "settings.q9q"};
+    words.insert(words.end(), more.begin(), more.end());
+    runWindowsHost(GetParam(), folder_, words, expectedCode);
+  }
+
+  int16_t playHere(const DialogActions& actions) {
+    return runDialog(displayingHost(), picture_, mask_, playOf(actions, folder_, &shots_));
+  }
+
+  void expectSameSettings() {
+    std::vector<uint8_t> here(kLongestEncodedSettings);
+    here.resize(encodeSettings(hostSettings(), here.data()));
+    const std::vector<uint8_t> there = readBytes(folder_ + "/settings.q9q");
+    ASSERT_EQ(there.size(), here.size());
+    for (size_t i = 0; i < here.size(); ++i) EXPECT_EQ(there[i], here[i]) << "byte " << i;
+  }
+
+  void expectSameWindow(const std::string& shot);
+
+  std::string readText(const std::string& file) {
+    const std::vector<uint8_t> bytes = readBytes(folder_ + "/" + file);
+    return std::string(bytes.begin(), bytes.end());
+  }
+
+  std::string folder_;
+  HostPicture picture_;
+  HostMask mask_;
+  std::vector<uint8_t> environment_ = std::vector<uint8_t>(64 * 64 * 3);
+  DialogShots shots_;
+};
+
+static bool holdsText(Point point) {
+  const auto inside = [point](int32_t id) {
+    Rectangle rect = controlRect(id);
+    rect.left = static_cast<int16_t>(rect.left - 2);  // letters may stand out a little
+    return pointInRect(point, &rect);
+  };
+  for (int32_t i = 0; i < kLabelCount; ++i) {
+    if (inside(kLabels[i].id)) return true;
+  }
+  for (const Slider& slider : kSliders) {
+    if (inside(slider.valueArea)) return true;
+  }
+  for (int32_t id : {kCancelButton, kOkButton, kZoomInButton, kZoomOutButton, kZoomButton}) {
+    if (inside(id)) return true;
+  }
+  return false;
+}
+
+void WindowsDialog::expectSameWindow(const std::string& shot) {
+  const HostPicture there = readShot(folder_ + "/" + shot);
+  const WindowPicture& here = shots_[shot];
+  ASSERT_EQ(there.width, here.width);
+  ASSERT_EQ(there.height, here.height);
+  int32_t different = 0;
+  for (int32_t y = 0; y < here.height; ++y) {
+    for (int32_t x = 0; x < here.width; ++x) {
+      const size_t pixel =
+          3 * (static_cast<size_t>(y) * static_cast<size_t>(here.width) + static_cast<size_t>(x));
+      if (holdsText(at(x, y)) ||
+          std::equal(&here.rgb[pixel], &here.rgb[pixel] + 3, &there.samples[pixel])) {
+        continue;
+      }
+      if (++different <= 3) ADD_FAILURE() << shot << ": another pixel at " << x << ", " << y;
+    }
+  }
+  EXPECT_EQ(different, 0) << shot;
+}
+
+static DialogActions everyControl() {
+  DialogActions actions;
+  int32_t value = 7;
+  for (const Slider& slider : kSliders) {
+    const int32_t span = slider.maximum - slider.minimum;
+    value = (value * 31 + 17) % 97;
+    drag(&actions, sliderPoint(slider.id, slider.minimum + span / 3),
+         sliderPoint(slider.id, slider.minimum + span * value / 97));
+  }
+  actions.push_back({"shot", {}, "sliders.bmp"});
+  chooseInMenu(&actions, kShapePicker, 6);
+  chooseInMenu(&actions, kTexturePicker, 8);
+  chooseInMenu(&actions, kBlendPicker, 2);
+  drag(&actions, middleOf(kLight1Pad), at(130, 300));
+  drag(&actions, middleOf(kLight2Pad), at(160, 350));
+  drag(&actions, middleOf(kCausticToggle), middleOf(kCausticToggle));
+  drag(&actions, middleOf(kAutoPreviewToggle), middleOf(kAutoPreviewToggle));
+  drag(&actions, middleOf(kTextureSample), at(320, 70));
+  actions.push_back({"shot", {}, "choices.bmp"});
+  drag(&actions, middleOf(kAutoPreviewToggle), middleOf(kAutoPreviewToggle));
+  for (int32_t button :
+       {kZoomInButton, kZoomInButton, kSpinButton, kLight1Button, kTarnishButton}) {
+    actions.push_back({"button", {button}, ""});
+  }
+  drag(&actions, middleOf(kPreviewArea), at(450, 120));
+  actions.push_back({"shot", {}, "panned.bmp"});
+  pressForFile(&actions, kEnvironmentButton, kEnvironment);
+  pressForFile(&actions, kSaveButton, "saved.q9q");
+  actions.push_back({"button", {kRandomizeButton}, ""});
+  actions.push_back({"shot", {}, "random.bmp"});
+  actions.push_back({"wheel", {sliderPoint(12, 50).h, sliderPoint(12, 50).v, 3}, ""});
+  pressForFile(&actions, kSaveButton, "random.q9q");
+  pressForFile(&actions, kLoadButton, "saved.q9q");
+  actions.push_back({"answer", {1}, ""});  // its environment is not where the module looks
+  actions.push_back({"double", {sliderPoint(28, 90).h, sliderPoint(28, 90).v}, ""});
+  actions.push_back({"release", {sliderPoint(28, 90).h, sliderPoint(28, 90).v}, ""});
+  actions.push_back({"button", {kZoomButton}, ""});
+  actions.push_back({"shot", {}, "loaded.bmp"});
+  return actions;
+}
+
+TEST_P(WindowsDialog, EveryControl) {
+  if (folder_.empty()) return;
+  DialogActions actions = everyControl();
+  actions.push_back({"button", {kOkButton}, ""});
+  playThere(actions, {"--forget"});
+  const std::vector<uint8_t> savedThere = readBytes(folder_ + "/saved.q9q");
+  const std::vector<uint8_t> randomThere = readBytes(folder_ + "/random.q9q");
+  ASSERT_EQ(playHere(actions), 0);
+  EXPECT_EQ(readBytes(folder_ + "/saved.q9q"), savedThere);
+  EXPECT_EQ(readBytes(folder_ + "/random.q9q"), randomThere);
+  expectSameSettings();
+  for (const auto& shot : shots_) expectSameWindow(shot.first);
+  EXPECT_EQ(readPicture(folder_ + "/output.ppm").samples, filteredPicture().samples);
+}
+
+TEST_P(WindowsDialog, CancelPutsBackAndKeepsNothing) {
+  if (folder_.empty()) return;
+  DialogActions actions = everyControl();
+  actions.push_back({"key", {0x1B}, ""});
+  playThere(actions, {"--forget", "--kept-settings", "kept.q9q", "--kept-values", "values.txt"}, 1);
+  EXPECT_EQ(playHere(actions), kUserCanceled);
+  expectSameSettings();
+  EXPECT_TRUE(readBytes(folder_ + "/kept.q9q").empty());
+  EXPECT_TRUE(readBytes(folder_ + "/values.txt").empty());
+  EXPECT_FALSE(std::filesystem::exists(folder_ + "/output.ppm"));
+}
+
+// The second run begins with what the first one was confirmed with.
+TEST_P(WindowsDialog, RemembersWhatWasConfirmed) {
+  if (folder_.empty()) return;
+  DialogActions actions;
+  drag(&actions, sliderPoint(28, 20), sliderPoint(28, 77));
+  pressForFile(&actions, kEnvironmentButton, kEnvironment);
+  const DialogAction confirm = {"button", {kOkButton}, ""};
+  actions.push_back(confirm);
+  playThere(actions, {"--forget", "--kept-settings", "kept.q9q", "--kept-values", "values.txt"});
+  ASSERT_EQ(playHere(actions), 0);
+  expectSameSettings();
+  EXPECT_EQ(readBytes(folder_ + "/kept.q9q"), readBytes(folder_ + "/settings.q9q"));
+  const std::string values = readText("values.txt");
+  EXPECT_NE(values.find("ChromeFile 1 260 "), std::string::npos) << values;
+  EXPECT_NE(values.find("\\environment.bmp\n"), std::string::npos) << values;
+  EXPECT_NE(values.find("TextureFile 1 260 \n"), std::string::npos) << values;
+  EXPECT_EQ(values.find("EnviroPath"), std::string::npos) << values;
+
+  playThere({confirm}, {});
+  ASSERT_EQ(playHere({confirm}), 0);
+  EXPECT_EQ(settingOf("gloss"), 77);
+  expectSameSettings();
+  EXPECT_EQ(readPicture(folder_ + "/output.ppm").samples, filteredPicture().samples);
+}
+
+// A preset names a picture that is not where the module looks; then the user shows where it is.
+TEST_P(WindowsDialog, FindsPicturesOfPresets) {
+  if (folder_.empty()) return;
+  DialogActions saving;
+  pressForFile(&saving, kEnvironmentButton, kEnvironment);
+  pressForFile(&saving, kSaveButton, "named.q9q");
+  saving.push_back({"button", {kCancelButton}, ""});
+  playThere(saving, {"--forget"}, 1);
+
+  DialogActions loading;
+  pressForFile(&loading, kLoadButton, "named.q9q");
+  loading.push_back({"answer", {2}, ""});
+  loading.push_back({"file", {}, kEnvironment});
+  loading.push_back({"shot", {}, "found.bmp"});
+  loading.push_back({"button", {kOkButton}, ""});
+  playThere(loading, {"--forget", "--kept-values", "values.txt"});
+  const std::string values = readText("values.txt");
+  EXPECT_NE(values.find("EnviroPath 1 260 "), std::string::npos) << values;
+  EXPECT_NE(values.find("\\elsewhere\\\n"), std::string::npos) << values;
+  ASSERT_EQ(playHere(loading), 0);
+  expectSameSettings();
+  expectSameWindow("found.bmp");
+}
+
+// Without the host's colours the system's chooser comes; alerts and choosers that are cancelled
+// change nothing.
+TEST_P(WindowsDialog, SystemsOwnChoosers) {
+  if (folder_.empty()) return;
+  DialogActions actions;
+  actions.push_back({"button", {kLight2Button}, ""});
+  actions.push_back({"answer", {1}, ""});
+  actions.push_back({"button", {kTarnishButton}, ""});
+  actions.push_back({"answer", {2}, ""});
+  actions.push_back({"button", {kEnvironmentButton}, ""});
+  actions.push_back({"answer", {2}, ""});
+  actions.push_back({"button", {kOkButton}, ""});
+  playThere(actions, {"--forget", "--withhold", "colorServices"});
+  ASSERT_EQ(playHere({actions.back()}), 0);
+  expectSameSettings();
+}
+
+// The parameter block and the slot come back as copies to a module that was loaded anew.
+TEST_P(WindowsDialog, RepeatsAfterBeingLoadedAnew) {
+  if (folder_.empty()) return;
+  DialogActions actions;
+  drag(&actions, sliderPoint(11, 20), sliderPoint(11, -60));
+  chooseInMenu(&actions, kTexturePicker, 5);
+  actions.push_back({"button", {kOkButton}, ""});
+  playThere(actions, {"--forget", "--reload"});
+  ASSERT_EQ(playHere(actions), 0);
+  ASSERT_EQ(repeatFilter(), 0);
+  EXPECT_EQ(readPicture(folder_ + "/output.ppm").samples, filteredPicture().samples);
+}
+
+TEST_P(WindowsDialog, AboutBox) {
+  if (folder_.empty()) return;
+  writeText(folder_ + "/script.txt", "shot about.bmp\ncontrols controls.txt\nkey 27\n");
+  runWindowsHost(GetParam(), folder_, {"--about", "--dialog", "script.txt"});
+  const HostPicture shot = readShot(folder_ + "/about.bmp");
+  EXPECT_EQ(shot.width, 383);
+  EXPECT_EQ(shot.height, 397);
+  const std::string controls = readText("controls.txt");
+  EXPECT_EQ(std::count(controls.begin(), controls.end(), '\n'), 4);
+}
+
+TEST_P(WindowsDialog, LaysOutEveryControl) {
+  if (folder_.empty()) return;
+  playThere({{"controls", {}, "controls.txt"}, {"button", {kCancelButton}, ""}}, {"--forget"}, 1);
+  const std::string listed = "\n" + readText("controls.txt");
+  for (int32_t i = 0; i < kMainDialog.controlCount; ++i) {
+    const WindowControl& control = kMainDialog.controls[i];
+    const Rectangle& r = control.rect;
+    const std::string line = "\n" + std::to_string(control.id) + " " + std::to_string(r.left) +
+                             " " + std::to_string(r.top) + " " + std::to_string(r.right) + " " +
+                             std::to_string(r.bottom) + "\n";
+    EXPECT_NE(listed.find(line), std::string::npos) << line;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Bits, WindowsDialog, ::testing::Values(64, 32), kindName);

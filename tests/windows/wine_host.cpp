@@ -1,0 +1,176 @@
+#include "tests/windows/wine_host.h"
+
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace fs = std::filesystem;
+
+constexpr int kNotHere = 77;  // of the script, when such programs cannot be run
+
+static std::string buildFolder(int bits) {
+  return MORVALIS_WINDOWS_BUILDS "/windows-" + std::to_string(bits);
+}
+
+std::string modulePath(int bits) {
+  return buildFolder(bits) + "/Morvalis.8bf";
+}
+
+std::string kindName(const ::testing::TestParamInfo<int>& kind) {
+  return std::to_string(kind.param) + "Bit";
+}
+
+static std::string quoted(const std::string& word) {
+  std::string text = "'";
+  for (const char c : word) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return text + "'";
+}
+
+static std::string scriptCall(int bits) {
+  return "bash " + quoted(MORVALIS_RUN_WINE) + " " + std::to_string(bits) + " ";
+}
+
+static int exitCode(int status) {
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+static bool canRun(int bits) {
+  static int known[2] = {-1, -1};
+  int& answer = known[bits == 64];
+  if (answer < 0) answer = exitCode(std::system((scriptCall(bits) + "--check").c_str()));
+  return answer != kNotHere;
+}
+
+std::string wineFolder(int bits, const std::string& name) {
+  const auto skip = [bits](const char* reason) {
+    [bits, reason] { GTEST_SKIP() << bits << "-bit Windows: " << reason; }();
+    return std::string();
+  };
+  if (!fs::exists(modulePath(bits))) return skip("the module is not built (./dev windows)");
+  if (!canRun(bits)) return skip("Wine is not to be had here");
+  const fs::path folder = fs::path(MORVALIS_WINE_FOLDERS) / (name + "-" + std::to_string(bits));
+  fs::remove_all(folder);
+  fs::create_directories(folder);
+  fs::copy(modulePath(bits), folder / "Morvalis.8bf");
+  fs::copy(buildFolder(bits) + "/windows_host.exe", folder / "windows_host.exe");
+  return folder.string();
+}
+
+std::string runWindowsHost(int bits, const std::string& folder,
+                           const std::vector<std::string>& words, int expected) {
+  std::string call = scriptCall(bits) + quoted(folder) + " windows_host.exe Morvalis.8bf";
+  for (const std::string& word : words) call += " " + quoted(word);
+  std::FILE* pipe = popen((call + " 2>&1").c_str(), "r");
+  std::string printed;
+  char part[4096];
+  while (const size_t count = std::fread(part, 1, sizeof(part), pipe)) printed.append(part, count);
+  const int code = exitCode(pclose(pipe));
+  EXPECT_EQ(code, expected) << call << "\n" << printed;
+  return printed;
+}
+
+// --- Files ----------------------------------------------------------------------------------
+
+void writeBytes(const std::string& path, const std::vector<uint8_t>& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+  ASSERT_TRUE(file.flush()) << path;
+}
+
+void writeText(const std::string& path, const std::string& text) {
+  writeBytes(path, std::vector<uint8_t>(text.begin(), text.end()));
+}
+
+std::vector<uint8_t> readBytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  EXPECT_TRUE(file) << path;
+  return std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {});
+}
+
+void writePicture(const std::string& path, const HostPicture& picture) {
+  ASSERT_TRUE(picture.planes == 1 || picture.planes == 3);
+  const std::string header = (picture.planes == 1 ? "P5\n" : "P6\n") +
+                             std::to_string(picture.width) + " " + std::to_string(picture.height) +
+                             "\n255\n";
+  std::vector<uint8_t> bytes(header.begin(), header.end());
+  bytes.insert(bytes.end(), picture.samples.begin(), picture.samples.end());
+  writeBytes(path, bytes);
+}
+
+HostPicture readPicture(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string kind;
+  int32_t largest = 0;
+  HostPicture picture;
+  file >> kind >> picture.width >> picture.height >> largest;
+  file.get();
+  EXPECT_TRUE(file) << path;
+  picture.planes = kind == "P5" ? 1 : 3;
+  picture.samples.assign(std::istreambuf_iterator<char>(file), {});
+  return picture;
+}
+
+static void append(std::vector<uint8_t>* bytes, uint32_t number, int32_t count) {
+  for (int32_t i = 0; i < count; ++i) bytes->push_back(static_cast<uint8_t>(number >> (8 * i)));
+}
+
+// Rows from the bottom, each filled up to whole 32-bit words.
+static void writeBitmap(const std::string& path, int32_t width, int32_t height, int32_t channels,
+                        const std::vector<uint8_t>& palette, const std::vector<uint8_t>& samples) {
+  const auto row = static_cast<size_t>(width) * static_cast<size_t>(channels);
+  const size_t rowBytes = (row + 3) / 4 * 4;
+  const auto offset = static_cast<uint32_t>(54 + palette.size());
+  std::vector<uint8_t> bytes = {'B', 'M'};
+  append(&bytes, static_cast<uint32_t>(offset + rowBytes * static_cast<size_t>(height)), 4);
+  append(&bytes, 0, 4);
+  append(&bytes, offset, 4);
+  append(&bytes, 40, 4);
+  append(&bytes, static_cast<uint32_t>(width), 4);
+  append(&bytes, static_cast<uint32_t>(height), 4);
+  append(&bytes, 1, 2);
+  append(&bytes, static_cast<uint32_t>(8 * channels), 2);
+  for (int32_t i = 0; i < 6; ++i) append(&bytes, 0, 4);
+  bytes.insert(bytes.end(), palette.begin(), palette.end());
+  for (int32_t y = height - 1; y >= 0; --y) {
+    const uint8_t* from = samples.data() + static_cast<size_t>(y) * row;
+    for (int32_t x = 0; x < width; ++x) {
+      for (int32_t c = channels - 1; c >= 0; --c) bytes.push_back(from[x * channels + c]);
+    }
+    bytes.resize(bytes.size() + rowBytes - row);
+  }
+  writeBytes(path, bytes);
+}
+
+void writeColourBitmap(const std::string& path, int32_t width, int32_t height,
+                       const std::vector<uint8_t>& rgb) {
+  writeBitmap(path, width, height, 3, {}, rgb);
+}
+
+void writeGreyBitmap(const std::string& path, int32_t width, int32_t height,
+                     const std::vector<uint8_t>& grey) {
+  std::vector<uint8_t> palette;
+  for (uint32_t i = 0; i < 256; ++i) append(&palette, i * 0x10101, 4);
+  writeBitmap(path, width, height, 1, palette, grey);
+}
+
+HostPicture readShot(const std::string& path) {
+  constexpr size_t kHeaderBytes = 54;
+  const std::vector<uint8_t> bytes = readBytes(path);
+  HostPicture picture;
+  if (bytes.size() < kHeaderBytes) return picture;
+  int32_t height = 0;
+  std::memcpy(&picture.width, bytes.data() + 18, sizeof(picture.width));
+  std::memcpy(&height, bytes.data() + 22, sizeof(height));
+  picture.height = -height;
+  picture.planes = 3;
+  for (size_t at = kHeaderBytes; at + 4 <= bytes.size(); at += 4) {
+    for (size_t c : {2, 1, 0}) picture.samples.push_back(bytes[at + c]);
+  }
+  return picture;
+}
