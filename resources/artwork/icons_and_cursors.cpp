@@ -5,7 +5,9 @@
 #include "resources/artwork/palette.h"
 
 constexpr int32_t kIconSide = 32;
-constexpr int32_t kLarge = 192;  // the module icon before it is reduced
+// The module icon before it is reduced: a side that its own divides.
+constexpr int32_t kLarge = 192;
+constexpr int32_t kHuge = 1024;  // for icons from 128 pixels on
 constexpr Rgb kOutline = {28, 26, 22};
 
 // Not every system mixes the edge of an icon with what is under it: all or nothing.
@@ -19,26 +21,32 @@ static Shape plateShape(double side) {
   return roundedBoxShape(side * 0.02, side * 0.02, side * 0.98, side * 0.98, side * 0.2);
 }
 
+// A bevel's width in pixels; beyond 50 the setting counts twice.
+static int32_t radiusFor(int32_t pixels) {
+  return pixels <= 50 ? pixels : 50 + (pixels - 50) / 2;
+}
+
 // A gold initial on a graphite plate, both bevelled by the effect.
-static Picture drawLargePlate() {
-  Picture picture = newPicture(kLarge, kLarge, kGraphite);
+static Picture drawPlate(int32_t side) {
+  Picture picture = newPicture(side, side, kGraphite);
   EffectSettings plate = smoothSettings();
-  plate.radius = 14;
+  plate.radius = radiusFor(14 * side / kLarge);
   plate.height = 50;
   plate.gloss = 40;
-  raiseObject(&picture, coverageOf(plateShape(kLarge), kLarge, kLarge, 2), kGraphite, plate);
+  raiseObject(&picture, coverageOf(plateShape(side), side, side, 2), kGraphite, plate);
   EffectSettings gold = goldSettings();
-  gold.radius = 12;
+  gold.radius = radiusFor(12 * side / kLarge);
   gold.height = 80;
   gold.reflection = 50;
-  const double size = kLarge * 0.40;
-  const Shape initial = wordShape("M", (kLarge - wordWidth("M", size)) / 2, kLarge * 0.80, size);
-  raiseObject(&picture, coverageOf(initial, kLarge, kLarge, 2), {222, 172, 74}, gold);
+  const double size = side * 0.40;
+  const Shape initial = wordShape("M", (side - wordWidth("M", size)) / 2, side * 0.80, size);
+  raiseObject(&picture, coverageOf(initial, side, side, 2), {222, 172, 74}, gold);
   return picture;
 }
 
 Picture drawModuleIcon(int32_t side) {
-  const Picture small = reducedPicture(drawLargePlate(), kLarge / side);
+  const int32_t plate = side < 128 ? kLarge : kHuge;
+  const Picture small = reducedPicture(drawPlate(plate), plate / side);
   Picture icon = newTransparentPicture(side, side);
   fillShape(&icon, plateShape(side), [&small](double x, double y) {
     return pixelAt(small, static_cast<int32_t>(x), static_cast<int32_t>(y));

@@ -4,7 +4,7 @@
 
 #include "resources/artwork/raster.h"
 
-Picture drawModuleIcon(int32_t side);  // 16, 32 or 48
+Picture drawModuleIcon(int32_t side);  // 16, 32, 48, 128 or 256
 Picture drawAlertIcon();               // 32 x 32
 Picture drawCheckMark();               // 32 x 32, the mark in the top left corner
 

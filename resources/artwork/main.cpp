@@ -1,5 +1,6 @@
 // morvalis_artwork: draws every picture of the dialogs and writes the resource files.
-//   morvalis_artwork FOLDER      writes FOLDER/bitmaps, FOLDER/icons and FOLDER/cursors
+//   morvalis_artwork FOLDER      writes FOLDER/bitmaps, FOLDER/icons, FOLDER/cursors, and
+//                                FOLDER/hicolor with the program's icons for the desktop
 // Files that are there already are replaced; the bytes are the same on every run.
 
 #include <cstdio>
@@ -16,6 +17,7 @@
 #include "resources/artwork/light_pad_pictures.h"
 #include "resources/artwork/menu_pictures.h"
 #include "resources/artwork/picture_writing.h"
+#include "resources/artwork/png_writing.h"
 #include "resources/artwork/slider_tracks.h"
 
 namespace fs = std::filesystem;
@@ -158,6 +160,17 @@ static void writeIconsAndCursors(Writer* writer) {
   cursor(writer, 108, "open-hand", drawOpenHand());
 }
 
+// Laid out as icon themes are.
+static void writeDesktopIcons(Writer* writer) {
+  for (const int32_t side : {16, 32, 48, 128, 256}) {
+    const std::string size = std::to_string(side) + "x" + std::to_string(side);
+    const fs::path path = writer->folder / "hicolor" / size / "apps";
+    fs::create_directories(path);
+    ++writer->files;
+    writePng(path / "morvalis.png", drawModuleIcon(side));
+  }
+}
+
 int main(int argc, char** argv) {
   if (argc != 2) {
     std::fputs("usage: morvalis_artwork FOLDER\n", stderr);
@@ -170,6 +183,7 @@ int main(int argc, char** argv) {
     writeAboutBox(&writer);
     writeBuiltInPictures(&writer);
     writeIconsAndCursors(&writer);
+    writeDesktopIcons(&writer);
     std::printf("%d files in %s\n", writer.files, argv[1]);
     return 0;
   } catch (const std::exception& error) {
