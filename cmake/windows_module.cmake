@@ -43,5 +43,5 @@ endif()
 target_link_libraries(morvalis_module PRIVATE
   -Wl,--whole-archive morvalis_windows morvalis_core -Wl,--no-whole-archive)
 # The run-time libraries go inside, since hosts do not look beside the module for others. The
-# dialog procedure is exported under its plain name.
-target_link_options(morvalis_module PRIVATE -static -s -Wl,--kill-at)
+# dialog procedure is exported under its plain name. The same sources give the same bytes.
+target_link_options(morvalis_module PRIVATE -static -s -Wl,--kill-at -Wl,--no-insert-timestamp)

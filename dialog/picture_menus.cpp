@@ -97,6 +97,10 @@ int32_t choiceFromCommand(DialogState* dialog, int32_t command) {
 
 // --- The pop-up -----------------------------------------------------------------------------
 
+// Pixels to the right of the rows, for names that a narrow check mark leaves too little room.
+// Pop-ups whose frame leaves them room show them.
+constexpr int32_t kRoomBeside = 10;
+
 static void drawMenuRow(DialogState* dialog, int32_t index, const MenuRow& row, bool selected) {
   Canvas* canvas = &dialog->popupCanvas;
   const MenuLook look = menuLook();
@@ -104,7 +108,8 @@ static void drawMenuRow(DialogState* dialog, int32_t index, const MenuRow& row, 
   const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
   const Rgb8 ground =
       selected ? Rgb8{look.highlight[0], look.highlight[1], look.highlight[2]} : kMenuGround;
-  fillArea(canvas, {side(top), 0, side(top + kRowHeight), side(dialog->popupWidth)}, ground);
+  fillArea(canvas, {side(top), 0, side(top + kRowHeight), side(dialog->popupWidth + kRoomBeside)},
+           ground);
   drawResource(canvas, row.picture, 14, top + 2);
   if (row.value == dialog->controlValue[row.picker]) {
     drawIcon(canvas, kCheckMark, 4, top + kRowHeight / 2 - 2);
@@ -186,7 +191,7 @@ void openPicker(DialogState* dialog, int32_t id, Point screenPoint) {
     dialog->popupWidth = std::max(dialog->popupWidth, rowWidth(kMenuRows[first + i]));
   }
   const int32_t height = rows * kRowHeight;
-  PixelTarget target = {dialog->popupWidth, height, nullptr};
+  PixelTarget target = {dialog->popupWidth + kRoomBeside, height, nullptr};
   target.rgb = static_cast<uint8_t*>(newModuleBlock(
       uint64_t{3} * static_cast<uint32_t>(target.width) * static_cast<uint32_t>(target.height)));
   if (target.rgb == nullptr) return;
@@ -195,7 +200,8 @@ void openPicker(DialogState* dialog, int32_t id, Point screenPoint) {
   int32_t y = std::max(screenPoint.v - height / 2, 0);
   if (y + height > screenHeight()) y = screenHeight() - height;
   const Point origin = {static_cast<int16_t>(y), screenPoint.h};
-  if (openPopup(dialog->window, origin, target.width, height, popupProcedure, dialog) == nullptr) {
+  if (openPopup(dialog->window, origin, dialog->popupWidth, height, popupProcedure, dialog) ==
+      nullptr) {
     dialog->popup = nullptr;
     freeModuleBlock(target.rgb);
     dialog->popupCanvas = {};

@@ -1,15 +1,24 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a task needs, those that are missing only: when nothing is
 # missing it neither touches the network nor needs root.
-#   scripts/install_packages.sh [build|bench|format|tidy]...
+#   scripts/install_packages.sh [TASK]...     the tasks are those of the table
 set -euo pipefail
 
 declare -A packages=(
   [build]="cmake ninja-build g++ qt6-base-dev qt6-image-formats-plugins
-           fonts-liberation libcli11-dev libgtest-dev"
+           fonts-liberation libcli11-dev libgtest-dev desktop-file-utils
+           xvfb xdotool"
   [bench]="libbenchmark-dev"
   [format]="clang-format"
   [tidy]="clang-tidy"
+  [fuzz]="cmake ninja-build clang libclang-rt-14-dev"
+  [windows]="cmake ninja-build g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32"
+  [package]="zip"
+  # Besides Wine, the libraries that it takes when it finds them: the cursors and the text would
+  # look different without.
+  [wine]="wine wine64 xvfb xauth fonts-liberation
+          libxcursor1 libxfixes3 libxi6 libxrandr2 libxrender1"
+  [debootstrap]="debootstrap"
 )
 
 if (($# == 0)); then set -- build; fi
@@ -29,10 +38,12 @@ if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
   exit 0
 fi
 
+# A package may also be there for another architecture, with a line of its own.
+architecture=$(dpkg --print-architecture)
 missing=()
 for name in "${wanted[@]}"; do
-  status=$(dpkg-query -W -f '${Status}' "$name" 2>/dev/null || true)
-  [[ $status == "install ok installed" ]] || missing+=("$name")
+  states=$(dpkg-query -W -f '${Architecture} ${Status}\n' "$name" 2>/dev/null || true)
+  grep -qxE "(all|$architecture) install ok installed" <<<"$states" || missing+=("$name")
 done
 if ((${#missing[@]} == 0)); then exit 0; fi
 

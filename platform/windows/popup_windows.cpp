@@ -88,7 +88,7 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
   popup->procedure = procedure;
   popup->context = context;
   popup->owner = owner;
-  if (!makeSurface(&popup->surface, width, height)) {
+  if (!makeSurface(&popup->surface, width + kFrameWidth, height)) {
     delete popup;
     return nullptr;
   }

@@ -93,9 +93,12 @@ bool sendMouseMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam
       sendEvent(window, pointerEvent(WindowEventKind::buttonUp, lParam));
       return true;
     case WM_RBUTTONDOWN:
+      // The release has to come here wherever it happens.
+      if (!window->captured) captureMouse(window);
       sendEvent(window, pointerEvent(WindowEventKind::otherDown, lParam));
       return true;
     case WM_RBUTTONUP:
+      if ((wParam & MK_LBUTTON) == 0) releaseMouse(window);
       sendEvent(window, pointerEvent(WindowEventKind::otherUp, lParam));
       return true;
     case WM_MOUSEWHEEL:

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Packs what Windows users need into build/Morvalis-VERSION-windows.zip; both modules must have been
+# built. The same files give the same bytes, whoever packs them and when.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+readonly kDate="2000-01-01 00:00:00 UTC" # of every file in it
+
+version=$(sed -n 's/^project(morvalis VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+package=$PWD/build/Morvalis-$version-windows.zip
+staged=$(mktemp -d)
+trap 'rm -rf "$staged"' EXIT
+
+for bits in 32 64; do
+  mkdir "$staged/$bits-bit"
+  cp "build/windows-$bits/Morvalis.8bf" "$staged/$bits-bit/"
+done
+pictures="environments and textures"
+# Presets below the folder of this name: opening one tells the module where the pictures are.
+mkdir -p "$staged/$pictures/presets"
+cp presets/*.q9q "$staged/$pictures/presets/"
+cp "presets/$pictures/"*.bmp "$staged/$pictures/"
+sed "s/@VERSION@/$version/; s/\$/\r/" docs/windows-readme.txt >"$staged/README.txt"
+sed 's/$/\r/' LICENSE >"$staged/LICENSE.txt"
+
+export TZ=UTC LC_ALL=C
+cd "$staged"
+find . -type f -exec chmod 644 {} + -exec touch -d "$kDate" {} +
+find . -type f -printf '%P\n' | sort | zip -q -X -9 "$staged/package.zip" -@
+mv "$staged/package.zip" "$package"
+echo "${package#"$OLDPWD/"}"
