@@ -41,9 +41,6 @@ int main(int count, char** arguments) {
                     savePicture(paintSkyEnvironment(), folder, "sky.bmp") &&
                     savePicture(paintCopperEnvironment(), folder, "copper.bmp") &&
                     savePicture(paintStudioEnvironment(), folder, "studio.bmp") &&
-                    savePicture(paintIvoryEnvironment(), folder, "ivory.bmp") &&
-                    savePicture(paintStoneEnvironment(), folder, "stone.bmp") &&
-                    savePicture(paintNeonEnvironment(), folder, "neon.bmp") &&
                     savePicture(paintLeatherRelief(), folder, "leather.bmp") &&
                     savePicture(paintHammeredRelief(), folder, "hammered.bmp");
   return done ? 0 : 1;

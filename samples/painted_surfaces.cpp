@@ -239,46 +239,6 @@ QImage paintStudioEnvironment() {
                           {.sunX = 0.27, .sunY = 0.2, .sunPower = 0.7, .haze = 0.12});
 }
 
-QImage paintIvoryEnvironment() {
-  constexpr std::array<Tone, 4> kCeiling = {Tone{0.93, 0.88, 0.76}, Tone{0.96, 0.92, 0.82},
-                                            Tone{0.98, 0.95, 0.88}, Tone{0.92, 0.87, 0.77}};
-  constexpr std::array<Tone, 4> kFloor = {Tone{0.86, 0.79, 0.65}, Tone{0.73, 0.63, 0.47},
-                                          Tone{0.56, 0.45, 0.31}, Tone{0.40, 0.30, 0.19}};
-  return paintEnvironment(kCeiling, kFloor,
-                          {.sunX = 0.32, .sunY = 0.26, .sunPower = 0.14, .haze = 0.4});
-}
-
-QImage paintStoneEnvironment() {
-  constexpr std::array<Tone, 4> kSky = {Tone{0.58, 0.56, 0.53}, Tone{0.66, 0.65, 0.62},
-                                        Tone{0.74, 0.73, 0.71}, Tone{0.80, 0.80, 0.79}};
-  constexpr std::array<Tone, 4> kGround = {Tone{0.50, 0.47, 0.44}, Tone{0.40, 0.37, 0.34},
-                                           Tone{0.29, 0.27, 0.25}, Tone{0.20, 0.18, 0.17}};
-  return paintEnvironment(kSky, kGround, {.sunX = 0.3, .sunY = 0.25, .sunPower = 0.1, .haze = 0.5});
-}
-
-QImage paintNeonEnvironment() {
-  constexpr Tone kBlue = {0.05, 0.75, 1.0};
-  constexpr Tone kPink = {1.0, 0.10, 0.62};
-  constexpr double kTubeRadius = 0.36;  // of the picture's side
-  QImage image(kEnvironmentSide, kEnvironmentSide, QImage::Format_RGB888);
-  for (int y = 0; y < kEnvironmentSide; y++) {
-    for (int x = 0; x < kEnvironmentSide; x++) {
-      const double u = (x + 0.5) / kEnvironmentSide - 0.5;
-      const double v = (y + 0.5) / kEnvironmentSide - 0.5;
-      const double radius = std::hypot(u, v);
-      const double off = (radius - kTubeRadius) / 0.05;
-      const double glow = 0.9 * std::exp(-off * off) + 0.30 * std::exp(-off * off / 9);
-      const double core = std::exp(-off * off * 6);
-      const Tone tone =
-          mixed(kBlue, kPink, smoothStep(-0.55, 0.55, (u + v) / std::max(radius, 0.01) / 1.42));
-      const Tone lit = scaled(tone, glow);
-      image.setPixel(
-          x, y, pixelOf({lit.red + 0.5 * core, lit.green + 0.5 * core, lit.blue + 0.5 * core}));
-    }
-  }
-  return image;
-}
-
 QImage paintLeatherRelief() {
   QImage image(kReliefSide, kReliefSide, QImage::Format_Grayscale8);
   for (int y = 0; y < kReliefSide; y++) {

@@ -14,11 +14,6 @@ QImage paintSlate(int width, int height);
 QImage paintSkyEnvironment();
 QImage paintCopperEnvironment();
 QImage paintStudioEnvironment();
-QImage paintIvoryEnvironment();
-QImage paintStoneEnvironment();
-
-// A tube that runs round in the night, from blue at the upper left to pink at the lower right.
-QImage paintNeonEnvironment();
 
 // Pictures for the relief, 256 x 256 pixels, seamless; white stands out.
 QImage paintLeatherRelief();

@@ -25,8 +25,8 @@ render wood "the letters turned from the boards themselves" boards.jpg "${letter
   --set shape=crown --set radius=34 --set height=45 --set textureChoice=none \
   --set gloss=40 --set glare=35 --set light1Dir=-0.2,-0.57,0.8 --set light2Color=14000,10000,7000
 
-render gold "polished gold: the environment that comes with the filter" boards.jpg "${letters[@]}" \
-  --set radius=50 --set textureChoice=none --set reflection=96 --set gloss=70 --set glare=40
+render gold "polished gold: a preset as it is" boards.jpg "${letters[@]}" \
+  --preset "$(dirname "${BASH_SOURCE[0]}")/../presets/gold.q9q"
 
 render glass "clear glass with caustic light" boards.jpg "${letters[@]}" \
   --environment "$out/samples/sky.bmp" --set textureChoice=none --set radius=45 \

@@ -1,5 +1,7 @@
 #include "hosts/command_line/apply_command.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 #include <cstdio>
 
@@ -12,24 +14,20 @@
 #include "hosts/command_line/picture_load.h"
 #include "hosts/command_line/picture_save.h"
 #include "hosts/command_line/selection.h"
+#include "hosts/command_line/setting_text.h"
+#include "hosts/command_line/usage_errors.h"
 
-static const PictureFormat& formatOf(const std::string& output) {
-  const PictureFormat* format = findPictureFormat(output);
-  if (format == nullptr) {
-    failOnUsage(output + ": cannot tell the format by the extension; there are " +
-                writableExtensions());
-  }
-  return *format;
-}
-
-static void applyToPicture(const EffectPlan& plan, const std::string& image,
-                           const std::string& mask, const std::string& output, bool quiet) {
-  const PictureFormat& format = formatOf(output);
+static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
+                           const std::string& image, const std::string& output) {
+  const PictureFormat& format = pictureFormatOf(output);
   Picture picture = loadPicture(image);
   checkFormatHolds(format, picture, output);
-  const HostMask selection = loadSelection(mask, picture, image);
+  const Selection selection = loadSelection(options.mask, picture, image);
+  if (!options.quiet) warnOfLoss(picture, image);
+  warnOfEmptiness(selection);
   stopIfInterrupted();
-  picture.colors = renderEffect(plan, picture, selection, quiet, image);
+  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
+  picture.colors = renderEffect(plan, picture, selection.mask, quiet, image);
   savePicture(picture, format, output);
 }
 
@@ -47,7 +45,7 @@ static void applyToPictures(const ApplyOptions& options, const ChosenEffect& eff
   work.command = [&](size_t i) {
     checkWritable(outputs[i]);
     const EffectPlan plan = planEffect(options.effect, effect, seed);
-    applyToPicture(plan, options.images[i], options.mask, outputs[i], /*quiet=*/true);
+    applyToPicture(plan, options, options.images[i], outputs[i]);
     return kExitDone;
   };
   const std::vector<bool> done = runInChildren(work);
@@ -57,22 +55,38 @@ static void applyToPictures(const ApplyOptions& options, const ChosenEffect& eff
                                         " pictures failed"};
 }
 
+// A list of settings behind one --set ends up among the pictures.
+static void checkImages(const std::vector<std::string>& images) {
+  for (const std::string& image : images) {
+    if (isSettingAssignment(image) && !QFileInfo::exists(QFile::decodeName(image.c_str()))) {
+      failOnUsage(describeStraySetting(image));
+    }
+  }
+}
+
+// Only the built-in textures are drawn by chance.
+static bool usesSeed(const EffectSettings& settings) {
+  return settings.textureChoice != kTextureChoiceNone &&
+         settings.textureChoice != kTextureChoiceFile;
+}
+
 int runApplyCommand(const ApplyOptions& options) {
   const uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
+  checkImages(options.images);
   const std::vector<std::string> outputs = outputNames(options.images, options.output);
-  for (const std::string& output : outputs) formatOf(output);
+  for (const std::string& output : outputs) pictureFormatOf(output);
   watchForInterrupts();
   const bool single = outputs.size() == 1;
   if (single) checkWritable(outputs[0]);
   const ChosenEffect effect = chooseEffect(options.effect);
   if (single) {
     const EffectPlan plan = planEffect(options.effect, effect, seed);
-    applyToPicture(plan, options.images[0], options.mask, outputs[0], options.quiet);
+    applyToPicture(plan, options, options.images[0], outputs[0]);
   } else {
     applyToPictures(options, effect, seed, outputs, jobs);
   }
-  if (!options.quiet && options.seed.empty()) {
+  if (!options.quiet && options.seed.empty() && usesSeed(effect.settings)) {
     std::FILE* place = outputs[0] == kStandardStream ? stderr : stdout;
     std::fprintf(place, "seed %u\n", seed);
   }

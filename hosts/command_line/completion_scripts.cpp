@@ -11,8 +11,9 @@ std::string completionScript(const std::string& shell, const CommandOutline& pro
   if (shell == "bash") return bashCompletion(program);
   if (shell == "zsh") return zshCompletion(program);
   if (shell == "fish") return fishCompletion(program);
-  failOnUsage("there is no completion for " + shell + "; did you mean " +
-              nearestName(shell, {"bash", "zsh", "fish"}) + "? (see `morvalis completion --help`)");
+  failOnUsage("there is no completion for " + shell +
+              suggestionFor(shell, {"bash", "zsh", "fish"}) +
+              " (see `morvalis completion --help`)");
 }
 
 ValueKinds valueKinds(const std::string& value) {

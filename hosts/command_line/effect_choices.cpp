@@ -4,6 +4,7 @@
 #include "hosts/command_line/last_settings.h"
 #include "hosts/command_line/picture_lookup.h"
 #include "hosts/command_line/preset_file.h"
+#include "hosts/command_line/preset_lookup.h"
 #include "hosts/command_line/setting_text.h"
 #include "settings/light_angles.h"
 
@@ -44,7 +45,7 @@ static ChosenEffect startingPoint(const EffectOptions& options) {
     effect.pictures[kEnvironmentName].path = effect.settings.environmentPath;
     effect.pictures[kTextureName].path = effect.settings.texturePath;
   } else if (!options.preset.empty()) {
-    const Preset preset = readPreset(options.preset);
+    const Preset preset = readPreset(findPreset(options.preset));
     effect.settings = preset.settings;
     for (int32_t i = 0; i < kPictureNames; ++i) effect.pictures[i].name = preset.decoded.names[i];
   } else {
@@ -53,20 +54,26 @@ static ChosenEffect startingPoint(const EffectOptions& options) {
   return effect;
 }
 
-ChosenEffect chooseEffect(const EffectOptions& options) {
+void checkOptions(const EffectOptions& options) {
   if (options.preset.empty() && !options.pictures.empty()) {
     failOnUsage("--pictures says where a preset's pictures are; add --preset FILE");
   }
-  // Slips on the command line are told before a file is looked at.
   for (const std::string& text : options.assignments) parseAssignment(text);
+}
+
+void applyOptions(const EffectOptions& options, ChosenEffect* effect) {
+  const int32_t assignedChoice = applyAssignments(options, &effect->settings);
+  checkTexture(options, assignedChoice, *effect);
+  if (!options.environment.empty()) effect->pictures[kEnvironmentName] = {options.environment, ""};
+  if (options.texture.empty()) return;
+  effect->pictures[kTextureName] = {options.texture, ""};
+  effect->settings.textureChoice = kTextureChoiceFile;
+}
+
+ChosenEffect chooseEffect(const EffectOptions& options) {
+  checkOptions(options);
   ChosenEffect effect = startingPoint(options);
-  const int32_t assignedChoice = applyAssignments(options, &effect.settings);
-  checkTexture(options, assignedChoice, effect);
-  if (!options.environment.empty()) effect.pictures[kEnvironmentName] = {options.environment, ""};
-  if (!options.texture.empty()) {
-    effect.pictures[kTextureName] = {options.texture, ""};
-    effect.settings.textureChoice = kTextureChoiceFile;
-  }
+  applyOptions(options, &effect);
   return effect;
 }
 
@@ -84,7 +91,7 @@ static BitmapPath findPicture(const EffectOptions& options, const ChosenPicture&
   if (!picture.path.empty()) return findBitmap(picture.path);
   if (picture.name.empty()) return BitmapPath();
   const std::string folder =
-      options.pictures.empty() ? usualPictureFolder(options.preset) : options.pictures;
+      options.pictures.empty() ? usualPictureFolder(findPreset(options.preset)) : options.pictures;
   const std::string file = findPictureByName(folder, picture.name.c_str());
   if (file.empty()) {
     failOnFile(options.preset, "names the " + std::string(kindOf(kind)) + " picture \"" +
@@ -94,11 +101,28 @@ static BitmapPath findPicture(const EffectOptions& options, const ChosenPicture&
   return findBitmap(file);
 }
 
+// A render that mirrors nothing never looks at the environment. What an option asks for is to be
+// there all the same.
+static bool isSpare(const EffectOptions& options, const ChosenEffect& effect) {
+  return effect.settings.reflection == 0 && options.environment.empty();
+}
+
+// For a dialog, in which the user may turn the reflection up.
+static BitmapPath findSparePicture(const EffectOptions& options, const ChosenPicture& picture) {
+  try {
+    return findPicture(options, picture, kEnvironmentName);
+  } catch (const CommandFailure&) {
+    return BitmapPath();
+  }
+}
+
 FoundPictures findPictures(const EffectOptions& options, const ChosenEffect& effect) {
   FoundPictures found;
   for (int32_t kind = 0; kind < kPictureNames; ++kind) {
     if (kind == kTextureName && effect.settings.textureChoice != kTextureChoiceFile) continue;
-    found.pictures[kind] = findPicture(options, effect.pictures[kind], kind);
+    found.pictures[kind] = kind == kEnvironmentName && isSpare(options, effect)
+                               ? findSparePicture(options, effect.pictures[kind])
+                               : findPicture(options, effect.pictures[kind], kind);
   }
   if (effect.settings.textureChoice == kTextureChoiceFile &&
       found.pictures[kTextureName].path.empty()) {

@@ -1,5 +1,6 @@
 // effect_choices: which settings and pictures the options ask for, before anything is rendered.
 // chooseEffect: a preset or the last settings, with --set, --environment and --texture on top.
+// applyOptions: the same three on top of any other starting point.
 // findPictures: the picture files of that choice, checked.
 
 #pragma once
@@ -31,6 +32,10 @@ struct ChosenEffect {
 };
 
 ChosenEffect chooseEffect(const EffectOptions& options);
+
+// Ends the command when an assignment is wrong, before a file is looked at.
+void checkOptions(const EffectOptions& options);
+void applyOptions(const EffectOptions& options, ChosenEffect* effect);
 
 // The pictures that the effect needs; without a path where it needs none. Ends the command when one
 // is not to be had.

@@ -6,18 +6,20 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QTemporaryFile>
+#include <algorithm>
+#include <climits>
 #include <cstdio>
+#include <sstream>
 
 #include "hosts/command_line/command_failure.h"
 #include "hosts/command_line/interrupt.h"
 
-static QByteArray readAll(const std::string& file, QFile* source) {
-  const QByteArray contents = source->readAll();
-  if (source->error() != QFileDevice::NoError) {
-    failOnFile(file, "cannot be read: " + source->errorString().toStdString());
+static void checkContents(const std::string& file, const QFile& source,
+                          const QByteArray& contents) {
+  if (source.error() != QFileDevice::NoError) {
+    failOnFile(file, "cannot be read: " + source.errorString().toStdString());
   }
   if (contents.isEmpty()) failOnFile(file, "is empty");
-  return contents;
 }
 
 static QByteArray readStandardInput() {
@@ -25,21 +27,51 @@ static QByteArray readStandardInput() {
   if (!kept.isEmpty()) return kept;
   QFile source;
   if (!source.open(stdin, QIODevice::ReadOnly)) failOnFile(kStandardStream, "cannot be read");
-  kept = readAll(kStandardStream, &source);
+  kept = source.readAll();
+  checkContents(kStandardStream, source, kept);
   return kept;
 }
 
-QByteArray readWholeFile(const std::string& file, const std::string& kind) {
-  if (file == kStandardStream) return readStandardInput();
+static void openForReading(const std::string& file, const std::string& kind, QFile* source) {
   const QString path = QFile::decodeName(file.c_str());
   const QFileInfo info(path);
   if (!info.exists()) failOnFile(file, "there is no such file");
   if (info.isDir()) failOnFile(file, "is a folder, not " + kind);
-  QFile source(path);
-  if (!source.open(QIODevice::ReadOnly)) {
-    failOnFile(file, "cannot be read: " + source.errorString().toStdString());
+  source->setFileName(path);
+  if (!source->open(QIODevice::ReadOnly)) {
+    failOnFile(file, "cannot be read: " + source->errorString().toStdString());
   }
-  return readAll(file, &source);
+}
+
+QByteArray readWholeFile(const std::string& file, const std::string& kind) {
+  if (file == kStandardStream) return readStandardInput();
+  QFile source;
+  openForReading(file, kind, &source);
+  const QByteArray contents = source.readAll();
+  checkContents(file, source, contents);
+  return contents;
+}
+
+// A pipe gives what it has so far, so that one reading need not do.
+QByteArray readFileStart(const std::string& file, const std::string& kind, qsizetype bytes) {
+  if (file == kStandardStream) return readStandardInput().left(bytes);
+  QFile source;
+  openForReading(file, kind, &source);
+  QByteArray contents;
+  while (contents.size() < bytes) {
+    const QByteArray more = source.read(bytes - contents.size());
+    if (more.isEmpty()) break;
+    contents += more;
+  }
+  checkContents(file, source, contents);
+  return contents;
+}
+
+static void checkNameLength(const std::string& file) {
+  size_t longest = 0;
+  std::istringstream parts(file);
+  for (std::string part; std::getline(parts, part, '/');) longest = std::max(longest, part.size());
+  if (longest > NAME_MAX || file.size() >= PATH_MAX) failOnFile(file, "its name is too long");
 }
 
 // Rights alone do not tell (read-only disks, quotas), so a file is made and removed again.
@@ -50,6 +82,7 @@ void checkWritable(const std::string& file) {
     }
     return;
   }
+  checkNameLength(file);
   const QFileInfo info(QFile::decodeName(file.c_str()));
   if (info.isDir()) failOnFile(file, "is a folder");
   if (info.exists() && !info.isFile()) failOnFile(file, "is not an ordinary file");
@@ -71,11 +104,22 @@ static void writeToStandardOutput(const QByteArray& contents) {
   }
 }
 
+// Of what does not fit the first writing takes a part, and only the next tells why.
+static bool writeAll(QSaveFile* target, const QByteArray& contents) {
+  qsizetype done = 0;
+  while (done < contents.size()) {
+    const qsizetype bytes = target->write(contents.constData() + done, contents.size() - done);
+    if (bytes <= 0) return false;
+    done += bytes;
+  }
+  return target->flush();
+}
+
 void writeWholeFile(const std::string& file, const QByteArray& contents) {
   if (file == kStandardStream) return writeToStandardOutput(contents);
   QSaveFile target(QFile::decodeName(file.c_str()));
   const bool opened = target.open(QIODevice::WriteOnly);
-  const bool written = opened && target.write(contents) == contents.size() && target.flush();
+  const bool written = opened && writeAll(&target, contents);
   if (interrupted()) target.cancelWriting();
   stopIfInterrupted();
   if (!written || !target.commit()) {

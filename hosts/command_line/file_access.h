@@ -12,6 +12,9 @@ constexpr char kStandardStream[] = "-";  // as a file's name: standard input or 
 // whoever asks for it again.
 QByteArray readWholeFile(const std::string& file, const std::string& kind);
 
+// The same for no more than the first `bytes`, whatever the size of the file.
+QByteArray readFileStart(const std::string& file, const std::string& kind, qsizetype bytes);
+
 // Whether a file can be made or replaced there.
 void checkWritable(const std::string& file);
 

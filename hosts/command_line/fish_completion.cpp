@@ -20,8 +20,9 @@ static std::string settingFunction() {
              fishQuoted(row.meaning) + "\n";
     const std::vector<std::string> words = choiceWords(i);
     if (words.empty()) continue;
+    // Without a description each choice would show that of the whole option.
     cases += "        case '" + std::string(row.name) + "=*'\n            printf '" + row.name +
-             "=%s\\n' " + joinedWords(words) + "\n";
+             "=%s\\tchoice\\n' " + joinedWords(words) + "\n";
   }
   return "function __morvalis_settings\n    switch (commandline -ct)\n" + cases +
          "        case '*=*'\n        case '*'\n" + names + "    end\nend\n\n";

@@ -43,8 +43,8 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
   effect.pictures = options.pictures;
   const EffectPlan plan = planEffect(effect, chooseEffect(effect), seed);
   Picture picture = loadPicture(options.image);
-  const HostMask selection = loadSelection(options.mask, picture, options.image);
-  picture.colors = renderEffect(plan, picture, selection, /*quiet=*/true, preset);
+  const Selection selection = loadSelection(options.mask, picture, options.image);
+  picture.colors = renderEffect(plan, picture, selection.mask, /*quiet=*/true, preset);
   if (!cellPicture(imageOf(picture, !picture.alpha.empty())).save(file, "png")) {
     failOnFile(preset, "its picture cannot be kept: there is no room for temporary files");
   }
@@ -54,7 +54,7 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
 static void checkPicture(const GalleryOptions& options) {
   if (options.image == kStandardStream) readWholeFile(options.image, "a picture");
   runInChild([&options] {
-    loadSelection(options.mask, loadPicture(options.image), options.image);
+    warnOfEmptiness(loadSelection(options.mask, loadPicture(options.image), options.image));
     return kExitDone;
   });
 }
@@ -86,19 +86,21 @@ static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_
   return cells;
 }
 
+static const PictureFormat& sheetFormat(const std::string& file, int* argc, char** argv) {
+  const QCoreApplication application(*argc, argv);
+  const PictureFormat& format = pictureFormatOf(file);
+  if (!format.holdsColors) failOnUsage(file + ": this format holds no colours");
+  return format;
+}
+
 int runGalleryCommand(const GalleryOptions& options, char** argv) {
   const uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
-  const PictureFormat* format = findPictureFormat(options.output);
-  if (format == nullptr) {
-    failOnUsage(options.output + ": cannot tell the format by the extension; there are " +
-                writableExtensions());
-  }
-  if (!format->holdsColors) failOnUsage(options.output + ": this format holds no colours");
+  int oneArgument = 1;
+  const PictureFormat& format = sheetFormat(options.output, &oneArgument, argv);
   watchForInterrupts();
   const QFileInfoList presets = presetFiles(options.presets);
   checkWritable(options.output);
-  int oneArgument = 1;
   // Only a program with a screen has fonts; this one needs none to be there.
   qputenv("QT_QPA_PLATFORM", "offscreen");
   runInChild([&oneArgument, argv] {
@@ -114,7 +116,7 @@ int runGalleryCommand(const GalleryOptions& options, char** argv) {
   }
   if (cells.empty()) failOnFile(options.presets, "none of its presets can be shown");
   const QGuiApplication application(oneArgument, argv);
-  savePicture(drawSheet(cells), *format, options.output);
+  savePicture(drawSheet(cells), format, options.output);
   if (!options.quiet && options.seed.empty()) {
     std::fprintf(options.output == kStandardStream ? stderr : stdout, "seed %u\n", seed);
   }

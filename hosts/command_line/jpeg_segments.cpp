@@ -3,11 +3,11 @@
 #include <QtEndian>
 #include <cstdint>
 #include <map>
-#include <vector>
 
 constexpr uint8_t kStartOfScan = 0xDA;
 constexpr uint8_t kFirstAppSegment = 0xE0;
 constexpr uint8_t kProfileSegment = 0xE2;
+constexpr uint8_t kCommentSegment = 0xFE;
 constexpr qsizetype kLargestSegment = 65533;  // bytes besides the two of its length
 
 static const QByteArray kProfileMark("ICC_PROFILE\0", 12);
@@ -64,6 +64,22 @@ QByteArray jpegProfile(const QByteArray& file) {
   return profile;
 }
 
+static QByteArray segmentOf(uint8_t marker, const QByteArray& contents) {
+  char head[4] = {'\xFF', static_cast<char>(marker), 0, 0};
+  qToBigEndian(static_cast<uint16_t>(2 + contents.size()), head + 2);
+  return QByteArray(head, sizeof(head)) + contents;
+}
+
+// Readers expect the first application segment at the very beginning.
+static QByteArray withSegments(const QByteArray& file, const QByteArray& added) {
+  qsizetype at = 2;
+  const std::vector<JpegSegment> segments = readSegments(file);
+  if (!segments.empty() && segments.front().marker == kFirstAppSegment) {
+    at = segments.front().start + segments.front().bytes;
+  }
+  return file.left(at) + added + file.mid(at);
+}
+
 QByteArray jpegWithProfile(const QByteArray& file, const QByteArray& profile) {
   const qsizetype room = kLargestSegment - kProfileMark.size() - 2;
   const qsizetype count = (profile.size() + room - 1) / room;
@@ -71,19 +87,23 @@ QByteArray jpegWithProfile(const QByteArray& file, const QByteArray& profile) {
   QByteArray inserted;
   for (qsizetype i = 0; i < count; ++i) {
     const QByteArray part = profile.mid(i * room, room);
-    char head[4] = {'\xFF', static_cast<char>(kProfileSegment), 0, 0};
-    qToBigEndian(static_cast<uint16_t>(2 + kProfileMark.size() + 2 + part.size()), head + 2);
-    inserted.append(head, sizeof(head));
-    inserted += kProfileMark;
-    inserted += static_cast<char>(i + 1);
-    inserted += static_cast<char>(count);
-    inserted += part;
+    const char numbers[2] = {static_cast<char>(i + 1), static_cast<char>(count)};
+    inserted += segmentOf(kProfileSegment, kProfileMark + QByteArray(numbers, 2) + part);
   }
-  // Readers expect the first application segment at the very beginning.
-  qsizetype at = 2;
-  const std::vector<JpegSegment> segments = readSegments(file);
-  if (!segments.empty() && segments.front().marker == kFirstAppSegment) {
-    at = segments.front().start + segments.front().bytes;
+  return withSegments(file, inserted);
+}
+
+std::vector<QByteArray> jpegComments(const QByteArray& file) {
+  std::vector<QByteArray> comments;
+  for (const JpegSegment& segment : readSegments(file)) {
+    if (segment.marker != kCommentSegment) continue;
+    comments.push_back(file.mid(segment.start, segment.bytes));
   }
-  return file.left(at) + inserted + file.mid(at);
+  return comments;
+}
+
+QByteArray jpegWithComments(const QByteArray& file, const std::vector<QByteArray>& comments) {
+  QByteArray inserted;
+  for (const QByteArray& comment : comments) inserted += segmentOf(kCommentSegment, comment);
+  return withSegments(file, inserted);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <vector>
 
 bool isJpegFile(const QByteArray& file);
 
@@ -14,3 +15,8 @@ QByteArray jpegProfile(const QByteArray& file);
 
 // A file without a profile, with this one added.
 QByteArray jpegWithProfile(const QByteArray& file, const QByteArray& profile);
+
+// The comments as they stand in the file, and a file with these added. The library takes and writes
+// them as pairs of key and value only.
+std::vector<QByteArray> jpegComments(const QByteArray& file);
+QByteArray jpegWithComments(const QByteArray& file, const std::vector<QByteArray>& comments);

@@ -17,8 +17,10 @@ Preset readLastSettings() {
     throw CommandFailure{kExitFailed, "--last: the folder of the last settings cannot be named"};
   }
   if (!isThere(path)) {
-    throw CommandFailure{kExitFailed, "--last: no dialog has been confirmed yet (there is no " +
-                                          std::string(path) + ")"};
+    throw CommandFailure{kExitFailed,
+                         "--last: no dialog has been confirmed yet; `morvalis edit` opens it "
+                         "(there is no " +
+                             std::string(path) + ")"};
   }
   Preset preset = readPreset(path);
   EffectSettings& settings = preset.settings;

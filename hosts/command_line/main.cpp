@@ -6,19 +6,28 @@
 #include <cstdio>
 
 #include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/command_help.h"
 #include "hosts/command_line/command_outline.h"
 #include "hosts/command_line/completion_scripts.h"
 #include "hosts/command_line/manual_page.h"
 #include "hosts/command_line/program_options.h"
 #include "hosts/command_line/settings_command.h"
 #include "hosts/command_line/usage_errors.h"
+#include "hosts/command_line/window_program.h"
+#include "hosts/substitute_host/substitute_host.h"
 
 static int printText(const std::string& text) {
   std::fputs(text.c_str(), stdout);
   return kExitDone;
 }
 
+static int showAbout() {
+  callAbout();
+  return kExitDone;
+}
+
 static int runCommand(const CLI::App& app, const ProgramOptions& options, char** argv) {
+  if (app.got_subcommand("help")) return printText(helpText(app, options.helpWords));
   if (app.got_subcommand("manual")) return printText(manualPage(outlineOf(app)));
   if (app.got_subcommand("completion")) {
     return printText(completionScript(options.shell, outlineOf(app)));
@@ -26,6 +35,11 @@ static int runCommand(const CLI::App& app, const ProgramOptions& options, char**
   if (app.got_subcommand("gallery")) return runGalleryCommand(options.gallery, argv);
   // The picture formats are plug-ins, which an application object finds. The options are ours.
   int oneArgument = 1;
+  const bool about = app.got_subcommand("about");
+  if (about || app.got_subcommand("edit")) {
+    const auto application = startWindows(&oneArgument, argv);
+    return about ? showAbout() : runEditCommand(options.edit);
+  }
   const QCoreApplication application(oneArgument, argv);
   if (app.got_subcommand("settings")) return runSettingsCommand(options.settingsAsJson);
   if (app.got_subcommand("preset")) {
@@ -39,6 +53,10 @@ static int runProgram(int argc, char** argv) {
   CLI::App app;
   ProgramOptions options;
   describeProgram(&app, &options);
+  if (argc == 1) {
+    std::fputs(helpText(app, {}).c_str(), stderr);
+    return kExitUsage;
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& wanted) {  // help or version

@@ -4,6 +4,9 @@
 
 #include "hosts/command_line/setting_text.h"
 
+constexpr char kPageDate[] = "2026-11-25";  // of the last change to what the page says
+constexpr size_t kLineColumns = 66;         // before hyphens are escaped
+
 constexpr char kIntroduction[] =
     "The edge of the selection grows a height field. A profile bends it into a bevel, a relief is "
     "pressed in, two lights fall on it, and it mirrors an environment picture. The result meets "
@@ -11,7 +14,7 @@ constexpr char kIntroduction[] =
 
 constexpr char kStreams[] =
     "Nothing but what was asked for goes to standard output. Failures are one line each on "
-    "standard error. The program uses no colours, so NO_COLOR makes no difference.";
+    "standard error, warnings too. The program uses no colours, so NO_COLOR makes no difference.";
 
 struct ManualEntry {
   const char* term;
@@ -20,13 +23,17 @@ struct ManualEntry {
 
 constexpr ManualEntry kExitCodes[] = {
     {"0", "Everything that was asked for has been done."},
-    {"1", "Something failed. Of several pictures the others have been written."},
+    {"1",
+     "Something failed, or the user cancelled. Of several pictures the others have been written."},
     {"2", "The command line was wrong; nothing has been done."},
     {"130", "The run was interrupted. No file is half written."},
 };
 
 constexpr ManualEntry kFiles[] = {
     {"*.q9q", "Settings files. They name their pictures without a folder."},
+    {"../share/morvalis/presets/",
+     "Seen from the program: the presets that come with it, which --preset takes by name, as in "
+     "--preset old-copper."},
     {"environments and textures/",
      "Where a settings file's pictures are looked for: beside it, or above it when it lies in a "
      "folder of that name. Capitals in their names make no difference."},
@@ -53,8 +60,22 @@ static std::string escaped(const std::string& text) {
   return roff;
 }
 
+// Running text in lines of a moderate length.
+static std::string filled(const std::string& text) {
+  std::string lines;
+  size_t column = 0;
+  std::istringstream words(text);
+  for (std::string word; words >> word;) {
+    if (!lines.empty()) lines += column + word.size() > kLineColumns ? '\n' : ' ';
+    column = lines.empty() || lines.back() == '\n' ? 0 : column + 1;
+    lines += word;
+    column += word.size();
+  }
+  return escaped(lines);
+}
+
 static std::string entry(const std::string& term, const std::string& meaning) {
-  return ".TP\n" + term + "\n" + escaped(meaning) + "\n";
+  return ".TP\n" + term + "\n" + filled(meaning) + "\n";
 }
 
 static std::string optionTerm(const OptionOutline& option) {
@@ -77,14 +98,14 @@ static std::string footerParagraphs(const std::string& footer) {
     const bool command = line.starts_with("  ");
     if (command != verbatim) roff += command ? ".PP\n.nf\n" : ".fi\n";
     verbatim = command;
-    roff += line.empty() ? ".PP\n" : escaped(line) + "\n";
+    roff += line.empty() ? ".PP\n" : (command ? escaped(line) : filled(line)) + "\n";
   }
   return verbatim ? roff + ".fi\n" : roff;
 }
 
 static std::string sentence(std::string text) {
   if (text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
-  return escaped(text) + ".";
+  return filled(text + ".");
 }
 
 static std::string commandSection(const CommandOutline& command) {
@@ -104,7 +125,7 @@ static std::string settingEntry(const SettingRange& row) {
   if (componentCount(row) == 3) meaning += " each, three values";
   meaning += "; default " + formatDefault(row) + ".";
   const std::string choices = formatChoices(row);
-  if (!choices.empty()) meaning += "\n" + choices + ".";
+  if (!choices.empty()) meaning += " " + choices + ".";
   return entry("\\fB" + std::string(row.name) + "\\fR", meaning);
 }
 
@@ -117,13 +138,15 @@ static std::string section(const char* title, const ManualEntry (&entries)[count
 }
 
 std::string manualPage(const CommandOutline& program) {
-  std::string roff = ".TH MORVALIS 1 \"\" \"morvalis " MORVALIS_VERSION "\" \"User Commands\"\n";
+  std::string roff = std::string(".TH MORVALIS 1 ") + kPageDate +
+                     " \"morvalis " MORVALIS_VERSION "\" \"User Commands\"\n";
   roff += ".SH NAME\nmorvalis \\- turns a selected shape into a lit, bevelled object\n";
   roff += ".SH SYNOPSIS\n";
   for (const CommandOutline& command : program.commands) {
-    roff += "\\fB" + escaped(synopsisOf(command)) + "\\fR\n.br\n";
+    if (&command != &program.commands.front()) roff += ".br\n";
+    roff += "\\fB" + escaped(synopsisOf(command)) + "\\fR\n";
   }
-  roff += ".SH DESCRIPTION\n" + escaped(kIntroduction) + "\n.PP\n" + escaped(kStreams) + "\n";
+  roff += ".SH DESCRIPTION\n" + filled(kIntroduction) + "\n.PP\n" + filled(kStreams) + "\n";
   roff += ".SH OPTIONS\n";
   for (const OptionOutline& option : program.options) {
     roff += entry(optionTerm(option), option.meaning);

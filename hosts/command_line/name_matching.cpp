@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+constexpr size_t kTellingStart = 4;  // letters that tell which name was begun
+
 std::string foldedName(const std::string& text) {
   std::string folded = text;
   for (char& c : folded) {
@@ -28,15 +30,27 @@ static size_t editDistance(const std::string& a, const std::string& b) {
   return row[b.size()];
 }
 
+// A slip changes no more than every third letter.
+static bool isNear(size_t distance, const std::string& text, const std::string& name) {
+  return distance <= std::max<size_t>(1, std::max(text.size(), name.size()) / 3);
+}
+
 std::string nearestName(const std::string& text, const std::vector<std::string>& names) {
   const std::string folded = foldedName(text);
   std::string nearest;
   size_t least = SIZE_MAX;
   for (const std::string& name : names) {
-    const size_t distance = editDistance(folded, foldedName(name));
-    if (distance >= least) continue;
+    const std::string other = foldedName(name);
+    const bool begun = folded.size() >= kTellingStart && other.starts_with(folded);
+    const size_t distance = begun ? 1 : editDistance(folded, other);
+    if (distance >= least || !isNear(distance, folded, other)) continue;
     least = distance;
     nearest = name;
   }
   return nearest;
+}
+
+std::string suggestionFor(const std::string& text, const std::vector<std::string>& names) {
+  const std::string nearest = nearestName(text, names);
+  return nearest.empty() ? "" : "; did you mean " + nearest + "?";
 }

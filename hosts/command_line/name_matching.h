@@ -9,5 +9,9 @@
 // makes awkward to type.
 std::string foldedName(const std::string& text);
 
-// The name that takes the fewest changes of letters; empty when there are no names.
+// The name that takes the fewest changes of letters, or that begins with the text; empty when none
+// is near enough to have been meant.
 std::string nearestName(const std::string& text, const std::vector<std::string>& names);
+
+// "; did you mean NAME?", or nothing.
+std::string suggestionFor(const std::string& text, const std::vector<std::string>& names);

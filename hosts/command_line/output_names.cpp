@@ -49,21 +49,23 @@ static void checkCollisions(const std::vector<std::string>& images,
   for (size_t i = 0; i < images.size(); ++i) {
     if (images[i] == kStandardStream) continue;
     const auto found = written.find(placeOf(images[i]));
-    if (found != written.end() && found->second != i) {
-      failOnUsage("the result of " + images[found->second] + " would replace " + images[i] +
-                  ", which is to be read too");
-    }
+    if (found == written.end()) continue;
+    const std::string& source = images[found->second];
+    failOnUsage("the result of " + source + " would replace " +
+                (found->second == i ? "it" : images[i] + ", which is to be read too") +
+                "; choose another name, as in -o '{name}-lit.png'");
   }
 }
 
 std::vector<std::string> outputNames(const std::vector<std::string>& images,
                                      const std::string& pattern) {
-  if (images.size() > 1 && pattern.find(kNameMark) == std::string::npos) {
+  const bool marked = pattern.find(kNameMark) != std::string::npos;
+  if (images.size() > 1 && !marked) {
     failOnUsage("-o " + pattern + ": several pictures need {name} in the result's name, as in -o " +
                 "'out/{name}.png'");
   }
   std::vector<std::string> outputs;
   for (const std::string& image : images) outputs.push_back(outputName(image, pattern));
-  if (images.size() > 1) checkCollisions(images, outputs);
+  if (marked) checkCollisions(images, outputs);
   return outputs;
 }

@@ -3,7 +3,10 @@
 #include <unistd.h>
 
 #include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
+#include <algorithm>
 #include <cstdlib>
 
 #include "hosts/command_line/command_failure.h"
@@ -59,24 +62,60 @@ static bool fileIsWhole(const QByteArray& file, const QSize& size) {
   return true;  // of the others the library notices it
 }
 
-static QImage decode(const std::string& file, QByteArray* contents) {
+[[noreturn]] static void failOnDecoding(const std::string& file, const QByteArray& contents,
+                                        const std::string& reason) {
+  if (isTiffFile(contents) && tiffIsWhole(contents)) {
+    const TiffSamples samples = tiffSamples(contents);
+    if (samples.cmyk && samples.bits > 8) {
+      failOnFile(file, "holds CMYK colours of " + std::to_string(samples.bits) +
+                           " bits, which cannot be read here");
+    }
+    failOnFile(file, "is damaged, or of a kind that cannot be read here");
+  }
+  failOnFile(file, "is damaged or cut off: " + reason);
+}
+
+static void noteSource(const QImage& image, const QImageReader& reader, int count,
+                       Picture* picture) {
+  const QPixelFormat format = image.pixelFormat();
+  picture->sampleBits = std::max<int32_t>(8, format.redSize());  // grey counts as red
+  picture->pictureCount = std::max(1, count);
+  picture->sidesSwapped = (reader.transformation() & QImageIOHandler::TransformationRotate90) != 0;
+}
+
+// Targa files have no mark, and some of them look like icons.
+static bool isTargaFile(const std::string& file, const QByteArray& contents) {
+  return contents.startsWith('\0') &&
+         QFileInfo(QFile::decodeName(file.c_str())).suffix().toLower() == "tga";
+}
+
+static QImage decode(const std::string& file, QByteArray* contents, Picture* picture) {
   QBuffer buffer(contents);
   buffer.open(QIODevice::ReadOnly);
   const QuietErrors quiet;
   QImageReader::setAllocationLimit(0);  // checkSize judges instead
   QImageReader reader(&buffer);
-  reader.setDecideFormatFromContent(true);
+  const bool targa = isTargaFile(file, *contents);
+  if (targa) {
+    reader.setFormat("tga");
+    reader.setAutoDetectImageFormat(false);
+  } else {
+    reader.setDecideFormatFromContent(true);
+  }
   reader.setAutoTransform(true);
-  if (!reader.canRead()) failOnFile(file, "is not a picture that can be read here");
+  if (!reader.canRead()) {
+    failOnFile(file, std::string("is not a picture that can be read here") +
+                         (targa ? "; of TGA files those of version 2 without packing can" : ""));
+  }
   const QSize size = reader.size();
   if (size.isValid()) checkSize(file, size);
   // Before decoding, since the library may take long over what it then half delivers.
   if (size.isValid() && !fileIsWhole(*contents, size)) failOnFile(file, "is damaged or cut off");
+  const int count = reader.imageCount();
   const QImage image = reader.read();
-  if (image.isNull()) {
-    failOnFile(file, "is damaged or cut off: " + reader.errorString().toStdString());
-  }
+  if (image.isNull()) failOnDecoding(file, *contents, reader.errorString().toStdString());
   checkSize(file, image.size());
+  noteSource(image, reader, count, picture);
   return image;
 }
 
@@ -102,9 +141,9 @@ static bool isGrey(const QByteArray& file, const QImage& image) {
 Picture loadPicture(const std::string& file) {
   QByteArray contents = readWholeFile(file, "a picture");
   const bool plainTiff = isTiffFile(contents) && keepTiffColorsPlain(&contents);
-  QImage image = decode(file, &contents);
-  if (plainTiff) takeColorsAsPlain(&image);
   Picture picture;
+  QImage image = decode(file, &contents, &picture);
+  if (plainTiff) takeColorsAsPlain(&image);
   picture.metadata = readMetadata(contents, image);
   const bool grey = isGrey(contents, image);
   const bool hasAlpha = image.hasAlphaChannel();
@@ -127,4 +166,16 @@ Picture loadPicture(const std::string& file) {
     }
   }
   return picture;
+}
+
+void warnOfLoss(const Picture& picture, const std::string& file) {
+  std::string lost;
+  if (picture.sampleBits > 8) {
+    lost = "its samples of " + std::to_string(picture.sampleBits) + " bits become 8";
+  }
+  if (picture.pictureCount > 1) {
+    lost += (lost.empty() ? "" : ", and ") + std::string("only the first of its ") +
+            std::to_string(picture.pictureCount) + " pictures is taken";
+  }
+  if (!lost.empty()) reportWarning(file + ": " + lost);
 }

@@ -12,3 +12,6 @@ constexpr int32_t kLargestPictureSide = 32000;  // what the module's 16-bit coor
 // The first picture of a file that is there as a whole. Ends the command, naming the file and the
 // reason, when there is none to be had.
 Picture loadPicture(const std::string& file);
+
+// Tells what of the file will not be in a result, if there is something.
+void warnOfLoss(const Picture& picture, const std::string& file);

@@ -3,11 +3,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 #include "hosts/command_line/preset_file.h"
 #include "persistence/path_parts.h"
+#include "platform/user_files.h"
 
 constexpr char kUsualName[] = "environments and textures";
 
@@ -20,25 +21,16 @@ std::string usualPictureFolder(const std::string& presetFile) {
   return QFileInfo(path).dir().filePath(kUsualName).toStdString();
 }
 
-// Some systems take letters with accents apart in names of files.
-static QString foldedFileName(const QString& name) {
-  QString folded = name.normalized(QString::NormalizationForm_C);
-  for (QChar& c : folded) {
-    if (c >= u'A' && c <= u'Z') c = QChar(c.unicode() - u'A' + u'a');
-  }
-  return folded;
-}
-
 std::string findPictureByName(const std::string& folder, const char* windowsName) {
   char normalised[kPathBytes];
   std::snprintf(normalised, sizeof(normalised), "%s", windowsName);
   normalisePictureName(normalised);
-  const QString name = QString::fromStdString(nameInUtf8(normalised));
+  const std::string name = nameInUtf8(normalised);
+  if (name.find('/') != std::string::npos) return "";
   const QDir place(QFile::decodeName(folder.c_str()));
-  const QStringList files = place.entryList(QDir::Files | QDir::Hidden, QDir::Name);
-  if (files.contains(name)) return place.absoluteFilePath(name).toStdString();
-  const auto found = std::find_if(files.begin(), files.end(), [&name](const QString& file) {
-    return foldedFileName(file) == name;
-  });
-  return found == files.end() ? std::string() : place.absoluteFilePath(*found).toStdString();
+  std::string path = place.absoluteFilePath(QString::fromStdString(name)).toStdString();
+  path.resize(path.size() + kPathBytes);  // letters with accents taken apart need more room
+  takeFileAsWritten(path.data(), static_cast<int32_t>(path.size()));
+  path.resize(std::strlen(path.c_str()));
+  return QFileInfo(QFile::decodeName(path.c_str())).isFile() ? path : "";
 }

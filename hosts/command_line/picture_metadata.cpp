@@ -12,7 +12,10 @@ static bool profileFits(const QByteArray& profile, bool grey) {
 PictureMetadata readMetadata(const QByteArray& file, const QImage& image) {
   PictureMetadata metadata;
   if (isPngFile(file)) metadata.profile = pngProfile(file);
-  if (isJpegFile(file)) metadata.profile = jpegProfile(file);
+  if (isJpegFile(file)) {
+    metadata.profile = jpegProfile(file);
+    metadata.comments = jpegComments(file);
+  }
   metadata.colorSpace = image.colorSpace();
   metadata.dotsPerMeterX = image.dotsPerMeterX();
   metadata.dotsPerMeterY = image.dotsPerMeterY();
@@ -21,7 +24,7 @@ PictureMetadata readMetadata(const QByteArray& file, const QImage& image) {
 }
 
 // A profile for colours on a grey picture, or the other way round, would make readers refuse it.
-void attachMetadata(const PictureMetadata& metadata, QImage* image) {
+void attachMetadata(const PictureMetadata& metadata, bool holdsComments, QImage* image) {
   const bool grey = image->format() == QImage::Format_Grayscale8;
   const QByteArray parsed = metadata.colorSpace.iccProfile();
   if (metadata.colorSpace.isValid() && (parsed.isEmpty() || profileFits(parsed, grey))) {
@@ -29,16 +32,22 @@ void attachMetadata(const PictureMetadata& metadata, QImage* image) {
   }
   image->setDotsPerMeterX(metadata.dotsPerMeterX);
   image->setDotsPerMeterY(metadata.dotsPerMeterY);
+  if (holdsComments && !metadata.comments.empty()) return;
   for (auto text = metadata.texts.begin(); text != metadata.texts.end(); ++text) {
     image->setText(text.key(), text.value());
   }
 }
 
-QByteArray withMetadata(const QByteArray& file, const PictureMetadata& metadata, bool grey) {
+static QByteArray withProfile(const QByteArray& file, const PictureMetadata& metadata, bool grey) {
   if (metadata.profile.isEmpty() || !profileFits(metadata.profile, grey)) return file;
   if (isPngFile(file)) return pngWithProfile(file, metadata.profile);
   if (isJpegFile(file) && jpegProfile(file).isEmpty()) {
     return jpegWithProfile(file, metadata.profile);
   }
   return file;
+}
+
+QByteArray withMetadata(const QByteArray& file, const PictureMetadata& metadata, bool grey) {
+  const QByteArray profiled = withProfile(file, metadata, grey);
+  return isJpegFile(file) ? jpegWithComments(profiled, metadata.comments) : profiled;
 }

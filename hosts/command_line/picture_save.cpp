@@ -1,18 +1,19 @@
 #include "hosts/command_line/picture_save.h"
 
 #include <QBuffer>
-#include <QFile>
-#include <QFileInfo>
+#include <QImageReader>
 #include <QImageWriter>
 #include <algorithm>
 
 #include "hosts/command_line/command_failure.h"
 #include "hosts/command_line/file_access.h"
+#include "hosts/command_line/name_matching.h"
 #include "hosts/command_line/png_chunks.h"
 #include "hosts/command_line/quiet_errors.h"
 
 constexpr int kJpegQuality = 95;
 constexpr int kLossless = 100;
+constexpr int kPacked = 1;
 
 constexpr PictureFormat kFormats[] = {
     {"png", "png", -1, true, true},
@@ -26,10 +27,16 @@ constexpr PictureFormat kFormats[] = {
     {"pgm", "pgm", -1, false, false},
 };
 
+// In small letters, without the dot; of a name of any length.
+static std::string extensionOf(const std::string& file) {
+  const std::string name = file.substr(file.rfind('/') + 1);
+  const size_t dot = name.rfind('.');
+  return dot == std::string::npos ? "" : foldedName(name.substr(dot + 1));
+}
+
 const PictureFormat* findPictureFormat(const std::string& file) {
   if (file == kStandardStream) return &kFormats[0];
-  const QFileInfo info(QFile::decodeName(file.c_str()));
-  const std::string extension = info.suffix().toLower().toStdString();
+  const std::string extension = extensionOf(file);
   for (const PictureFormat& format : kFormats) {
     if (extension == format.extension) return &format;
   }
@@ -44,14 +51,39 @@ std::string writableExtensions() {
   return text;
 }
 
+const PictureFormat& pictureFormatOf(const std::string& file) {
+  const PictureFormat* format = findPictureFormat(file);
+  if (format == nullptr) {
+    const std::string extension = extensionOf(file);
+    const bool known =
+        QImageReader::supportedImageFormats().contains(QByteArray::fromStdString(extension));
+    failOnUsage(file +
+                (known ? ": ." + extension + " files cannot be written"
+                       : std::string(": cannot tell the format by the extension")) +
+                "; there are " + writableExtensions());
+  }
+  return *format;
+}
+
+static bool lacksAlpha(const PictureFormat& format, const Picture& picture) {
+  return !format.holdsAlpha && std::any_of(picture.alpha.begin(), picture.alpha.end(),
+                                           [](uint8_t alpha) { return alpha != 255; });
+}
+
+static bool lacksColors(const PictureFormat& format, const Picture& picture) {
+  return !format.holdsColors && picture.colors.planes > 1;
+}
+
+bool formatHolds(const PictureFormat& format, const Picture& picture) {
+  return !lacksAlpha(format, picture) && !lacksColors(format, picture);
+}
+
 void checkFormatHolds(const PictureFormat& format, const Picture& picture,
                       const std::string& file) {
-  const bool transparent = std::any_of(picture.alpha.begin(), picture.alpha.end(),
-                                       [](uint8_t alpha) { return alpha != 255; });
-  if (transparent && !format.holdsAlpha) {
+  if (lacksAlpha(format, picture)) {
     failOnFile(file, "the picture has transparency, which this format cannot hold; use .png");
   }
-  if (picture.colors.planes > 1 && !format.holdsColors) {
+  if (lacksColors(format, picture)) {
     failOnFile(file, "the picture has colours, which this format cannot hold; use .ppm or .png");
   }
 }
@@ -86,12 +118,13 @@ static QByteArray encode(const Picture& picture, const PictureFormat& format,
   const bool hasAlpha = !picture.alpha.empty() && format.holdsAlpha;
   const bool greyAlphaPng = grey && hasAlpha && std::string(format.library) == "png";
   QImage image = imageOf(picture, hasAlpha && !greyAlphaPng);
-  attachMetadata(picture.metadata, &image);
+  attachMetadata(picture.metadata, std::string(format.library) == "jpeg", &image);
   QByteArray contents;
   QBuffer buffer(&contents);
   buffer.open(QIODevice::WriteOnly);
   QImageWriter writer(&buffer, format.library);
   writer.setQuality(format.quality);
+  if (std::string(format.library) == "tiff") writer.setCompression(kPacked);
   const QuietErrors quiet;
   if (!writer.write(image)) {
     failOnFile(file, "cannot be written: " + writer.errorString().toStdString());

@@ -21,7 +21,12 @@ struct PictureFormat {
 const PictureFormat* findPictureFormat(const std::string& file);
 std::string writableExtensions();
 
-// Whether the format can hold the picture; ends the command when it cannot.
+// The same; ends the command when there is none.
+const PictureFormat& pictureFormatOf(const std::string& file);
+
+bool formatHolds(const PictureFormat& format, const Picture& picture);
+
+// Ends the command, naming the file and the reason, when the format cannot hold the picture.
 void checkFormatHolds(const PictureFormat& format, const Picture& picture, const std::string& file);
 
 // The pixels alone, without what else is known about the picture.

@@ -12,8 +12,9 @@
 #include "hosts/command_line/json_text.h"
 #include "hosts/command_line/picture_lookup.h"
 #include "hosts/command_line/preset_file.h"
+#include "hosts/command_line/preset_lookup.h"
 #include "hosts/command_line/setting_text.h"
-#include "persistence/path_parts.h"
+#include "platform/user_files.h"
 
 // --- Showing --------------------------------------------------------------------------------
 
@@ -115,7 +116,7 @@ static void printTable(const std::vector<ShownItem>& items) {
 }
 
 int runPresetShow(const PresetShowOptions& options) {
-  const std::vector<ShownItem> items = shownItems(readPreset(options.file));
+  const std::vector<ShownItem> items = shownItems(readPreset(findPreset(options.file)));
   if (options.json) {
     printJson(items);
   } else {
@@ -128,34 +129,34 @@ int runPresetShow(const PresetShowOptions& options) {
 
 // The name that the file will hold has to lead back to the picture: it has no folder, it is read
 // in small letters and with the usual ending, and its character set is small.
-static void nameChosenPicture(EffectSettings* settings, int32_t kind, const std::string& file) {
+static std::string nameOfPicture(const std::string& file) {
   const BitmapPath checked = findBitmap(file);
   const QFileInfo info(QFile::decodeName(file.c_str()));
   const std::string name = info.fileName().normalized(QString::NormalizationForm_C).toStdString();
-  setPictureName(settings, kind, name);
   char stored[kPathBytes];
-  fileNameForSettings(kind == kEnvironmentName ? settings->environmentPath : settings->texturePath,
-                      stored);
+  windowsNameFromPath(name.c_str(), stored, kPathBytes);
   const std::string found = findPictureByName(info.absolutePath().toStdString(), stored);
   if (QFileInfo(QFile::decodeName(found.c_str())).fileName() != info.fileName()) {
     failOnFile(file,
                "a settings file cannot name this picture; its name has to end in .bmp, consist of "
                "Western European letters, and differ from others in more than capitals");
   }
+  return stored;
 }
 
 int runPresetSave(const PresetSaveOptions& options) {
-  ChosenEffect effect = chooseEffect(options.effect);
+  const ChosenEffect effect = chooseEffect(options.effect);
+  std::string names[kPictureNames];
   for (int32_t kind = 0; kind < kPictureNames; ++kind) {
     const ChosenPicture& picture = effect.pictures[kind];
-    if (picture.path.empty()) {
-      setPictureName(&effect.settings, kind, nameInUtf8(picture.name.c_str()));
-    } else {
-      nameChosenPicture(&effect.settings, kind, picture.path);
-    }
+    names[kind] = picture.path.empty() ? picture.name : nameOfPicture(picture.path);
   }
   watchForInterrupts();
   checkWritable(options.output);
-  writePreset(effect.settings, options.output);
+  writePreset(effect.settings, names, options.output);
+  if (options.output != kStandardStream && !options.output.ends_with(".q9q")) {
+    reportWarning(options.output +
+                  ": does not end in .q9q, so that `morvalis gallery` leaves it out");
+  }
   return kExitDone;
 }

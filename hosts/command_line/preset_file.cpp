@@ -2,8 +2,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
-#include <cstring>
 
 #include "entry/handles.h"
 #include "hosts/command_line/command_failure.h"
@@ -32,11 +30,10 @@ static void dropReferenceBlocks(EffectSettings* settings) {
 }
 
 Preset readPreset(const std::string& file) {
-  const QByteArray contents = readWholeFile(file, "a settings file");
-  const auto count = std::min(static_cast<size_t>(contents.size()), kLargestSettingsFile);
+  const QByteArray contents = readFileStart(file, "a settings file", kLargestSettingsFile);
   Preset preset = emptyPreset();
-  decodeSettings(reinterpret_cast<const uint8_t*>(contents.constData()), count, &preset.settings,
-                 &preset.decoded);
+  decodeSettings(reinterpret_cast<const uint8_t*>(contents.constData()),
+                 static_cast<size_t>(contents.size()), &preset.settings, &preset.decoded);
   dropReferenceBlocks(&preset.settings);
   if (preset.decoded.version < 0 || preset.decoded.version > kLargestVersion) {
     failOnFile(file, "is not a settings file");
@@ -51,18 +48,12 @@ std::string nameInUtf8(const char* windowsName) {
   return name;
 }
 
-// The writer takes the name from a path, which needs a folder for that.
-void setPictureName(EffectSettings* settings, int32_t kind, const std::string& name) {
-  char* path = kind == kEnvironmentName ? settings->environmentPath : settings->texturePath;
-  std::memset(path, 0, kPathBytes);
-  if (name.empty()) return;
-  path[0] = pathSeparator();
-  name.copy(path + 1, kPathBytes - 2);
-}
-
-void writePreset(const EffectSettings& settings, const std::string& file) {
+void writePreset(const EffectSettings& settings, const std::string names[kPictureNames],
+                 const std::string& file) {
   uint8_t bytes[kLongestEncodedSettings];
-  const size_t count = encodeSettings(&settings, bytes);
+  const char* const texts[kPictureNames] = {names[kEnvironmentName].c_str(),
+                                            names[kTextureName].c_str()};
+  const size_t count = encodeNamedSettings(&settings, texts, bytes);
   QByteArray contents(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
   const QFileInfo old(QFile::decodeName(file.c_str()));
   if (file != kStandardStream && old.exists() && old.size() > contents.size()) {

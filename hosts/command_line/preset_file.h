@@ -21,9 +21,8 @@ Preset emptyPreset();
 // A name that stands in a settings file, in UTF-8.
 std::string nameInUtf8(const char* windowsName);
 
-// Makes the settings name a picture (kEnvironmentName or kTextureName), in UTF-8; "" for none.
-void setPictureName(EffectSettings* settings, int32_t kind, const std::string& name);
-
-// A longer old file keeps its tail, which readers never look at. The file as a whole, in its place,
-// or not at all.
-void writePreset(const EffectSettings& settings, const std::string& file);
+// The names are in the Windows character set, of less than kPathBytes bytes; "" for none. A longer
+// old file keeps its tail, which readers never look at. The file as a whole, in its place, or not
+// at all.
+void writePreset(const EffectSettings& settings, const std::string names[kPictureNames],
+                 const std::string& file);

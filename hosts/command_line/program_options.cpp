@@ -32,12 +32,17 @@ static void describePictures(CLI::App* command, std::string* pictures, const cha
       ->type_name("FOLDER");
 }
 
-static void describeRun(CLI::App* command, std::string* seed, std::string* jobs, bool* quiet) {
+static void describeSeed(CLI::App* command, std::string* seed) {
   command->add_option("--seed", *seed, "makes a picture with random parts again")->type_name("N");
+}
+
+static void describeRun(CLI::App* command, std::string* seed, std::string* jobs, bool* quiet) {
+  describeSeed(command, seed);
   command
       ->add_option("-j,--jobs", *jobs, "how many pictures are worked on at a time; 1 if not said")
       ->type_name("N");
-  command->add_flag("--quiet", *quiet, "no progress bar and no seed");
+  command->add_flag("--quiet", *quiet,
+                    "no progress bar, no seed, no word on what the\nresult loses");
 }
 
 static void describeApply(CLI::App* apply, ApplyOptions* options) {
@@ -55,7 +60,8 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
   describeMask(apply, &options->mask);
   CLI::Option* preset = apply
                             ->add_option("--preset", options->effect.preset,
-                                         "a settings file to start from, instead of the defaults")
+                                         "a settings file to start from, instead of the defaults,\n"
+                                         "or the name of one that comes with the program")
                             ->type_name("FILE.q9q");
   describePictures(apply, &options->effect.pictures, "the preset");
   apply
@@ -70,9 +76,34 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
       "  morvalis apply photo.jpg --mask heart.png --set shape=round --set radius=30 -o heart.jpg\n"
       "  morvalis apply logo.png --set light1Dir=-0.6,0.4,0.7 --set blendMode=screen -o lit.webp\n"
       "  morvalis apply logo.png --environment sky.bmp --set reflection=80 -o chrome.png\n"
-      "  morvalis apply logo.png --preset gold.q9q --set radius=20 -o gold.png\n"
-      "  morvalis apply -j 2 icons/*.png --preset gold.q9q -o 'out/{name}-gold.png'\n"
-      "  convert in.gif png:- | morvalis apply - --last -o - > out.png\n");
+      "  morvalis apply logo.png --preset gold --set radius=20 -o gold.png\n"
+      "  morvalis apply -j 2 icons/*.png --preset gold --set radius=8 -o 'out/{name}-gold.png'\n"
+      "  convert in.svg png:- | morvalis apply - --preset gold -o - > out.png\n"
+      "  morvalis apply logo.png --last -o again.png    (after a first `morvalis edit`)\n");
+}
+
+static void describeEdit(CLI::App* edit, EditOptions* options) {
+  edit->add_option("IMAGE", options->image,
+                   "the picture; - for standard input; without it a window asks for one")
+      ->type_name("FILE");
+  edit->add_option("-o,--output", options->output,
+                   "the result; its extension tells the format; - for a PNG file on standard\n"
+                   "output; without it IMAGE-morvalis.EXT beside the picture, which is named\n"
+                   "on standard output, and an earlier one is replaced")
+      ->type_name("OUT");
+  describeMask(edit, &options->mask);
+  edit->add_option("--preset", options->effect.preset,
+                   "a settings file to start from, instead of what was confirmed last")
+      ->type_name("FILE.q9q");
+  describePictures(edit, &options->effect.pictures, "the preset");
+  describeSettings(edit, &options->effect);
+  describeSeed(edit, &options->seed);
+  edit->footer(
+      "Cancel writes nothing, and the exit code is 1. OK remembers the settings for the next\n"
+      "time and for `morvalis apply --last`.\n\n"
+      "Examples:\n"
+      "  morvalis edit photo.jpg --mask heart.png\n"
+      "  morvalis edit badge.png --preset old-copper -o badge-copper.png\n");
 }
 
 static void describePreset(CLI::App* preset, ProgramOptions* options) {
@@ -123,6 +154,15 @@ static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
       "  morvalis gallery photo.jpg --mask heart.png --presets presets -j 2 -o sheet.jpg\n");
 }
 
+// The commands there are so far, as a type's name.
+static std::string joinedNames(const CLI::App& app) {
+  std::string text;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    text += (text.empty() ? "" : "|") + command->get_name();
+  }
+  return text;
+}
+
 void describeProgram(CLI::App* app, ProgramOptions* options) {
   app->name("morvalis");
   app->description("Turns a selected shape into a lit, bevelled object.");
@@ -131,12 +171,15 @@ void describeProgram(CLI::App* app, ProgramOptions* options) {
   app->require_subcommand(1);
   app->footer("`morvalis COMMAND --help` says more about a command.");
   describeApply(app->add_subcommand("apply", "apply the effect to picture files"), &options->apply);
+  describeEdit(app->add_subcommand("edit", "open the dialog on a picture file"), &options->edit);
   describeGallery(app->add_subcommand("gallery", "show a picture under every preset of a folder"),
                   &options->gallery);
   describePreset(app->add_subcommand("preset", "show and save settings files"), options);
   CLI::App* settings = app->add_subcommand("settings", "list the settings that --set takes");
   settings->add_flag("--json", options->settingsAsJson, "as an array of JSON objects");
   settings->footer("Examples:\n  morvalis settings\n  morvalis settings | grep light\n");
+  CLI::App* about = app->add_subcommand("about", "show the about box");
+  about->footer("Examples:\n  morvalis about\n");
   CLI::App* manual = app->add_subcommand("manual", "print the manual page");
   manual->footer("Examples:\n  morvalis manual | man -l -\n");
   CLI::App* completion =
@@ -148,4 +191,9 @@ void describeProgram(CLI::App* app, ProgramOptions* options) {
       "Examples:\n"
       "  source <(morvalis completion bash)\n"
       "  morvalis completion fish > ~/.config/fish/completions/morvalis.fish\n");
+  const std::string commands = joinedNames(*app);
+  CLI::App* help = app->add_subcommand("help", "print the help of a command");
+  help->add_option("COMMAND", options->helpWords, "the command; without it the program's own help")
+      ->type_name(commands);
+  help->footer("Examples:\n  morvalis help apply\n  morvalis help preset save\n");
 }

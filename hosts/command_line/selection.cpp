@@ -1,10 +1,16 @@
 #include "hosts/command_line/selection.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+
 #include "hosts/command_line/command_failure.h"
 #include "hosts/command_line/picture_load.h"
 
-static std::string sidesOf(const HostPicture& picture) {
-  return std::to_string(picture.width) + " x " + std::to_string(picture.height);
+static std::string sidesOf(const Picture& picture) {
+  const HostPicture& colors = picture.colors;
+  return std::to_string(colors.width) + " x " + std::to_string(colors.height) +
+         (picture.sidesSwapped ? " (turned as its orientation says)" : "");
 }
 
 // Brightness with weights 11, 16 and 5 of 32; equal channels stay what they are.
@@ -25,19 +31,53 @@ static HostMask maskFromPicture(const Picture& source) {
   return mask;
 }
 
-HostMask loadSelection(const std::string& mask, const Picture& picture, const std::string& file) {
-  if (mask == kMaskOfEverything) return HostMask();
+static bool selectsNothing(const HostMask& mask) {
+  return !mask.empty() && std::all_of(mask.begin(), mask.end(), [](uint8_t m) { return m == 0; });
+}
+
+// Masks come as the shape drawn in black, and with transparency for what it leaves out.
+static std::string whyNothing(const Picture& source, const std::string& mask,
+                              const std::string& file) {
+  std::string text = mask + ": selects nothing (white is selected, and this picture ";
+  if (source.alpha.empty()) return text + "is all black)";
+  const auto shows = [](uint8_t alpha) { return alpha != 0; };
+  if (std::none_of(source.alpha.begin(), source.alpha.end(), shows)) {
+    return text + "is transparent everywhere)";
+  }
+  text += "is black where it is not transparent";
+  const bool ofItself =
+      QFileInfo(QFile::decodeName(mask.c_str())) == QFileInfo(QFile::decodeName(file.c_str()));
+  return text +
+         (ofItself ? "); --mask alpha selects by its transparency" : "); paint the shape white");
+}
+
+static Selection selectionByAlpha(const Picture& picture, const std::string& file) {
+  Selection selection = {picture.alpha, ""};
+  if (!selectsNothing(selection.mask)) return selection;
+  selection.emptiness = file +
+                        ": nothing is selected, since it is transparent everywhere; --mask " +
+                        kMaskOfEverything + " selects everything";
+  return selection;
+}
+
+Selection loadSelection(const std::string& mask, const Picture& picture, const std::string& file) {
+  if (mask == kMaskOfEverything) return {};
   if (mask.empty() || mask == kMaskByAlpha) {
     if (mask == kMaskByAlpha && picture.alpha.empty()) {
       failOnFile(file, "has no alpha channel to select by");
     }
-    return picture.alpha;
+    return selectionByAlpha(picture, file);
   }
   const Picture source = loadPicture(mask);
   if (source.colors.width != picture.colors.width ||
       source.colors.height != picture.colors.height) {
-    failOnFile(mask, "is " + sidesOf(source.colors) + " pixels, but " + file + " is " +
-                         sidesOf(picture.colors));
+    failOnFile(mask, "is " + sidesOf(source) + " pixels, but " + file + " is " + sidesOf(picture));
   }
-  return maskFromPicture(source);
+  Selection selection = {maskFromPicture(source), ""};
+  if (selectsNothing(selection.mask)) selection.emptiness = whyNothing(source, mask, file);
+  return selection;
+}
+
+void warnOfEmptiness(const Selection& selection) {
+  if (!selection.emptiness.empty()) reportWarning(selection.emptiness);
 }

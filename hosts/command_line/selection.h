@@ -9,6 +9,13 @@
 constexpr char kMaskByAlpha[] = "alpha";
 constexpr char kMaskOfEverything[] = "none";
 
-// One byte a pixel, 255 selected; empty when everything is. `mask` is a file, one of the two words
-// above, or empty for the alpha channel if there is one.
-HostMask loadSelection(const std::string& mask, const Picture& picture, const std::string& file);
+struct Selection {
+  HostMask mask;          // one byte a pixel, 255 selected; empty when everything is
+  std::string emptiness;  // that nothing is selected, and why; empty when something is
+};
+
+// `mask` is a file, one of the two words above, or empty for the alpha channel if there is one.
+Selection loadSelection(const std::string& mask, const Picture& picture, const std::string& file);
+
+// What is told of a selection of nothing, which is no failure.
+void warnOfEmptiness(const Selection& selection);

@@ -51,6 +51,7 @@ static std::vector<std::string> splitAtCommas(const std::string& text) {
   std::string message = "--set " + text + ": " + reason + "; " + row.name + " takes ";
   if (componentCount(row) == 3) message += "three values, each ";
   message += formatRange(row);
+  if (row.form == SettingForm::color) message += ", or #RRGGBB";
   if (row.choices != nullptr) message += " or one of: " + formatChoices(row);
   failOnUsage(message);
 }
@@ -65,25 +66,53 @@ static bool parseChoice(const std::string& value, const SettingRange& row, doubl
   return false;
 }
 
+// "#ff8000", or "#f80" for the same: two digits a channel, 255 being the brightest.
+static bool parseHexColor(const std::string& value, const SettingRange& row, double* values) {
+  if (row.form != SettingForm::color || value.empty() || value[0] != '#') return false;
+  const size_t digits = (value.size() - 1) / 3;
+  if (digits < 1 || digits > 2 || value.size() != 1 + 3 * digits) return false;
+  for (size_t i = 0; i < 3; ++i) {
+    int channel = 0;
+    const char* begin = value.data() + 1 + i * digits;
+    const char* end = begin + digits;
+    const auto [stop, error] = std::from_chars(begin, end, channel, 16);
+    if (stop != end || error != std::errc() || *begin == '-') return false;
+    values[i] = channel * (digits == 1 ? 0x1111 : 0x101);
+  }
+  return true;
+}
+
+[[noreturn]] static void failOnName(const std::string& text, const std::string& name) {
+  std::string message = "--set " + text + ": there is no setting \"" + name + "\"";
+  for (const char* option : {"environment", "mask", "pictures", "preset", "seed"}) {
+    if (name == option) failOnUsage(message + ", but an option --" + option);
+  }
+  std::vector<std::string> names;
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) names.emplace_back(kSettingRanges[i].name);
+  failOnUsage(message + suggestionFor(name, names));
+}
+
+bool isSettingAssignment(const std::string& text) {
+  return findSetting(text.substr(0, text.find('=')).c_str()) != nullptr &&
+         text.find('=') != std::string::npos;
+}
+
 SettingAssignment parseAssignment(const std::string& text) {
   const size_t equals = text.find('=');
-  if (equals == std::string::npos) failOnUsage("--set " + text + ": write it as NAME=VALUE");
+  if (equals == std::string::npos || equals == 0) {
+    failOnUsage("--set " + text + ": write it as NAME=VALUE");
+  }
   const std::string name = text.substr(0, equals);
   const std::string value = text.substr(equals + 1);
   const SettingRange* row = findSetting(name.c_str());
-  if (row == nullptr) {
-    std::vector<std::string> names;
-    for (int32_t i = 0; i < kSettingRangeCount; ++i) names.push_back(kSettingRanges[i].name);
-    failOnUsage("--set " + text + ": there is no setting \"" + name + "\"; did you mean \"" +
-                nearestName(name, names) + "\"?");
-  }
+  if (row == nullptr) failOnName(text, name);
 
   SettingAssignment assignment = {row, {0, 0, 0}};
   if (parseChoice(value, *row, &assignment.values[0])) return assignment;
   if (row->choices != nullptr && !looksLikeNumber(value)) {
-    failOnValue(text, *row,
-                "no such choice, perhaps \"" + nearestName(value, choicesOf(*row)) + "\"");
+    failOnValue(text, *row, "no such choice" + suggestionFor(value, choicesOf(*row)));
   }
+  if (parseHexColor(value, *row, assignment.values)) return assignment;
   const std::vector<std::string> parts = splitAtCommas(value);
   if (parts.size() != static_cast<size_t>(componentCount(*row))) {
     failOnValue(text, *row, componentCount(*row) == 3 ? "not three values" : "not one value");

@@ -17,6 +17,9 @@ struct SettingAssignment {
 };
 
 SettingAssignment parseAssignment(const std::string& text);
+
+// Whether the text begins with a setting's name and "=".
+bool isSettingAssignment(const std::string& text);
 void applyAssignment(const SettingAssignment& assignment, EffectSettings* settings);
 
 int componentCount(const SettingRange& row);

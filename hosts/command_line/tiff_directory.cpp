@@ -1,10 +1,12 @@
 #include "hosts/command_line/tiff_directory.h"
 
 #include <QtEndian>
-#include <cstdint>
 #include <iterator>
 #include <vector>
 
+constexpr uint16_t kBitsPerSample = 258;
+constexpr uint16_t kColorKind = 262;
+constexpr int64_t kSeparatedColors = 5;
 constexpr uint16_t kStripOffsets = 273;
 constexpr uint16_t kStripByteCounts = 279;
 constexpr uint16_t kTileOffsets = 324;
@@ -83,6 +85,24 @@ bool tiffIsWhole(const QByteArray& file) {
     if (offsets[i] + sizes[i] > file.size()) return false;
   }
   return true;
+}
+
+TiffSamples tiffSamples(const QByteArray& file) {
+  TiffSamples samples = {false, 1};
+  TiffBytes bytes = {file, file.startsWith("MM"), false};
+  if (numberAt(&bytes, 2, 2) != kClassicVersion) return samples;
+  const int64_t directory = numberAt(&bytes, 4, 4);
+  const int64_t entries = numberAt(&bytes, directory, 2);
+  for (int64_t i = 0; i < entries && !bytes.missing; ++i) {
+    const int64_t entry = directory + 2 + i * kEntryBytes;
+    const int64_t tag = numberAt(&bytes, entry, 2);
+    if (tag != kBitsPerSample && tag != kColorKind) continue;
+    const std::vector<int64_t> numbers = entryNumbers(&bytes, entry);
+    if (numbers.empty()) continue;
+    if (tag == kBitsPerSample) samples.bits = numbers[0];
+    if (tag == kColorKind) samples.cmyk = numbers[0] == kSeparatedColors;
+  }
+  return samples;
 }
 
 bool keepTiffColorsPlain(QByteArray* file) {

@@ -2,7 +2,7 @@
 #include "settings/setting_ranges.h"
 
 // The words that describe an argument have marks of their own.
-static std::string specText(const std::string& text) {
+static std::string descriptionText(const std::string& text) {
   std::string escaped;
   for (const char c : text) {
     if (c == ':' || c == '[' || c == ']' || c == '\\') escaped += '\\';
@@ -16,7 +16,8 @@ static std::string settingFunction() {
   std::string cases;
   for (int32_t i = 0; i < kSettingRangeCount; ++i) {
     const SettingRange& row = kSettingRanges[i];
-    names += "    " + shellQuoted(std::string(row.name) + ":" + specText(row.meaning)) + "\n";
+    names +=
+        "    " + shellQuoted(std::string(row.name) + ":" + descriptionText(row.meaning)) + "\n";
     const std::vector<std::string> words = choiceWords(i);
     if (words.empty()) continue;
     cases += "    " + std::string(row.name) + "=*) compset -P '*='; compadd -- " +
@@ -40,11 +41,11 @@ static std::string valueAction(const std::string& value) {
   return kinds.files ? files : " ";
 }
 
-static std::string argumentSpec(const OptionOutline& option) {
-  std::string value = ":" + specText(option.value) + ":" + valueAction(option.value);
+static std::string argumentLine(const OptionOutline& option) {
+  std::string value = ":" + descriptionText(option.value) + ":" + valueAction(option.value);
   if (option.positional) return shellQuoted((option.repeats ? "*" : "1") + value);
   if (option.value.empty()) value.clear();
-  const std::string rest = "[" + specText(option.meaning) + "]" + value;
+  const std::string rest = "[" + descriptionText(option.meaning) + "]" + value;
   if (option.repeats) return shellQuoted("*" + option.names.back() + rest);
   if (option.names.size() == 1) return shellQuoted(option.names[0] + rest);
   return "'(" + joinedWords(option.names) + ")'{" + joinedWords(option.names, ",") + "}" +
@@ -60,7 +61,7 @@ static std::string functionName(const CommandOutline& command) {
 static std::string commandFunctions(const CommandOutline& command) {
   std::string specs;
   for (const OptionOutline& option : command.options) {
-    specs += " \\\n    " + argumentSpec(option);
+    specs += " \\\n    " + argumentLine(option);
   }
   if (command.commands.empty()) {
     return functionName(command) + "() {\n  _arguments -s" + specs + "\n}\n\n";
@@ -70,7 +71,7 @@ static std::string commandFunctions(const CommandOutline& command) {
   std::string cases;
   for (const CommandOutline& below : command.commands) {
     script += commandFunctions(below);
-    names += " " + shellQuoted(below.name + ":" + specText(below.meaning));
+    names += " " + shellQuoted(below.name + ":" + descriptionText(below.meaning));
     cases += "        " + below.name + ") " + functionName(below) + " ;;\n";
   }
   return script + functionName(command) +

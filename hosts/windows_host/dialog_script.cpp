@@ -12,6 +12,7 @@ constexpr DWORD kPause = 10;
 
 static std::string scriptPath;
 static std::string dialogCaption;
+static HWND dialogOwner = nullptr;
 static std::string startFolder;  // choosers move the current one
 static DWORD userThread = 0;     // that runs the module and its windows
 static HANDLE scriptThread = nullptr;
@@ -246,11 +247,18 @@ static void play(HWND dialog, const std::string& action, std::istream* line) {
   settle();
 }
 
+static void checkOwner(HWND dialog) {
+  if (dialogOwner == nullptr) return;
+  if (GetWindow(dialog, GW_OWNER) != dialogOwner) failWith("the dialog has another owner");
+  if (IsWindowEnabled(dialogOwner)) failWith("the dialog leaves its owner to the user");
+}
+
 static DWORD WINAPI playScript(void*) {
   SetCursorPos(0, 0);  // where the real pointer tells no window of its moves
   HWND dialog = awaitWindow(isModuleDialog, "dialog of the module");
   HHOOK hook = SetWindowsHookExA(WH_GETMESSAGE, watchMessages, nullptr, userThread);
   settle();
+  checkOwner(dialog);
   std::ifstream script(scriptPath);
   if (!script) failWith(scriptPath + ": cannot be read");
   std::string text;
@@ -260,11 +268,13 @@ static DWORD WINAPI playScript(void*) {
     if (line >> action) play(dialog, action, &line);
   }
   UnhookWindowsHookEx(hook);
+  awaitEnd(dialog);
   return 0;
 }
 
-void startDialogScript(const std::string& path, const std::string& caption) {
+void startDialogScript(const std::string& path, const std::string& caption, void* owner) {
   scriptPath = path;
+  dialogOwner = static_cast<HWND>(owner);
   dialogCaption = caption;
   char folder[MAX_PATH] = {};
   GetCurrentDirectoryA(sizeof(folder), folder);

@@ -14,13 +14,14 @@
 //   controls FILE      every control's id and rectangle, "ID LEFT TOP RIGHT BOTTOM" a line
 //   close              as with the window's own button
 //
-// An action that waits in vain ends the program.
+// An action that waits in vain ends the program, and so does a script that leaves the dialog open.
 
 #pragma once
 
 #include <string>
 
-// Waits for the dialog with this caption in the thread that calls, and plays. `finishDialogScript`
-// waits for its end.
-void startDialogScript(const std::string& path, const std::string& caption);
+// Waits for the dialog with this caption in the thread that calls, and plays. The dialog has to
+// belong to the owner (null: any) and keep the user from it. `finishDialogScript` waits for the
+// script's end.
+void startDialogScript(const std::string& path, const std::string& caption, void* owner);
 void finishDialogScript();

@@ -1,7 +1,7 @@
 #include "hosts/windows_host/job.h"
 
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "hosts/substitute_host/substitute_host.h"
 #include "hosts/windows_host/dialog_script.h"
@@ -13,9 +13,10 @@
 #include "settings/effect_settings.h"
 
 const char kJobHelp[] =
-    "  --picture FILE      PPM, PGM or BMP to filter\n"
+    "  --picture FILE      PPM, PGM, PAM or BMP to filter\n"
     "  --mask FILE         selection, a PGM of the same size\n"
-    "  --output FILE       the result, PPM or PGM\n"
+    "  --area T,L,B,R      the part to filter: top, left, bottom, right\n"
+    "  --output FILE       the result: PPM, PGM, or PAM with transparency\n"
     "  --settings FILE     settings file to fill the parameter block with, before Start\n"
     "  --settings-output F settings file of what the parameter block holds afterwards\n"
     "  --environment FILE  picture files for the module to remember, written to the registry;\n"
@@ -25,9 +26,15 @@ const char kJobHelp[] =
     "  --kept-settings F   its file of the last confirmed settings afterwards\n"
     "  --seed NUMBER       time of day that the module is to find\n"
     "  --dialog SCRIPT     show the dialog and play a script in it (see dialog_script.h)\n"
+    "  --by-hand           show the dialog and leave it to you\n"
     "  --about             show the about box; with --dialog play a script in it\n"
     "  --repeat            the filter once more afterwards, without its dialog\n"
     "  --reload            the same with the module loaded anew and both blocks copied\n"
+    "  --again SCRIPT      this second time with its dialog\n"
+    "  --owner KIND        of the dialogs: window; gone (no window any more); missing (no word of "
+    "it)\n"
+    "  --manner NAME       harshCalls, hidesSizes, skipsFinish (see host_manners.h). May be given\n"
+    "                      several times\n"
     "  --withhold NAME     advanceState, displayPixels, colorServices, handles, buffers, mask,\n"
     "                      sampling; or movingBuffers. May be given several times\n";
 
@@ -42,15 +49,34 @@ static std::string* textOption(Job* job, const std::string& word) {
   if (word == "--kept-values") return &job->keptValuesOutput;
   if (word == "--kept-settings") return &job->keptSettingsOutput;
   if (word == "--dialog") return &job->dialogScript;
+  if (word == "--again") return &job->againScript;
+  if (word == "--owner") return &job->owner;
   return nullptr;
 }
 
 static bool* switchOption(Job* job, const std::string& word) {
   if (word == "--about") return &job->about;
+  if (word == "--by-hand") return &job->byHand;
   if (word == "--forget") return &job->forgets;
   if (word == "--repeat") return &job->repeats;
   if (word == "--reload") return &job->reloads;
   return nullptr;
+}
+
+static Rectangle parseArea(const std::string& text) {
+  int sides[4] = {};
+  if (std::sscanf(text.c_str(), "%d,%d,%d,%d", &sides[0], &sides[1], &sides[2], &sides[3]) != 4) {
+    failWith(text + " is no area");
+  }
+  return {static_cast<int16_t>(sides[0]), static_cast<int16_t>(sides[1]),
+          static_cast<int16_t>(sides[2]), static_cast<int16_t>(sides[3])};
+}
+
+static bool* mannerOf(HostManners* manners, const std::string& name) {
+  if (name == "harshCalls") return &manners->harshCalls;
+  if (name == "hidesSizes") return &manners->hidesSizes;
+  if (name == "skipsFinish") return &manners->skipsFinish;
+  failWith("no manner is called " + name);
 }
 
 Job parseJob(const std::vector<std::string>& words) {
@@ -67,6 +93,11 @@ Job parseJob(const std::vector<std::string>& words) {
     } else if (words[i] == "--seed") {
       job.hasSeed = true;
       job.seed = static_cast<unsigned>(std::strtoul(value.c_str(), nullptr, 10));
+    } else if (words[i] == "--area") {
+      job.hasArea = true;
+      job.area = parseArea(value);
+    } else if (words[i] == "--manner") {
+      *mannerOf(&job.manners, value) = true;
     } else if (words[i] == "--withhold") {
       job.withheld.push_back(value);
     } else {
@@ -141,8 +172,43 @@ static void saveParameterBlock(const std::string& path) {
   writeBytes(path, bytes);
 }
 
-static int16_t filterOnce(const Job& job) {
-  if (!job.dialogScript.empty()) return runFilter();
+// The window of the host that the module's dialogs belong to.
+static HWND makeOwner(const Job& job) {
+  if (job.owner.empty() || job.owner == "missing") return nullptr;
+  HWND window = CreateWindowExA(0, "STATIC", "windows_host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40,
+                                40, 400, 300, nullptr, nullptr, nullptr, nullptr);
+  if (job.owner == "gone") {
+    DestroyWindow(window);
+  } else if (job.owner != "window") {
+    failWith("no owner is called " + job.owner);
+  }
+  return window;
+}
+
+static void dismissOwner(const Job& job, HWND owner) {
+  if (job.owner != "window") return;
+  if (!IsWindowEnabled(owner)) failWith("the module leaves its owner disabled");
+  DestroyWindow(owner);
+}
+
+static const char* captionOf(const Job& job) {
+  return job.about ? "About Morvalis" : "Morvalis";
+}
+
+// One call with a dialog of the module, played by the script when there is one.
+template <typename Call>
+static int16_t withScript(const Job& job, const std::string& script, HWND owner, Call call) {
+  const bool played = !script.empty();
+  if (played) startDialogScript(script, captionOf(job), job.owner == "window" ? owner : nullptr);
+  const int16_t result = call();
+  if (played) finishDialogScript();
+  return result;
+}
+
+static int16_t filterOnce(const Job& job, HWND owner) {
+  if (job.byHand || !job.dialogScript.empty()) {
+    return withScript(job, job.dialogScript, owner, runFilter);
+  }
   const int16_t result = callSelector(kSelectorPrepare);
   if (result != kNoError) return result;
   if (!job.settings.empty()) fillParameterBlock(job.settings);
@@ -155,13 +221,14 @@ static void load(const Job& job, const std::string& modulePath) {
   if (job.hasSeed) fixModuleClock(job.seed);
 }
 
-static int16_t filterAgain(const Job& job, const std::string& modulePath) {
+static int16_t filterAgain(const Job& job, HWND owner, const std::string& modulePath) {
   if (job.reloads) {
     copyKeptBlocks();
     unloadModule();
     load(job, modulePath);
   }
-  return repeatFilter();
+  return job.againScript.empty() ? repeatFilter()
+                                 : withScript(job, job.againScript, owner, runFilter);
 }
 
 int runJob(const Job& job, const std::string& modulePath) {
@@ -172,12 +239,18 @@ int runJob(const Job& job, const std::string& modulePath) {
   if (job.forgets) forgetKeptValues();
   setKeptValue("ChromeFile", job.environment);
   setKeptValue("TextureFile", job.texture);
-  if (!job.dialogScript.empty()) {
-    startDialogScript(job.dialogScript, job.about ? "About Morvalis" : "Morvalis");
+  HWND owner = makeOwner(job);
+  hostRecord()->platformData->hwnd = owner;
+  if (job.owner == "missing") hostRecord()->platformData = nullptr;
+  if (job.hasArea) setFilterRect(job.area);
+  setHostManners(job.manners);
+  const auto showAbout = [owner] { return callAbout(owner); };
+  int16_t result =
+      job.about ? withScript(job, job.dialogScript, owner, showAbout) : filterOnce(job, owner);
+  if (result == kNoError && (job.repeats || job.reloads || !job.againScript.empty())) {
+    result = filterAgain(job, owner, modulePath);
   }
-  int16_t result = job.about ? callAbout() : filterOnce(job);
-  if (!job.dialogScript.empty()) finishDialogScript();
-  if (result == kNoError && (job.repeats || job.reloads)) result = filterAgain(job, modulePath);
+  dismissOwner(job, owner);
   if (!job.settingsOutput.empty()) saveParameterBlock(job.settingsOutput);
   if (!job.keptValuesOutput.empty()) saveKeptValues(job.keptValuesOutput);
   if (!job.keptSettingsOutput.empty()) saveKeptSettings(job.keptSettingsOutput);

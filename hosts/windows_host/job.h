@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "hosts/windows_host/host_manners.h"
+#include "services/rectangle.h"
+
 struct Job {
   std::string picture;
   std::string mask;
@@ -14,6 +17,12 @@ struct Job {
   bool hasSeed = false;
   unsigned seed = 0;
   std::string dialogScript;
+  bool byHand = false;      // the dialog is left to whoever sits there
+  std::string againScript;  // for a second dialog
+  std::string owner;        // of the dialogs: "" none, "window", "gone", "missing"
+  bool hasArea = false;
+  Rectangle area = {};
+  HostManners manners;
   std::string output;
   std::string settingsOutput;
   std::string keptValuesOutput;

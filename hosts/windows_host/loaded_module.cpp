@@ -3,20 +3,11 @@
 #include <cstring>
 #include <vector>
 
-#include "entry/entry_point.h"
 #include "entry/host_interface.h"
 #include "platform/windows/windows_api.h"
 
-using Entry = decltype(&ENTRYPOINT);
-
 static HMODULE module = nullptr;
-static Entry entry = nullptr;
-
-// The substitute host calls this; what answers is the loaded module.
-extern "C" void MORVALIS_CALL ENTRYPOINT(int16_t selector, void* parameterBlock, intptr_t* dataSlot,
-                                         int16_t* result) {
-  entry(selector, parameterBlock, dataSlot, result);
-}
+static ModuleEntry entry = nullptr;
 
 // --- The module's description ---------------------------------------------------------------
 
@@ -90,8 +81,12 @@ std::string loadModule(const std::string& path) {
   if (module == nullptr) return "cannot be loaded: error " + std::to_string(GetLastError());
   FARPROC found = GetProcAddress(module, description.entryName.c_str());
   if (found == nullptr) return "does not export " + description.entryName;
-  entry = reinterpret_cast<Entry>(reinterpret_cast<void*>(found));
+  entry = reinterpret_cast<ModuleEntry>(reinterpret_cast<void*>(found));
   return "";
+}
+
+ModuleEntry moduleEntry() {
+  return entry;
 }
 
 void unloadModule() {

@@ -5,11 +5,17 @@
 #include <cstdint>
 #include <string>
 
+#include "entry/entry_point.h"
+
+using ModuleEntry = decltype(&ENTRYPOINT);
+
 // Finds the module's description, takes the entry for this program's own kind of process, and loads
-// the module. The reason when it cannot be used; "" when it can. Until unloadModule, ENTRYPOINT is
-// the module's.
+// the module. The reason when it cannot be used; "" when it can.
 std::string loadModule(const std::string& path);
 void unloadModule();
+
+// Of the loaded module.
+ModuleEntry moduleEntry();
 
 // What the loaded module takes for the time of day, in seconds: from it come its random numbers.
 void fixModuleClock(uint32_t seconds);

@@ -27,19 +27,39 @@ void writeBytes(const std::string& path, const std::vector<uint8_t>& bytes) {
   if (!file.flush()) failWith(path + ": cannot be written");
 }
 
-// "P5" or "P6", width, height and 255, then the samples.
+// "P5" or "P6", width, height and 255.
+static void readShortHeader(std::istream* file, const std::string& kind, HostPicture* picture,
+                            int32_t* largest) {
+  *file >> picture->width >> picture->height >> *largest;
+  picture->planes = kind == "P6" ? 3 : 1;
+}
+
+// "P7", words that each have a value behind them, and ENDHDR.
+static void readLongHeader(std::istream* file, HostPicture* picture, int32_t* largest) {
+  for (std::string word; *file >> word && word != "ENDHDR";) {
+    std::string value;
+    *file >> value;
+    const int32_t number = std::atoi(value.c_str());
+    if (word == "WIDTH") picture->width = number;
+    if (word == "HEIGHT") picture->height = number;
+    if (word == "DEPTH") picture->planes = number;
+    if (word == "MAXVAL") *largest = number;
+  }
+}
+
 static HostPicture readNetpbm(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   std::string kind;
   HostPicture picture;
   int32_t largest = 0;
-  file >> kind >> picture.width >> picture.height >> largest;
+  file >> kind;
+  if (kind == "P5" || kind == "P6") readShortHeader(&file, kind, &picture, &largest);
+  if (kind == "P7") readLongHeader(&file, &picture, &largest);
   file.get();
-  if (!file || (kind != "P5" && kind != "P6") || largest != 255 || picture.width < 1 ||
-      picture.height < 1) {
-    failWith(path + ": is no binary PPM or PGM of 8 bits");
+  if (!file || largest != 255 || picture.width < 1 || picture.height < 1 || picture.planes < 1 ||
+      picture.planes > 4) {
+    failWith(path + ": is no binary PPM, PGM or PAM of 8 bits");
   }
-  picture.planes = kind == "P6" ? 3 : 1;
   picture.samples.resize(static_cast<size_t>(picture.width) * static_cast<size_t>(picture.height) *
                          static_cast<size_t>(picture.planes));
   file.read(reinterpret_cast<char*>(picture.samples.data()),
@@ -93,15 +113,21 @@ HostMask readMask(const std::string& path, const HostPicture& picture) {
   return mask.samples;
 }
 
-void writePicture(const std::string& path, const HostPicture& picture) {
-  const int32_t written = picture.planes < 3 ? 1 : 3;
-  const std::string header = (written == 1 ? "P5\n" : "P6\n") + std::to_string(picture.width) +
-                             " " + std::to_string(picture.height) + "\n255\n";
-  std::vector<uint8_t> bytes(header.begin(), header.end());
-  for (size_t i = 0; i < picture.samples.size(); ++i) {
-    const auto plane = static_cast<int32_t>(i % static_cast<size_t>(picture.planes));
-    if (plane < written) bytes.push_back(picture.samples[i]);
+static std::string headerOf(const HostPicture& picture) {
+  const std::string width = std::to_string(picture.width);
+  const std::string height = std::to_string(picture.height);
+  if (picture.planes == 1 || picture.planes == 3) {
+    return (picture.planes == 1 ? "P5\n" : "P6\n") + width + " " + height + "\n255\n";
   }
+  return "P7\nWIDTH " + width + "\nHEIGHT " + height + "\nDEPTH " + std::to_string(picture.planes) +
+         "\nMAXVAL 255\nTUPLTYPE " + (picture.planes == 2 ? "GRAYSCALE_ALPHA" : "RGB_ALPHA") +
+         "\nENDHDR\n";
+}
+
+void writePicture(const std::string& path, const HostPicture& picture) {
+  const std::string header = headerOf(picture);
+  std::vector<uint8_t> bytes(header.begin(), header.end());
+  bytes.insert(bytes.end(), picture.samples.begin(), picture.samples.end());
   writeBytes(path, bytes);
 }
 

@@ -1,5 +1,5 @@
-// picture_files: the files that this host takes and gives: PPM and PGM (8 bits, binary), and BMP
-// for input. Each ends the program with the reason when a file is not what it should be.
+// picture_files: the files that this host takes and gives: PPM, PGM and PAM (8 bits, binary), and
+// BMP for input. Each ends the program with the reason when a file is not what it should be.
 
 #pragma once
 
@@ -14,7 +14,7 @@ HostPicture readPicture(const std::string& path);
 // A grey picture of the size of another one.
 HostMask readMask(const std::string& path, const HostPicture& picture);
 
-// PGM for one plane, PPM for three; more planes are left out.
+// PGM for one plane, PPM for three, PAM for two and four.
 void writePicture(const std::string& path, const HostPicture& picture);
 
 // Rows from the top, 0x00RRGGBB a pixel, as a BMP file of 32 bits.

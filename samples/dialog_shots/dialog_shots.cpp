@@ -64,7 +64,7 @@ static void shoot(const Folders& folders, const Scene& scene) {
   switches.displayPixels = scene.preview;
   switches.display = drawIntoTarget;
   const OpenHost host(switches, picture.colors,
-                      loadSelection(folders.samples + "/letters.png", picture, file));
+                      loadSelection(folders.samples + "/letters.png", picture, file).mask);
   checkResult(callSelector(kSelectorParameters), file);
   copySettings(plan.settings, moduleSettings(file));
   visitWindow([] { callSelector(kSelectorStart); },

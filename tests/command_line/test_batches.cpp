@@ -73,8 +73,13 @@ TEST_F(Batches, NeverWriteOneResultOverAnother) {
   for (const char* jobs : {"0", "-1", "x", "257", "1.5", ""}) {
     expectUsage({"apply", "a.png", "-o", "x.png", "--jobs", jobs}, "1 to 256");
   }
-  // In place is allowed: every picture is read before it is replaced.
-  EXPECT_EQ(run({"apply", "a.png", "b.png", "-o", "{name}.png", "--quiet"}).exitCode, 0);
+  // {name} never stands for the picture itself; a single one may be replaced by its full name.
+  const QByteArray before = read("a.png");
+  expectUsage({"apply", "a.png", "b.png", "-o", "{name}.png"}, "a.png would replace it");
+  expectUsage({"apply", "a.png", "-o", "out/../{name}.png"}, "a.png would replace it");
+  EXPECT_EQ(read("a.png"), before);
+  EXPECT_EQ(run({"apply", "a.png", "-o", "a.png", "--quiet"}).exitCode, 0);
+  EXPECT_NE(read("a.png"), before);
 }
 
 TEST_F(Batches, StopAtAnInterruptionAndLeaveNothingHalf) {
@@ -168,8 +173,20 @@ TEST_F(Batches, SuggestTheNearestCommandAndOption) {
   expectUsage({"apply", "a.png", "-o", "x.png", "--enviroment=x"}, "did you mean --environment?");
   expectUsage({"gallery", "a.png", "-o", "x.png", "--preset", "p"}, "did you mean --presets?");
   expectUsage({"completion", "bsh"}, "did you mean bash?");
-  expectUsage({"apply", "a.png", "-o", "x.png", "--last", "--preset", "p"}, "--last");
-  expectUsage({"preset"}, "morvalis preset --help");
+  expectUsage({"apply", "a.png", "-o", "x.png", "--env", "x"}, "did you mean --environment?");
+  expectUsage({"-V"}, "did you mean --version?");
+  expectUsage({"help", "aply"}, "did you mean apply?");
+  // Nothing is better than something far off.
+  for (const QStringList& far : {QStringList{"frobnicate"}, QStringList{"completion", "tcsh"},
+                                 QStringList{"apply", "a.png", "-o", "x.png", "-x"}}) {
+    EXPECT_FALSE(run(far).errors.contains("did you mean")) << far.join(" ").toStdString();
+  }
+}
+
+TEST_F(Batches, HelpInTwoWays) {
+  EXPECT_EQ(run({"help"}).output, run({"--help"}).output);
+  EXPECT_EQ(run({"help", "preset", "save"}).output, run({"preset", "save", "--help"}).output);
+  EXPECT_TRUE(run({"help", "apply"}).output.contains("Usage: morvalis apply "));
 }
 
 TEST_F(Batches, ListSettingsForPrograms) {
@@ -199,6 +216,8 @@ TEST_F(Batches, DescribeThemselvesInFull) {
     EXPECT_FALSE(line.startsWith('\'')) << line.toStdString();
   }
 
+  EXPECT_FALSE(manual.contains("\n.br\n.SH"));
+
   const auto completed = [this](const QString& line) {
     const QString script =
         "source <(\"$0\" completion bash); compopt() { :; }; COMP_LINE='" + line +
@@ -207,6 +226,7 @@ TEST_F(Batches, DescribeThemselvesInFull) {
   };
   EXPECT_EQ(completed("morvalis pre"), "preset");
   EXPECT_EQ(completed("morvalis preset "), "show save");
+  EXPECT_EQ(completed("morvalis help g"), "gallery");
   EXPECT_EQ(completed("morvalis apply a.png --pi"), "--pictures");
   EXPECT_EQ(completed("morvalis apply a.png --set iri"), "iriTableChoice= iridescence= iriColors=");
   EXPECT_EQ(completed("morvalis preset save x --set shape=double"), "double-ridge");

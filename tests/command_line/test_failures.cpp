@@ -57,6 +57,24 @@ TEST_F(Failures, OfThePicture) {
   }
   write("short.tiff", QByteArray::fromHex("49492a000800"));
   expectUnreadable("short.tiff", "is ");
+  // Whole, but of kinds that the picture library does not take: one pixel of 16-bit CMYK, and a
+  // packed picture that begins like an icon.
+  write("cmyk.tif", QByteArray::fromHex("49492a0010000000"
+                                        "1000100010001000"  // bits of each sample
+                                        "0900"
+                                        "000103000100000001000000"
+                                        "010103000100000001000000"
+                                        "020103000400000008000000"
+                                        "030103000100000001000000"
+                                        "060103000100000005000000"
+                                        "110104000100000008000000"
+                                        "150103000100000004000000"
+                                        "160103000100000001000000"
+                                        "170104000100000008000000"
+                                        "00000000"));
+  expectUnreadable("cmyk.tif", "holds CMYK colours of 16 bits, which cannot be read here");
+  write("packed.tga", QByteArray::fromHex("00000a000000000000000000040002001800830a141e830a141e"));
+  expectUnreadable("packed.tga", "is not a picture that can be read here; of TGA files those");
 
   // Refused by what the header says; the samples are not there.
   QByteArray wide = pngFile(1, 1, 0, "a");
@@ -75,6 +93,13 @@ TEST_F(Failures, OfTheSelection) {
   save(colorPicture().scaled(10, 9), "small.png");
   expectApplyFails({"in.png", "-o", "out.png", "--mask", "small.png"}, 1,
                    "small.png: is 10 x 9 pixels, but in.png is 24 x 18");
+  // A camera's note that the picture has to be turned a quarter to the right.
+  save(colorPicture(), "turned.jpg");
+  write("turned.jpg", read("turned.jpg")
+                          .insert(2, QByteArray::fromHex("ffe1002245786966000049492a0008000000"
+                                                         "010012010300010000000600000000000000")));
+  expectApplyFails({"turned.jpg", "-o", "out.png", "--mask", "in.png"}, 1,
+                   "turned.jpg is 18 x 24 (turned as its orientation says)");
   expectApplyFails({"in.png", "-o", "out.png", "--mask", "missing.png"}, 1,
                    "missing.png: there is");
   expectApplyFails({"in.png", "-o", "out.png", "--mask", "alpha"}, 1, "in.png: has no alpha");
@@ -89,6 +114,15 @@ TEST_F(Failures, OfTheResult) {
   // Judged before anything is read.
   expectApplyFails({"missing.png", "-o", "out.xyz"}, 2, ".png, .jpg");
   expectApplyFails({"missing.png", "-o", "out"}, 2, ".tiff, .webp");
+  expectApplyFails({"missing.png", "-o", "out.GIF"}, 2, ".gif files cannot be written; there are");
+  const QString longName(100000, 'x');
+  expectApplyFails({"missing.png", "-o", longName + ".png"}, 1, "its name is too long");
+  expectApplyFails({"missing.png", "-o", longName + "/out.png"}, 1, "its name is too long");
+  expectApplyFails({"", "-o", "out.png"}, 1, "\"\": there is no such file");
+  // What is wrong is told, and not buried in the name.
+  const RunResult buried = run({"apply", QString::fromUtf8("\u00fc") + longName, "-o", "out.png"});
+  EXPECT_TRUE(buried.errors.endsWith("x: there is no such file\n"));
+  EXPECT_LT(buried.errors.size(), 1000);
   expectApplyFails({"missing.png", "-o", "none/out.png"}, 1, "its folder does not exist");
   expectApplyFails({"missing.png", "-o", "/proc/out.png"}, 1, "its folder cannot be written to");
   expectApplyFails({"missing.png", "-o", "in.png/out.png"}, 1, "its folder");
@@ -100,7 +134,7 @@ TEST_F(Failures, OfTheResult) {
   save(colorPicture(), "kept.bmp");
   const QByteArray kept = read("kept.bmp");
   expectFailure(runShell("ulimit -f 2; \"$0\" apply large.png -o kept.bmp --quiet"), 1,
-                "kept.bmp: cannot be written");
+                "kept.bmp: cannot be written: File too large");
   EXPECT_EQ(read("kept.bmp"), kept);
   EXPECT_EQ(files(), QStringList({"clear.png", "in.png", "kept.bmp", "large.png"}));
 }
@@ -134,11 +168,27 @@ TEST_F(Failures, ByInterruption) {
 }
 
 TEST_F(Failures, OfUsage) {
-  expectFailure(run({}), 2, "--help");
-  expectFailure(run({"frobnicate"}), 2, "--help");
-  expectApplyFails({"in.png"}, 2, "morvalis apply --help");
-  expectApplyFails({"-o", "out.png"}, 2, "IMAGE");
-  expectApplyFails({"in.png", "-o", "out.png", "--wrong"}, 2, "--wrong");
+  const RunResult bare = run({});
+  EXPECT_EQ(bare.exitCode, 2);
+  EXPECT_EQ(bare.output, "");
+  EXPECT_TRUE(bare.errors.contains("Usage: morvalis") && bare.errors.contains("  gallery "));
+  expectFailure(run({"frobnicate"}), 2, "there is no command frobnicate (see `morvalis --help`)");
+  expectFailure(run({"preset"}), 2, "a command is missing: show or save");
+  expectFailure(run({"preset", "show", "in.png", "b"}), 2, "\"b\" is one argument too many");
+  expectFailure(run({"completion"}), 2, "SHELL is missing");
+  expectApplyFails({"in.png"}, 2, "--output OUT is missing (see `morvalis apply --help`)");
+  expectApplyFails({"-o", "out.png"}, 2, "IMAGE is missing");
+  expectApplyFails({"in.png", "-o", "out.png", "-o", "b.png"}, 2,
+                   "--output is given more than once");
+  expectApplyFails({"in.png", "-o"}, 2, "--output needs a value: OUT");
+  expectApplyFails({"in.png", "-o", "out.png", "--quiet=x"}, 2, "--quiet takes no value");
+  expectApplyFails({"in.png", "-o", "out.png", "--last", "--preset", "gold"}, 2,
+                   "--preset and --last exclude each other");
+  expectApplyFails({"--", "in.png", "-o", "out.png"}, 2, "put -o before it");
+  expectApplyFails({"in.png", "-o", "out.png", "--set", "radius=5", "height=20"}, 2,
+                   "height=20: put --set before it");
+  expectFailure(run({"preset", "save", "out.q9q", "--set", "radius=5", "height=20"}), 2,
+                "height=20: put --set before it");
   for (const char* seed : {"-1", "4294967296", "x", "1.5"}) {
     expectApplyFails({"in.png", "-o", "out.png", "--seed", seed}, 2, "0 to 4294967295");
   }

@@ -66,6 +66,49 @@ TEST_F(Pictures, AreMixedByTheSelectionExactly) {
             renderHere(source, 3, {}));
 }
 
+TEST_F(Pictures, StayAsTheyAreUnderAnEmptySelectionWhichIsTold) {
+  save(colorPicture(), "in.png");
+  QImage black(24, 18, QImage::Format_RGBA8888);
+  black.fill(Qt::black);
+  save(black.convertToFormat(QImage::Format_RGB888), "black.png");
+  for (int i = 0; i < 9; ++i) black.setPixel(i, i, qRgba(0, 0, 0, 0));
+  save(black, "shape.png");  // as an editor exports a black shape
+  black.fill(Qt::transparent);
+  save(black, "clear.png");
+  const auto told = [this](const QString& image, const QStringList& more) {
+    const RunResult result = run(QStringList{"apply", image, "-o", "out.png", "--quiet"} + more);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(QImage(path("out.png")), QImage(path(image)));
+    EXPECT_LE(result.errors.count('\n'), 1);
+    return result.errors;
+  };
+  EXPECT_TRUE(told("in.png", {"--mask", "black.png"}).contains("black.png: selects nothing"));
+  EXPECT_TRUE(told("in.png", {"--mask", "shape.png"}).contains("paint the shape white"));
+  EXPECT_TRUE(told("in.png", {"--mask", "clear.png"}).contains("transparent everywhere"));
+  EXPECT_TRUE(told("shape.png", {"--mask", "./shape.png"}).contains("--mask alpha"));
+  EXPECT_TRUE(told("clear.png", {}).contains("--mask none"));
+}
+
+TEST_F(Pictures, TellWhatTheirResultsLose) {
+  const auto told = [this](const QString& image, const QString& output) {
+    const RunResult result = run({"apply", image, "-o", output, "--mask", "none", "--seed", "7"});
+    EXPECT_EQ(result.exitCode, 0);
+    return result.errors;
+  };
+  save(colorPicture().convertToFormat(QImage::Format_RGBX64), "deep.png");
+  EXPECT_EQ(told("deep.png", "out.png"),
+            "morvalis: warning: deep.png: its samples of 16 bits become 8\n");
+  save(greyPicture(), "grey.png");
+  EXPECT_EQ(told("grey.png", "out.png"), "");
+  // Two frames of one pixel.
+  const QByteArray frame = QByteArray::fromHex("21f904000a00ff00") +
+                           QByteArray::fromHex("2c0000000001000100000202440100");
+  write("two.gif", QByteArray("GIF89a") + QByteArray::fromHex("01000100800000000000ffffff") +
+                       frame + frame + ";");
+  EXPECT_EQ(told("two.gif", "{name}.png"),
+            "morvalis: warning: two.gif: only the first of its 2 pictures is taken\n");
+}
+
 TEST_F(Pictures, KeepTheirAlphaAndTheColoursUnderIt) {
   const QImage source = colorPicture(true);
   for (const QString format : {"png", "tiff"}) {
@@ -102,6 +145,11 @@ TEST_F(Pictures, PassThroughEveryFormat) {
     save(colorPicture(), "in." + format);
     EXPECT_EQ(pixelsOf(apply("in." + format, "out.png")), expected) << format.toStdString();
   }
+  QImage even(200, 200, QImage::Format_RGB888);
+  even.fill(Qt::gray);
+  save(even, "even.png");
+  apply("even.png", "even.tif", {"--set", "textureChoice=none"});
+  EXPECT_LT(read("even.tif").size(), 200 * 200);  // packed
   for (const QString format : {"jpg", "JPEG"}) {
     const std::vector<uint8_t> close = pixelsOf(apply("in.png", "out." + format));
     double difference = 0;
@@ -172,6 +220,15 @@ TEST_F(Pictures, KeepResolutionTextAndProfiles) {
   for (const QString format : {"tiff", "webp"}) {
     EXPECT_EQ(apply("in.png", "out." + format).colorSpace(), QColorSpace(QColorSpace::AdobeRgb));
   }
+  // Comments that are no pairs of key and value stay what they are, and as many.
+  const QByteArray comments =
+      QByteArray::fromHex("fffe0004") + "hi" + QByteArray::fromHex("fffe0006") + "a: b";
+  save(greyPicture(), "said.jpg");
+  write("said.jpg", read("said.jpg").insert(2, comments));
+  apply("said.jpg", "out.jpg");
+  EXPECT_TRUE(read("out.jpg").contains(comments));
+  EXPECT_EQ(read("out.jpg").count("\xFF\xFE"), 2);
+  EXPECT_EQ(apply("said.jpg", "out.png").text("a"), "b");
   // Byte for byte, also one that the picture library drops.
   const auto profileIn = [this](const QString& name) {
     const QByteArray chunk = findPngChunk(read(name), "iCCP");
@@ -227,6 +284,14 @@ TEST_F(Pictures, AreTheSameFromTheSameSeed) {
   EXPECT_EQ(read("out.png"), read("again.png"));
   ASSERT_EQ(run({"apply", "in.png", "-o", "other.png", "--seed", "4294967295"}).exitCode, 0);
   EXPECT_NE(read("out.png"), read("other.png"));
+  // Nothing to tell where nothing is drawn by chance.
+  const QStringList plain = {"apply", "in.png",        "--set", "textureChoice=none",
+                             "--set", "glassiness=50", "--set", "iriColors=50",
+                             "-o"};
+  ASSERT_EQ(run(plain + QStringList{"out.png", "--seed", "1"}).exitCode, 0);
+  const RunResult silent = run(plain + QStringList{"again.png"});
+  EXPECT_EQ(silent.output + silent.errors, "");
+  EXPECT_EQ(read("out.png"), read("again.png"));
 }
 
 TEST_F(Pictures, TakeAnEnvironmentAndATextureFromAnyPath) {

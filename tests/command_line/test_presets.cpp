@@ -174,6 +174,16 @@ TEST_F(Presets, OpenWithTheirPicturesElsewhere) {
   save(greyPicture().scaled(20, 20), "set/" + usual + "/" + written);
   EXPECT_EQ(apply("in.png", "again.png", preset), exact);
 
+  // What mirrors nothing needs no environment, unless an option asks for one.
+  const QStringList dull = preset + QStringList{"--pictures", "set", "--set", "reflection=0"};
+  EXPECT_EQ(apply("in.png", "dull.png", dull), apply("in.png", "default.png"));
+  expectFails(QStringList{"apply", "in.png", "-o", "out.png", "--environment", "none.bmp"} + dull,
+              1, "none.bmp: there is no such file");
+  EXPECT_EQ(run(QStringList{"apply", "in.png", "-o", "x.png", "--quiet", "--set", "reflection=1"} +
+                preset + QStringList{"--pictures", "set"})
+                .exitCode,
+            1);
+
   // A name that would not be found again is not saved.
   for (const char* name : {"\u0416.bmp", "picture.dib", "none"}) {
     save(colorPicture(), "x.bmp");
@@ -183,6 +193,35 @@ TEST_F(Presets, OpenWithTheirPicturesElsewhere) {
                 "cannot name");
   }
   EXPECT_FALSE(files().contains("no.q9q"));
+}
+
+TEST_F(Presets, ThatComeWithTheProgramAreKnownByName) {
+  // The program of this build lies elsewhere than an installed one.
+  const QDir own(MORVALIS_TEST_DATA "/../../presets");
+  QDir(path("")).mkpath("root/bin");
+  QDir(path("")).mkpath("root/share/morvalis");
+  ASSERT_TRUE(QFile::copy(MORVALIS_PROGRAM, path("root/bin/morvalis")));
+  ASSERT_TRUE(QFile::link(own.absolutePath(), path("root/share/morvalis/presets")));
+  const QString installed = "root/bin/morvalis ";
+  const QByteArray direct = run({"preset", "show", own.filePath("old copper.q9q")}).output.toUtf8();
+  for (const QString name : {"old-copper", "Old_Copper", "'old copper'", "old-copper.q9q"}) {
+    EXPECT_EQ(runShell(installed + "preset show " + name).output.toUtf8(), direct)
+        << name.toStdString();
+  }
+  const RunResult applied = runShell(installed +
+                                     "apply in.png -o named.png --seed 7 --quiet "
+                                     "--preset old-copper");
+  EXPECT_EQ(applied.exitCode, 0) << applied.errors.toStdString();
+  EXPECT_EQ(QImage(path("named.png")),
+            apply("in.png", "direct.png", {"--preset", own.filePath("old copper.q9q")}));
+  // A file of one's own comes first, and a slip is told.
+  const RunResult saved = run({"preset", "save", "old-copper", "--set", "radius=3"});
+  EXPECT_EQ(saved.exitCode, 0);
+  EXPECT_TRUE(saved.errors.contains("warning: old-copper: does not end in .q9q"));
+  EXPECT_NE(runShell(installed + "preset show old-copper").output.toUtf8(), direct);
+  const RunResult slip = runShell(installed + "preset show chrom");
+  EXPECT_EQ(slip.exitCode, 1);
+  EXPECT_TRUE(slip.errors.contains("did you mean chrome?")) << slip.errors.toStdString();
 }
 
 TEST_F(Presets, OfOldVersionsShowWhatReadingThemGives) {
@@ -259,12 +298,31 @@ TEST_F(Presets, ReplaceAFileWholeOrNotAtAll) {
   EXPECT_EQ(files(), list);
 }
 
+// Names that this system cannot spell, and more bytes than memory holds, are no reason to change or
+// refuse a file.
+TEST_F(Presets, KeepWhatTheyCannotUse) {
+  EffectSettings settings;
+  fillDefaultSettings(&settings);
+  settings.light1Dir = settings.light2Dir = {0.5F, -0.25F, 1};  // whole hundredths
+  const std::string longest(kPathBytes - 1, '\xE4');
+  const char* const names[kPictureNames] = {"sky/sea\\\x81.bmp", longest.c_str()};
+  uint8_t bytes[kLongestEncodedSettings];
+  const size_t count = encodeNamedSettings(&settings, names, bytes);
+  write("from.q9q", QByteArray(reinterpret_cast<char*>(bytes), static_cast<qsizetype>(count)));
+  savePreset("copy.q9q", {"--preset", "from.q9q"});
+  EXPECT_EQ(read("copy.q9q"), read("from.q9q"));
+
+  ASSERT_TRUE(QFile::resize(path("from.q9q"), qint64{1} << 40));
+  EXPECT_EQ(shown("from.q9q")["gloss"], 50);
+}
+
 TEST_F(Presets, OfTheLastDialogAreTakenUp) {
   const QString start = "export XDG_STATE_HOME=$PWD/state XDG_CONFIG_HOME=$PWD/config; ";
   const QString last = start + "\"$0\" apply in.png -o last.png --seed 7 --quiet --last ";
   const RunResult none = runShell(last);
   EXPECT_EQ(none.exitCode, 1);
-  EXPECT_TRUE(none.errors.contains("no dialog has been confirmed")) << none.errors.toStdString();
+  EXPECT_TRUE(none.errors.contains("no dialog has been confirmed yet; `morvalis edit`"))
+      << none.errors.toStdString();
 
   const QStringList look = {"--set", "reflection=80", "--set", "radius=6"};
   savePreset("look.q9q", look + QStringList{"--environment", "stripes.bmp"});

@@ -73,6 +73,11 @@ TEST_F(Settings, ReachTheRenderAndTheLastOneCounts) {
   EXPECT_EQ(lit, apply("in.png", "again.png",
                        {"--set", "light1Color=0,9,0", "--set", "light1Color=65535,0,0"}));
   EXPECT_NE(plain, apply("in.png", "dir.png", {"--set", "light1Dir=0.6,1e-3,.8"}));
+  for (const char* red : {"#ff0000", "#F00"}) {
+    EXPECT_EQ(lit, apply("in.png", "hex.png", {"--set", QString("light1Color=") + red})) << red;
+  }
+  EXPECT_EQ(apply("in.png", "grey.png", {"--set", "light1Color=#18a0ff"}),
+            apply("in.png", "grey16.png", {"--set", "light1Color=6168,41120,65535"}));
 }
 
 TEST_F(Settings, AreRefusedOutsideTheirRange) {
@@ -94,12 +99,19 @@ TEST_F(Settings, AreRefusedOutsideTheirRange) {
     expectRefused(QString("light2Dir=") + value, "-1 to 1");
   }
   expectRefused("light1Color=0,0,0.5", "0 to 65535");
+  for (const char* color : {"#", "#ff", "#ff00", "#ff000", "#ff00000", "#gg0000", "#-1-1-1"}) {
+    expectRefused(QString("light1Color=") + color, "#RRGGBB");
+  }
+  expectRefused("radius=#fff", "2 to 100");
 }
 
 TEST_F(Settings, AreSuggestedByNearestName) {
-  expectRefused("radus=5", "\"radius\"");
-  expectRefused("Shape=5", "\"shape\"");
+  expectRefused("radus=5", "did you mean radius?");
+  expectRefused("Shape=5", "did you mean shape?");
   expectRefused("radius", "NAME=VALUE");
-  expectRefused("shape=chizel", "\"chisel\"");
-  expectRefused("blendMode=scren", "\"screen\"");
+  expectRefused("=5", "NAME=VALUE");
+  expectRefused("shape=chizel", "did you mean chisel?");
+  expectRefused("blendMode=scren", "did you mean screen?");
+  expectRefused("seed=4", "but an option --seed");
+  expectRefused("quux=4", "there is no setting \"quux\"\n");
 }

@@ -76,6 +76,10 @@ class WindowsDialog : public ::testing::TestWithParam<int> {
 
   void expectSameWindow(const std::string& shot);
 
+  std::vector<uint8_t> outputThere() {
+    return readSamples(folder_ + "/output.ppm", filteredPicture().samples.size());
+  }
+
   std::string readText(const std::string& file) {
     const std::vector<uint8_t> bytes = readBytes(folder_ + "/" + file);
     return std::string(bytes.begin(), bytes.end());
@@ -179,7 +183,7 @@ TEST_P(WindowsDialog, EveryControl) {
   EXPECT_EQ(readBytes(folder_ + "/random.q9q"), randomThere);
   expectSameSettings();
   for (const auto& shot : shots_) expectSameWindow(shot.first);
-  EXPECT_EQ(readPicture(folder_ + "/output.ppm").samples, filteredPicture().samples);
+  EXPECT_EQ(outputThere(), filteredPicture().samples);
 }
 
 TEST_P(WindowsDialog, CancelPutsBackAndKeepsNothing) {
@@ -216,7 +220,7 @@ TEST_P(WindowsDialog, RemembersWhatWasConfirmed) {
   ASSERT_EQ(playHere({confirm}), 0);
   EXPECT_EQ(settingOf("gloss"), 77);
   expectSameSettings();
-  EXPECT_EQ(readPicture(folder_ + "/output.ppm").samples, filteredPicture().samples);
+  EXPECT_EQ(outputThere(), filteredPicture().samples);
 }
 
 // A preset names a picture that is not where the module looks; then the user shows where it is.
@@ -270,7 +274,7 @@ TEST_P(WindowsDialog, RepeatsAfterBeingLoadedAnew) {
   playThere(actions, {"--forget", "--reload"});
   ASSERT_EQ(playHere(actions), 0);
   ASSERT_EQ(repeatFilter(), 0);
-  EXPECT_EQ(readPicture(folder_ + "/output.ppm").samples, filteredPicture().samples);
+  EXPECT_EQ(outputThere(), filteredPicture().samples);
 }
 
 TEST_P(WindowsDialog, AboutBox) {

@@ -1,5 +1,5 @@
 // The same picture, selection, settings, picture files and time of day give the same bytes on both
-// kinds of Windows as here.
+// kinds of Windows as here, whatever the host does otherwise.
 
 #include <gtest/gtest.h>
 
@@ -13,11 +13,23 @@
 
 constexpr int32_t kRenders = 240;
 
+struct PictureFile {
+  int32_t width = 0;  // 0: there is none
+  int32_t height = 0;
+  std::vector<uint8_t> samples;
+  bool isGrey = false;  // one sample a pixel, 8 bits with a palette in the file
+};
+
 struct Render {
   DirectInput input;
   std::vector<uint8_t> settingsFile;
-  std::string withheld;  // a service that the host does not offer, "" for none
+  PictureFile environment;
+  PictureFile texture;
+  Rectangle area;                                           // all zero: the whole picture
+  std::vector<std::pair<std::string, std::string>> habits;  // of the host, as options
 };
+
+// --- Inputs ---------------------------------------------------------------------------------
 
 static std::vector<uint8_t> settingsFileOf(const EffectSettings& settings) {
   std::vector<uint8_t> bytes(kLongestEncodedSettings);
@@ -25,29 +37,44 @@ static std::vector<uint8_t> settingsFileOf(const EffectSettings& settings) {
   return bytes;
 }
 
-// One plane or three, as there are files of.
-static void keepColourPlanes(DirectInput* input) {
-  const int32_t kept = input->planes < 3 ? 1 : 3;
-  std::vector<uint8_t> samples;
-  for (size_t i = 0; i < input->source.size(); ++i) {
-    if (static_cast<int32_t>(i % static_cast<size_t>(input->planes)) < kept) {
-      samples.push_back(input->source[i]);
-    }
-  }
-  input->source = samples;
-  input->planes = kept;
+// Of any size: the module brings an environment to its own, and cuts a texture off.
+static PictureFile randomPictureFile(TestRandom* random, int32_t largest) {
+  PictureFile file;
+  file.width = randomBetween(random, 1, largest);
+  file.height = randomBetween(random, 1, largest);
+  file.isGrey = randomBetween(random, 0, 1) != 0;
+  file.samples.resize(static_cast<size_t>(file.width) * static_cast<size_t>(file.height) *
+                      (file.isGrey ? 1 : 3));
+  for (uint8_t& value : file.samples) value = static_cast<uint8_t>(randomBetween(random, 0, 255));
+  return file;
+}
+
+// Hosts without masks have a rectangle around the selection filtered.
+static Rectangle randomArea(TestRandom* random, const DirectInput& input) {
+  if (!input.mask.empty() || randomBetween(random, 0, 1) == 0) return {};
+  const int32_t top = randomBetween(random, 0, input.height - 1);
+  const int32_t left = randomBetween(random, 0, input.width - 1);
+  return {static_cast<int16_t>(top), static_cast<int16_t>(left),
+          static_cast<int16_t>(randomBetween(random, top + 1, input.height)),
+          static_cast<int16_t>(randomBetween(random, left + 1, input.width))};
 }
 
 static Render makeRender(TestRandom* random) {
-  constexpr const char* kWithheld[] = {
-      "", "", "", "advanceState", "buffers", "handles", "movingBuffers"};
-  Render render;
-  render.input = randomInput(random, randomBetween(random, 1, 90), randomBetween(random, 1, 70));
-  keepColourPlanes(&render.input);
-  render.input.settings.previewMode = 0;
-  render.input.settings.previewScale = 1;
-  render.settingsFile = settingsFileOf(render.input.settings);
-  render.withheld = kWithheld[randomBetween(random, 0, 6)];
+  constexpr std::pair<const char*, const char*> kHabits[] = {
+      {"--withhold", "advanceState"},  {"--withhold", "buffers"},  {"--withhold", "handles"},
+      {"--withhold", "movingBuffers"}, {"--manner", "harshCalls"}, {"--manner", "skipsFinish"}};
+  Render render = {};
+  DirectInput& input = render.input;
+  input = randomInput(random, randomBetween(random, 1, 90), randomBetween(random, 1, 70));
+  input.settings.previewMode = 0;
+  input.settings.previewScale = 1;
+  render.settingsFile = settingsFileOf(input.settings);
+  render.environment = randomPictureFile(random, 150);
+  if (!input.texture.empty()) render.texture = randomPictureFile(random, 300);
+  render.area = randomArea(random, input);
+  for (const auto& habit : kHabits) {
+    if (randomBetween(random, 0, 4) == 0) render.habits.emplace_back(habit);
+  }
   return render;
 }
 
@@ -55,69 +82,63 @@ static HostPicture pictureOf(const DirectInput& input) {
   return {input.width, input.height, input.planes, input.source};
 }
 
-static std::string name(const char* kind, size_t index, const char* ending) {
-  return kind + std::to_string(index) + ending;
-}
+// --- Here -----------------------------------------------------------------------------------
 
-// A texture file of 8 bits half of the time.
-static bool isPaletteFile(size_t index) {
-  return index % 2 == 0;
-}
-
-static std::vector<uint8_t> threefold(const std::vector<uint8_t>& grey) {
+static void scriptPicture(const PictureFile& file, const char* valueName) {
+  if (file.width == 0) return;
   std::vector<uint8_t> rgb;
-  for (const uint8_t value : grey) rgb.insert(rgb.end(), 3, value);
-  return rgb;
+  for (const uint8_t value : file.samples) rgb.insert(rgb.end(), file.isGrey ? 3 : 1, value);
+  scriptBitmap(valueName, file.width, file.height, rgb);
+  writeRememberedValue(valueName, valueName);
 }
 
 static std::vector<uint8_t> renderHere(const Render& render) {
   const DirectInput& input = render.input;
-  const HostRun run = runHost({}, pictureOf(input), input.mask, [&render, &input] {
+  const auto prepare = [&render, &input] {
     DecodedSettings decoded;
     decodeSettings(render.settingsFile.data(), render.settingsFile.size(), hostSettings(),
                    &decoded);
     noneScript().seconds = input.seed;
-    scriptBitmap("environment", 64, 64, input.environment);
-    writeRememberedValue("ChromeFile", "environment");
-    if (input.texture.empty()) return;
-    scriptBitmap("texture", input.textureWidth, input.textureHeight, threefold(input.texture));
-    writeRememberedValue("TextureFile", "texture");
-  });
+    scriptPicture(render.environment, "ChromeFile");
+    scriptPicture(render.texture, "TextureFile");
+    if (render.area.bottom != 0) setFilterRect(render.area);
+  };
+  const HostRun run = runHost({}, pictureOf(input), input.mask, prepare);
   EXPECT_EQ(run.result, 0);
   return run.effect.samples;
+}
+
+// --- There ----------------------------------------------------------------------------------
+
+static void writePictureFile(const PictureFile& file, const std::string& path) {
+  const auto write = file.isGrey ? writeGreyBitmap : writeColourBitmap;
+  write(path, file.width, file.height, file.samples);
 }
 
 // The words of one job, with its files in the folder.
 static std::string jobFor(const Render& render, size_t index, const std::string& folder) {
   const DirectInput& input = render.input;
-  std::string words;
+  std::string words = "--seed\t" + std::to_string(input.seed);
   const auto add = [&words](const std::string& option, const std::string& value) {
-    words += (words.empty() ? "" : "\t") + option + "\t" + value;
+    words += "\t" + option + "\t" + value;
   };
-  add("--picture", name("picture", index, ".ppm"));
-  writePicture(folder + "/" + name("picture", index, ".ppm"), pictureOf(input));
+  const auto addFile = [&](const std::string& kind, const char* ending) {
+    add("--" + kind, kind + std::to_string(index) + ending);
+    return folder + "/" + kind + std::to_string(index) + ending;
+  };
+  writePicture(addFile("picture", ".pam"), pictureOf(input));
   if (!input.mask.empty()) {
-    add("--mask", name("mask", index, ".pgm"));
-    writePicture(folder + "/" + name("mask", index, ".pgm"),
-                 {input.width, input.height, 1, input.mask});
+    writePicture(addFile("mask", ".pgm"), {input.width, input.height, 1, input.mask});
   }
-  add("--settings", name("settings", index, ".q9q"));
-  writeBytes(folder + "/" + name("settings", index, ".q9q"), render.settingsFile);
-  add("--environment", name("environment", index, ".bmp"));
-  writeColourBitmap(folder + "/" + name("environment", index, ".bmp"), 64, 64, input.environment);
-  if (!input.texture.empty()) {
-    const std::string file = name("texture", index, ".bmp");
-    add("--texture", file);
-    if (isPaletteFile(index)) {
-      writeGreyBitmap(folder + "/" + file, input.textureWidth, input.textureHeight, input.texture);
-    } else {
-      writeColourBitmap(folder + "/" + file, input.textureWidth, input.textureHeight,
-                        threefold(input.texture));
-    }
+  writeBytes(addFile("settings", ".q9q"), render.settingsFile);
+  writePictureFile(render.environment, addFile("environment", ".bmp"));
+  if (render.texture.width != 0) writePictureFile(render.texture, addFile("texture", ".bmp"));
+  if (render.area.bottom != 0) {
+    add("--area", std::to_string(render.area.top) + "," + std::to_string(render.area.left) + "," +
+                      std::to_string(render.area.bottom) + "," + std::to_string(render.area.right));
   }
-  add("--seed", std::to_string(input.seed));
-  if (!render.withheld.empty()) add("--withhold", render.withheld);
-  add("--output", name("result", index, ".ppm"));
+  for (const auto& habit : render.habits) add(habit.first, habit.second);
+  addFile("output", ".pam");
   return words + "\n";
 }
 
@@ -138,8 +159,8 @@ TEST_P(WindowsRenders, SameBytesAsHere) {
   int32_t changed = 0;
   for (size_t i = 0; i < renders.size(); ++i) {
     const std::vector<uint8_t> expected = renderHere(renders[i]);
-    ASSERT_EQ(readPicture(folder + "/" + name("result", i, ".ppm")).samples, expected)
-        << "render " << i;
+    const std::string output = folder + "/output" + std::to_string(i) + ".pam";
+    ASSERT_EQ(readSamples(output, expected.size()), expected) << "render " << i;
     changed += expected != renders[i].input.source;
   }
   EXPECT_GT(changed, kRenders * 3 / 4);

@@ -93,27 +93,26 @@ std::vector<uint8_t> readBytes(const std::string& path) {
   return std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {});
 }
 
+static std::string headerOf(const HostPicture& picture) {
+  const std::string width = std::to_string(picture.width);
+  const std::string height = std::to_string(picture.height);
+  if (picture.planes == 1) return "P5\n" + width + " " + height + "\n255\n";
+  if (picture.planes == 3) return "P6\n" + width + " " + height + "\n255\n";
+  return "P7\nWIDTH " + width + "\nHEIGHT " + height + "\nDEPTH " + std::to_string(picture.planes) +
+         "\nMAXVAL 255\nENDHDR\n";
+}
+
 void writePicture(const std::string& path, const HostPicture& picture) {
-  ASSERT_TRUE(picture.planes == 1 || picture.planes == 3);
-  const std::string header = (picture.planes == 1 ? "P5\n" : "P6\n") +
-                             std::to_string(picture.width) + " " + std::to_string(picture.height) +
-                             "\n255\n";
+  const std::string header = headerOf(picture);
   std::vector<uint8_t> bytes(header.begin(), header.end());
   bytes.insert(bytes.end(), picture.samples.begin(), picture.samples.end());
   writeBytes(path, bytes);
 }
 
-HostPicture readPicture(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string kind;
-  int32_t largest = 0;
-  HostPicture picture;
-  file >> kind >> picture.width >> picture.height >> largest;
-  file.get();
-  EXPECT_TRUE(file) << path;
-  picture.planes = kind == "P5" ? 1 : 3;
-  picture.samples.assign(std::istreambuf_iterator<char>(file), {});
-  return picture;
+std::vector<uint8_t> readSamples(const std::string& path, size_t count) {
+  const std::vector<uint8_t> bytes = readBytes(path);
+  if (bytes.size() < count) return {};
+  return std::vector<uint8_t>(bytes.end() - static_cast<std::ptrdiff_t>(count), bytes.end());
 }
 
 static void append(std::vector<uint8_t>* bytes, uint32_t number, int32_t count) {

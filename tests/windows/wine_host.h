@@ -28,7 +28,7 @@ void writeBytes(const std::string& path, const std::vector<uint8_t>& bytes);
 void writeText(const std::string& path, const std::string& text);
 std::vector<uint8_t> readBytes(const std::string& path);
 void writePicture(const std::string& path, const HostPicture& picture);
-HostPicture readPicture(const std::string& path);
+std::vector<uint8_t> readSamples(const std::string& path, size_t count);  // behind any header
 
 // Windows bitmaps of 24 bits, and of 8 bits with a palette of greys.
 void writeColourBitmap(const std::string& path, int32_t width, int32_t height,

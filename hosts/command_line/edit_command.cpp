@@ -1,0 +1,108 @@
+#include "hosts/command_line/edit_command.h"
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QMessageBox>
+#include <QTimer>
+#include <climits>
+#include <cstdio>
+
+#include "hosts/command_line/command_failure.h"
+#include "hosts/command_line/edit_run.h"
+#include "hosts/command_line/effect_run.h"
+#include "hosts/command_line/file_access.h"
+#include "hosts/command_line/interrupt.h"
+#include "hosts/command_line/picture_load.h"
+#include "hosts/command_line/picture_save.h"
+#include "hosts/command_line/selection.h"
+#include "platform/choosers.h"
+#include "platform/desktop/desktop_session.h"
+
+constexpr char kNameEnding[] = "-morvalis";
+constexpr int kInterruptPause = 100;  // milliseconds between two looks
+
+// Empty when the user thought better of it.
+static std::string askForPicture() {
+  QString patterns;
+  for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+    patterns += (patterns.isEmpty() ? "*." : " *.") + QString::fromLatin1(format);
+  }
+  const std::string filter = ("Pictures (" + patterns + ")").toStdString();
+  char path[PATH_MAX];
+  choosePlatformFileToOpen({"Choose a picture", filter.c_str(), "*", ""}, path, PATH_MAX);
+  return path;
+}
+
+// In the picture's own format where that can be written and holds it.
+static std::string nameBeside(const std::string& image, const Picture& picture) {
+  const QFileInfo info(QFile::decodeName(image.c_str()));
+  const std::string folder = image.substr(0, image.rfind('/') + 1);
+  const std::string start =
+      folder + QFile::encodeName(info.completeBaseName()).toStdString() + kNameEnding;
+  const std::string name = start + "." + QFile::encodeName(info.suffix()).toStdString();
+  const PictureFormat* format = findPictureFormat(name);
+  return format != nullptr && formatHolds(*format, picture) ? name : start + ".png";
+}
+
+// Ctrl-C closes whatever window is open, and with it the windows below, one after another.
+static void closeWhenInterrupted() {
+  if (!interrupted()) return;
+  QWidget* window = QApplication::activePopupWidget();
+  if (window == nullptr) window = QApplication::activeModalWidget();
+  if (window != nullptr) window->close();
+}
+
+// Everything that can fail fails before the dialog opens, but for the writing itself.
+static int editFile(const EditPlan& plan, const EditOptions& options, const std::string& image) {
+  Picture picture = loadPicture(image);
+  const std::string output = options.output.empty() ? nameBeside(image, picture) : options.output;
+  const PictureFormat& format = pictureFormatOf(output);
+  checkWritable(output);
+  checkFormatHolds(format, picture, output);
+  const Selection selection = loadSelection(options.mask, picture, image);
+  warnOfLoss(picture, image);
+  warnOfEmptiness(selection);
+  std::optional<HostPicture> edited = editPicture(plan, picture, selection.mask, image);
+  if (!edited.has_value()) return kExitFailed;
+  picture.colors = std::move(*edited);
+  savePicture(picture, format, output);
+  if (options.output.empty()) std::printf("%s\n", output.c_str());
+  return kExitDone;
+}
+
+static int edit(const EditOptions& options) {
+  const uint32_t seed = parseSeed(options.seed);
+  if (options.image == kStandardStream && options.output.empty()) {
+    failOnUsage("-: say with -o where the result of standard input goes");
+  }
+  if (!options.output.empty()) pictureFormatOf(options.output);
+  const EditPlan plan = planEdit(options.effect);
+  fixClock(seed);
+  watchForInterrupts();
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, closeWhenInterrupted);
+  timer.start(kInterruptPause);
+  const std::string image = options.image.empty() ? askForPicture() : options.image;
+  stopIfInterrupted();
+  return image.empty() ? kExitFailed : editFile(plan, options, image);
+}
+
+// A wrong command line has been typed by someone who reads what it answers.
+static int reportInWindow(const CommandFailure& failure) {
+  const bool unread = isatty(STDERR_FILENO) != 1;
+  if (unread && failure.exitCode == kExitFailed && !failure.text.empty()) {
+    QMessageBox box(QMessageBox::Warning, "Morvalis",
+                    QString::fromStdString(printableLine(failure.text)));
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+  }
+  return reportFailure(failure);
+}
+
+int runEditCommand(const EditOptions& options) {
+  return runReporting([&options] { return edit(options); }, reportInWindow);
+}

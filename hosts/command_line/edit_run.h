@@ -1,0 +1,25 @@
+// edit_run: the module's dialog on a picture in memory, and the render that it is confirmed with.
+// What was confirmed is remembered for the user, as in every other host.
+
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "hosts/command_line/effect_choices.h"
+#include "hosts/command_line/picture.h"
+
+// Where the dialog starts: at a preset, or at what was confirmed last, with the options on top.
+struct EditPlan {
+  EffectOptions options;
+  std::optional<ChosenEffect> preset;
+};
+
+// Ends the command when an option, the preset or a picture is not to be had. The pictures are what
+// the module finds remembered from here on, until it remembers others itself.
+EditPlan planEdit(const EffectOptions& options);
+
+// The picture with the effect in its selection; nothing when the user has cancelled. Failures name
+// `file`, where the picture is from.
+std::optional<HostPicture> editPicture(const EditPlan& plan, const Picture& picture,
+                                       const HostMask& mask, const std::string& file);

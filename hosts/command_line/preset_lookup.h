@@ -1,0 +1,11 @@
+// preset_lookup: presets by their bare names.
+
+#pragma once
+
+#include <string>
+
+// The preset itself when there is such a file, or the name is a path. Otherwise the one of this
+// name, written with or without ".q9q", hyphens for blanks and in any capitals, among those that
+// come with the program: installed, or in the tree that it was built in. Ends the command when
+// there is none.
+std::string findPreset(const std::string& name);

@@ -1,0 +1,10 @@
+// window_program: what the commands that open windows have in common.
+
+#pragma once
+
+#include <QApplication>
+#include <memory>
+
+// The application with its name and icon. Where no window can be opened the program ends here,
+// with one line that says why: the library offers no way back. `argc` is 1 and must stay.
+std::unique_ptr<QApplication> startWindows(int* argc, char** argv);

@@ -1,0 +1,44 @@
+// What is installed, and that building the program is all that it takes.
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+#include "tests/command_line/program_run.h"
+
+class Installation : public ProgramTest {};
+
+TEST_F(Installation, IsWholeAndWorksElsewhere) {
+  QProcess installer;
+  installer.start(MORVALIS_CMAKE, {"--install", MORVALIS_BUILD, "--prefix", path("root")});
+  ASSERT_TRUE(installer.waitForFinished(60000));
+  ASSERT_EQ(installer.exitCode(), 0) << installer.readAllStandardError().toStdString();
+  for (const char* name :
+       {"bin/morvalis", "share/applications/morvalis.desktop",
+        "share/bash-completion/completions/morvalis", "share/zsh/site-functions/_morvalis",
+        "share/fish/vendor_completions.d/morvalis.fish",
+        "share/icons/hicolor/48x48/apps/morvalis.png"}) {
+    EXPECT_GT(QFile(path(QString("root/") + name)).size(), 0) << name;
+  }
+  EXPECT_TRUE(read("root/share/man/man1/morvalis.1").startsWith(".TH MORVALIS 1 "));
+
+  save(colorPicture(), "in.png");
+  const QDir presets(path("root/share/morvalis/presets"));
+  const QStringList names = presets.entryList({"*.q9q"});
+  EXPECT_EQ(names, QDir(MORVALIS_TEST_DATA "/../../presets").entryList({"*.q9q"}));
+  const RunResult sheet = runShell(
+      "root/bin/morvalis gallery in.png --presets root/share/morvalis/presets -o s.png --quiet");
+  EXPECT_EQ(sheet.exitCode, 0) << sheet.errors.toStdString();
+}
+
+// What `./dev build` builds is the program; an installation that needs another target would fail.
+TEST_F(Installation, NeedsNothingButTheProgram) {
+  if (!QFile::exists(MORVALIS_BUILD "/build.ninja")) GTEST_SKIP() << "not built with Ninja";
+  QProcess ninja;
+  ninja.start(MORVALIS_MAKE, {"-C", MORVALIS_BUILD, "-t", "commands", "morvalis"});
+  ASSERT_TRUE(ninja.waitForFinished(60000));
+  const QString commands = ninja.readAllStandardOutput();
+  for (const char* document : {"morvalis.1", "_morvalis", "morvalis.fish"}) {
+    EXPECT_TRUE(commands.contains(QString("documents/") + document)) << document;
+  }
+}
