@@ -13,8 +13,9 @@ constexpr DWORD kPause = 10;
 static std::string scriptPath;
 static std::string dialogCaption;
 static HWND dialogOwner = nullptr;
-static std::string startFolder;  // choosers move the current one
-static DWORD userThread = 0;     // that runs the module and its windows
+static HWND moduleDialog = nullptr;  // once it has come; message boxes may have its caption
+static std::string startFolder;      // choosers move the current one
+static DWORD userThread = 0;         // that runs the module and its windows
 static HANDLE scriptThread = nullptr;
 static HANDLE settled = nullptr;
 static UINT settleMessage = 0;
@@ -96,7 +97,7 @@ static bool isPopup(HWND window) {
 }
 
 static bool isOtherDialog(HWND window) {
-  return classOf(window) == "#32770" && !isModuleDialog(window);
+  return classOf(window) == "#32770" && window != moduleDialog;
 }
 
 // The name of the file is typed into an edit control, or into the one of a list.
@@ -247,18 +248,19 @@ static void play(HWND dialog, const std::string& action, std::istream* line) {
   settle();
 }
 
-static void checkOwner(HWND dialog) {
+static void checkOwner() {
   if (dialogOwner == nullptr) return;
-  if (GetWindow(dialog, GW_OWNER) != dialogOwner) failWith("the dialog has another owner");
+  if (GetWindow(moduleDialog, GW_OWNER) != dialogOwner) failWith("the dialog has another owner");
   if (IsWindowEnabled(dialogOwner)) failWith("the dialog leaves its owner to the user");
 }
 
 static DWORD WINAPI playScript(void*) {
   SetCursorPos(0, 0);  // where the real pointer tells no window of its moves
   HWND dialog = awaitWindow(isModuleDialog, "dialog of the module");
+  moduleDialog = dialog;
   HHOOK hook = SetWindowsHookExA(WH_GETMESSAGE, watchMessages, nullptr, userThread);
   settle();
-  checkOwner(dialog);
+  checkOwner();
   std::ifstream script(scriptPath);
   if (!script) failWith(scriptPath + ": cannot be read");
   std::string text;

@@ -15,6 +15,9 @@ static void startUp(HWND dialog, const AlertContent& content) {
 static INT_PTR CALLBACK alertProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_INITDIALOG:
+      // Other programs can send the message again, with anything in it.
+      if (lParam == 0 || GetWindowLongPtrA(dialog, DWLP_USER) != 0) return 0;
+      SetWindowLongPtrA(dialog, DWLP_USER, lParam);
       startUp(dialog, *reinterpret_cast<const AlertContent*>(lParam));
       return 0;
     case WM_COMMAND:

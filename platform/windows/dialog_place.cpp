@@ -4,7 +4,8 @@
 
 void placeDialog(HWND dialog) {
   HWND reference = GetParent(dialog);
-  if (reference == nullptr) reference = GetDesktopWindow();
+  // A minimised window stands far outside the screen, and the dialog would with it.
+  if (reference == nullptr || IsIconic(reference)) reference = GetDesktopWindow();
   RECT client = {};
   GetClientRect(reference, &client);
   POINT origin = {0, 0};

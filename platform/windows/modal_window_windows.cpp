@@ -122,6 +122,7 @@ static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM
       showAll(window, reinterpret_cast<HDC>(wParam));
       return 1;
     case WM_DRAWITEM:
+      if (lParam == 0) return 0;
       drawItem(window, *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
       return 1;
     case WM_SETCURSOR:
@@ -139,11 +140,12 @@ static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM
 // The name under which the module exports the procedure of its windows.
 MORVALIS_EXPORT INT_PTR CALLBACK DissolveProc(HWND dialog, UINT message, WPARAM wParam,
                                               LPARAM lParam) {
+  Window* window = windowOf(dialog);
   if (message == WM_INITDIALOG) {
-    if (lParam != 0) startUp(dialog, reinterpret_cast<Window*>(lParam));
+    // Other programs can send the message again, with anything in it.
+    if (window == nullptr && lParam != 0) startUp(dialog, reinterpret_cast<Window*>(lParam));
     return 0;
   }
-  Window* window = windowOf(dialog);
   return window == nullptr ? 0 : handleMessage(window, message, wParam, lParam);
 }
 
@@ -193,6 +195,7 @@ int32_t runModalWindow(const WindowTemplate& content, void* ownerWindow, WindowP
   if (!makeSurface(&window.surface, content.width, content.height)) return kDialogUnavailable;
   const auto owner = static_cast<HWND>(ownerWindow);
   showModally(&window, IsWindow(owner) ? owner : nullptr);
+  dismissPopup(&window);  // still there when the window went with its owner
   window.ended = true;
   freeSurface(&window.hostSurface);
   freeSurface(&window.surface);

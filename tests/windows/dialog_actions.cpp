@@ -52,9 +52,17 @@ static void playAction(DialogUser& user, const DialogAction& action, DialogShots
   if (name == "wheel") return user.wheel(at(n[0], n[1]), n[2]);
   if (name == "button") return user.clickButton(n[0]);
   if (name == "key" && n[0] == 0x1B) return user.escape();
+  if (name == "key" && n[0] >= '0' && n[0] <= '9') {
+    const char digit[] = {static_cast<char>(n[0]), 0};
+    return user.type(digit);
+  }
   if (name == "key") return user.key(keyOf(n[0]));
   if (name == "shot") {
     (*shots)[action.text] = user.pixels();
+    return;
+  }
+  if (name == "popupshot") {
+    (*shots)[action.text] = user.popupPixels();
     return;
   }
   ASSERT_TRUE(name == "file" || name == "answer") << name;  // given beforehand
@@ -81,11 +89,12 @@ void drag(DialogActions* actions, Point from, Point to) {
   actions->push_back({"release", {to.h, to.v}, ""});
 }
 
-void chooseInMenu(DialogActions* actions, int32_t picker, int32_t row) {
+void chooseInMenu(DialogActions* actions, int32_t picker, int32_t row, const char* shot) {
   constexpr int32_t kRowHeight = 36;
   const Point middle = middleOf(picker);
   const int32_t y = kRowHeight * row - kRowHeight / 2;
   actions->push_back({"press", {middle.h, middle.v}, ""});
+  if (shot != nullptr) actions->push_back({"popupshot", {}, shot});
   actions->push_back({"popupmove", {20, y}, ""});
   actions->push_back({"popuprelease", {20, y}, ""});
 }

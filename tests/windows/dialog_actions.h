@@ -24,7 +24,8 @@ std::string scriptOf(const DialogActions& actions);
 using DialogShots = std::map<std::string, WindowPicture>;
 DialogPlay playOf(const DialogActions& actions, const std::string& folder, DialogShots* shots);
 
-// A drag, a choice in the pop-up of a picker, a press on a button that asks for a file.
+// A drag, a choice in the pop-up of a picker (with a picture of it before), a press on a button
+// that asks for a file.
 void drag(DialogActions* actions, Point from, Point to);
-void chooseInMenu(DialogActions* actions, int32_t picker, int32_t row);
+void chooseInMenu(DialogActions* actions, int32_t picker, int32_t row, const char* shot = nullptr);
 void pressForFile(DialogActions* actions, int32_t button, const std::string& file);
