@@ -1,5 +1,5 @@
-// floating_point_modes: hosts come with modes of their own (rounding, precision, traps, denormals as
-// zero), and the entries of tables must not depend on them.
+// floating_point_modes: hosts come with modes of their own (rounding, precision, traps, denormals
+// as zero), and the entries of tables must not depend on them.
 
 #pragma once
 
