@@ -128,11 +128,11 @@ elif [[ -f ${XAUTHORITY:-$HOME/.Xauthority} ]]; then
 fi
 
 # With its home inside, it keeps away from the user's documents and menus. The two libraries left
-# out would ask for downloads.
+# out would ask for downloads, and the debugger would hold a program that has crashed.
 wineDo() {  # command...
   "${enter[@]}" env --chdir="$inFolder" \
     HOME="$inPrefix" WINEPREFIX="$inPrefix" WINEARCH="win$bits" LC_ALL=C.UTF-8 \
-    WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" "$@" 9>&-
+    WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d" "$@" 9>&-
 }
 
 # Waits in a way that lets a signal through.

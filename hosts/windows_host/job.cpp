@@ -224,7 +224,7 @@ static void load(const Job& job, const std::string& modulePath) {
 static int16_t filterAgain(const Job& job, HWND owner, const std::string& modulePath) {
   if (job.reloads) {
     copyKeptBlocks();
-    unloadModule();
+    unloadModuleForGood();
     load(job, modulePath);
   }
   return job.againScript.empty() ? repeatFilter()

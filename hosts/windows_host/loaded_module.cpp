@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "entry/host_interface.h"
+#include "hosts/windows_host/picture_files.h"
 #include "platform/windows/windows_api.h"
 
 static HMODULE module = nullptr;
@@ -89,10 +90,25 @@ ModuleEntry moduleEntry() {
   return entry;
 }
 
+// A class of windows outlives the module whose procedure it names.
+static void expectNoClassLeft() {
+  WNDCLASSA description;
+  if (GetClassInfoA(module, "PopupClass", &description)) {
+    failWith("the module leaves a class of windows behind");
+  }
+}
+
 void unloadModule() {
+  expectNoClassLeft();
   FreeLibrary(module);
   module = nullptr;
   entry = nullptr;
+}
+
+void unloadModuleForGood() {
+  void* place = module;
+  unloadModule();
+  VirtualAlloc(place, 1, MEM_RESERVE, PAGE_NOACCESS);
 }
 
 // --- Its clock ------------------------------------------------------------------------------

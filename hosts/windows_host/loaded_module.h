@@ -14,6 +14,9 @@ using ModuleEntry = decltype(&ENTRYPOINT);
 std::string loadModule(const std::string& path);
 void unloadModule();
 
+// The same, and the next load comes to lie somewhere else, as in another process.
+void unloadModuleForGood();
+
 // Of the loaded module.
 ModuleEntry moduleEntry();
 

@@ -9,6 +9,7 @@
 
 #include "hosts/windows_host/job.h"
 #include "hosts/windows_host/picture_files.h"
+#include "platform/windows/windows_api.h"
 
 static int runBatch(const std::string& path, const std::string& module) {
   std::ifstream file(path);
@@ -33,6 +34,8 @@ int main(int count, char** words) {
                  kJobHelp);
     return 2;
   }
+  // A crash ends the program at once, without asking anybody.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
   const std::string module = words[1];
   if (std::string(words[2]) == "--batch" && count == 4) return runBatch(words[3], module);
   const int result = runJob(parseJob(std::vector<std::string>(words + 2, words + count)), module);
