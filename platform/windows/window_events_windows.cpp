@@ -29,6 +29,8 @@ bool sendEvent(Window* window, const WindowEvent& event) {
 
 // Posted messages wait in the system's queue until the event in progress is done.
 void postMouseMove(Window* window, Point point) {
+  window->movePosted = true;
+  window->postedMove = point;
   PostMessageA(window->handle, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(point.h, point.v));
 }
 
@@ -78,9 +80,19 @@ static void sendWheel(Window* window, WPARAM wParam, LPARAM lParam) {
   sendEvent(window, event);
 }
 
+// A release that was queued right behind its press arrives before the move that the press has
+// posted.
+static void sendPostedMove(Window* window) {
+  if (!window->movePosted) return;
+  window->movePosted = false;
+  sendEvent(window, pointerEvent(WindowEventKind::mouseMove,
+                                 MAKELPARAM(window->postedMove.h, window->postedMove.v)));
+}
+
 bool sendMouseMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_MOUSEMOVE:
+      window->movePosted = false;
       sendEvent(window, pointerEvent(WindowEventKind::mouseMove, lParam));
       return true;
     case WM_LBUTTONDOWN:
@@ -90,6 +102,7 @@ bool sendMouseMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam
       sendEvent(window, pointerEvent(WindowEventKind::doubleClick, lParam));
       return true;
     case WM_LBUTTONUP:
+      sendPostedMove(window);
       sendEvent(window, pointerEvent(WindowEventKind::buttonUp, lParam));
       return true;
     case WM_RBUTTONDOWN:

@@ -18,6 +18,8 @@ struct Window {
   int32_t code;              // that it ended with
   int32_t eventsInProgress;  // a pop-up's count in its owner
   CursorShape cursor;
+  bool movePosted;      // by the window itself, and not arrived yet
+  Point postedMove;     // client pixels
   bool captured;        // has asked for the mouse and not let go of it
   int32_t focusedArea;  // id; what counts while no button has the focus
   int32_t wheelRest;    // of a wheel that turns in less than notches
