@@ -290,8 +290,11 @@ void startDialogScript(const std::string& path, const std::string& caption, void
 void finishDialogScript() {
   // The last action may wait for a queue that nobody looks into any more.
   MSG message;
-  while (MsgWaitForMultipleObjects(1, &scriptThread, FALSE, kPatience, QS_ALLINPUT) ==
-         WAIT_OBJECT_0 + 1) {
+  for (;;) {
+    const DWORD reason =
+        MsgWaitForMultipleObjectsEx(1, &scriptThread, kPatience, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    if (reason == WAIT_OBJECT_0) break;
+    if (reason != WAIT_OBJECT_0 + 1) failWith("the dialog has ended before the script");
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
   }
   CloseHandle(scriptThread);

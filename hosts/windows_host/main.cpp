@@ -1,7 +1,8 @@
 // windows_host: a host of the filter module for Windows, for tests and for developers.
 //   windows_host MODULE.8bf OPTION...     one job
 //   windows_host MODULE.8bf --batch FILE  a job a line, words separated by tabs
-// Prints the module's result of each job; ends with 0 when all were 0.
+// Prints the module's result of each job; ends with 0 when all were 0, with 1 when one was not, and
+// with 3 when a job could not be done.
 
 #include <cstdio>
 #include <fstream>

@@ -11,7 +11,7 @@
 void failWith(const std::string& reason) {
   std::fprintf(stderr, "windows_host: %s\n", reason.c_str());
   std::fflush(nullptr);
-  std::exit(1);
+  ExitProcess(3);
 }
 
 std::vector<uint8_t> readBytes(const std::string& path) {
