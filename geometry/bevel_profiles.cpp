@@ -5,6 +5,7 @@
 
 #include "entry/session_record.h"
 #include "services/fixed_point.h"
+#include "vector/fast_passes.h"
 
 constexpr int32_t kLast = kProfileEntries - 1;  // 3000
 constexpr int32_t kHalf = kLast / 2;            // 1500
@@ -192,6 +193,9 @@ void mapProfileRow(SessionRecord* session) {
   RenderState* render = &session->render;
   if (render->heightField.address == nullptr) return;
   int16_t* cells = fieldRow(render, render->currentRow);
+  if (render->fast != nullptr) {
+    return render->fast->surface->mapRow(cells, render->fieldStride, render->profile, kConeTop);
+  }
   for (int32_t i = 0; i <= render->renderWidth + 1; ++i) {
     cells[i] = render->profile[std::clamp<int32_t>(cells[i], 0, kConeTop)];
   }

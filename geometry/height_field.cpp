@@ -6,6 +6,7 @@
 #include "entry/session_record.h"
 #include "geometry/cone_kernel.h"
 #include "geometry/selection_mask.h"
+#include "vector/fast_passes.h"
 
 // Weights of the 3 x 3 smoothing.
 constexpr int32_t kCornerWeight = 12;
@@ -103,6 +104,22 @@ static int16_t smoothed(const Column& left, const Column& middle, const Column& 
 
 constexpr Column kOutside = {kConeTop, kConeTop, kConeTop};
 
+// Cells 1 to renderWidth at once: no cell depends on another's new value in its own row. The line
+// buffer keeps the row as it was; nothing else is in there before the texture columns.
+static void smoothInnerCells(RenderState* render, int16_t* cells) {
+  auto* before = static_cast<int16_t*>(render->lineBuffer.address);
+  std::copy_n(cells, render->fieldStride, before);
+  const int16_t* above = cells - render->fieldStride;
+  const int16_t* below = cells + render->fieldStride;
+  render->fast->surface->smoothRow(above + 1, before + 1, below + 1, render->renderWidth,
+                                   cells + 1);
+}
+
+// The first row has no row above and is left to the plain form.
+static bool smoothsFast(const RenderState* render, int32_t row) {
+  return render->fast != nullptr && row > 0 && render->lineBuffer.address != nullptr;
+}
+
 void smoothForwardRow(SessionRecord* session) {
   RenderState* render = &session->render;
   if (render->heightField.address == nullptr) return;
@@ -113,6 +130,12 @@ void smoothForwardRow(SessionRecord* session) {
   const auto column = [&](int32_t i) {
     return Column{j == 0 ? kConeTop : above[i], cells[i], below[i]};
   };
+  if (smoothsFast(render, j)) {
+    const int16_t first = smoothed(kOutside, column(0), column(1));
+    smoothInnerCells(render, cells);
+    cells[0] = first;
+    return;
+  }
   // The columns are read ahead of the writing, so the row itself is seen as it was before.
   Column left = kOutside;
   Column middle = column(0);
@@ -141,6 +164,12 @@ void smoothBackwardRow(SessionRecord* session) {
   Column right = {j == 0 ? kConeTop : above[last + 1], cells[last + 1],
                   nextRowIsLast ? kConeTop : below[last + 1]};
   Column middle = column(last);
+  if (smoothsFast(render, j)) {
+    const int16_t end = smoothed(column(last - 1), middle, right);
+    smoothInnerCells(render, cells);
+    cells[last] = end;
+    return;
+  }
   for (int32_t i = last; i >= 1; --i) {
     const Column left = column(i - 1);
     cells[i] = smoothed(left, middle, right);

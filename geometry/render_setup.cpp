@@ -12,6 +12,7 @@
 #include "shading/iridescence_table.h"
 #include "shading/light_stencils.h"
 #include "shading/spectral_tables.h"
+#include "vector/fast_passes.h"
 
 // Side and caustic stencils look at the surface from beside their light, in degrees.
 constexpr int32_t kSideTurn = 315;
@@ -40,6 +41,7 @@ void renderSetUp(SessionRecord* session) {
   EffectSettings* settings = settingsOf(session);
   RenderState* render = &session->render;
   render->running = 0;
+  render->fast = fastPasses();
   if (!geometryFitsBuffers(session)) {
     *session->result = kRenderBuffersMissing;
     return;

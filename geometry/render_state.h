@@ -27,6 +27,8 @@ constexpr int32_t kLargestRadius = 150;    // effective radius, pixels
 constexpr int32_t kKernelSide = 2 * kLargestRadius + 3;
 constexpr int32_t kKernelBytes = 2 * kKernelSide * kKernelSide;
 
+struct FastPasses;
+
 struct RenderState {
   int32_t renderWidth;  // pixels, already reduced in the preview
   int32_t renderHeight;
@@ -44,6 +46,8 @@ struct RenderState {
   RenderBuffer edgeKernel;        // int16 cells
   RenderBuffer environmentTable;  // 128 x 128 pixels: 0, red, green, blue
   RenderBuffer textureTable;      // 256 x 256 texels, 255 minus green
+
+  const FastPasses* fast;  // null: this render takes the plain passes
 
   int32_t phase;
   int32_t row;         // row that the next step works on
@@ -69,6 +73,8 @@ struct RenderState {
   int16_t profile[kProfileEntries];
   int32_t depthLow;            // smallest -profile entry
   int32_t textureScaleFactor;  // hundredths of a texel per pixel
+  uint8_t reliefIsFast;        // the texture's rows can be resampled once each
+  int32_t reliefRowTags[4];    // texture row that each resampled row holds, -1 for none
 };
 
 inline int32_t* lineBufferWords(RenderState* render) {

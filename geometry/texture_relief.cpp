@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "entry/session_record.h"
+#include "geometry/relief_rows.h"
 #include "services/fixed_point.h"
 
 constexpr int32_t kTexelUnits = 128;  // texel coordinates are in 1/128
@@ -60,6 +61,30 @@ static int32_t scaleFactor(int32_t textureScale) {
   return std::clamp(factor, 1, kLargestScaleFactor);
 }
 
+// What places the texture's rows and columns under those of the field, in texel units.
+struct ReliefPlacement {
+  int64_t firstRow;
+  int64_t columnShift;
+  int64_t columnStep;  // in hundredths
+};
+
+static ReliefPlacement reliefPlacement(const EffectSettings* settings, int32_t scale) {
+  return {int64_t{settings->textureOffsetY} * kTexelUnits +
+              previewShift(settings, settings->previewOriginY, scale),
+          previewShift(settings, settings->previewOriginX, scale),
+          int64_t{settings->previewScale} * kTexelUnits * scale};
+}
+
+// Fraction of a texel, 0 to 127, at which column x is sampled.
+static int32_t columnPart(const ReliefPlacement& placement, int64_t x) {
+  return static_cast<int32_t>((placement.columnShift + x * placement.columnStep / 100) &
+                              (kTexelUnits - 1));
+}
+
+static TexelTaps* columnTaps(RenderState* render) {
+  return reinterpret_cast<TexelTaps*>(lineBufferWords(render) + render->columnTableStart);
+}
+
 void buildTextureColumns(SessionRecord* session) {
   const EffectSettings* settings = settingsOf(session);
   RenderState* render = &session->render;
@@ -68,41 +93,29 @@ void buildTextureColumns(SessionRecord* session) {
   render->textureScaleFactor = scale;
   const int64_t start = int64_t{settings->textureOffsetX} * kTexelUnits +
                         previewShift(settings, settings->previewOriginX, scale);
-  auto* columns = reinterpret_cast<TexelTaps*>(lineBufferWords(render) + render->columnTableStart);
+  const ReliefPlacement placement = reliefPlacement(settings, scale);
+  TexelTaps* columns = columnTaps(render);
+  uint8_t* firsts = reliefFirstTexels(session);
+  uint8_t* parts = reliefParts(session);
   for (int32_t x = 0; x <= render->renderWidth; ++x) {
     columns[x] = texelTaps(start + positionOf(settings, x, scale), settings->textureWidth);
+    firsts[x] = columns[x].index[0];
+    parts[x] = static_cast<uint8_t>(columnPart(placement, x));
   }
+  prepareReliefRows(session, start >> kTexelShift);
 }
 
-void textureReliefRow(SessionRecord* session) {
-  const EffectSettings* settings = settingsOf(session);
+static void plainReliefRow(SessionRecord* session, const ReliefPlacement& placement,
+                           const TexelTaps& taps, int32_t rowPart, Word32 depth, Word32 divisor) {
   RenderState* render = &session->render;
   const auto* table = static_cast<const uint8_t*>(render->textureTable.address);
-  if (settings->textureReliefActive != 1 || settings->textureChoice == kTextureChoiceNone ||
-      settings->texturePicture == nullptr || table == nullptr ||
-      render->lineBuffer.address == nullptr || render->heightField.address == nullptr) {
-    return;
-  }
-  const int32_t scale = render->textureScaleFactor;
-  const Word32 depth = Word32(settings->texture) * kReliefFactor / scale;
-  const Word32 divisor = Word32(settings->previewScale) * kReliefDivisor;
-  const int64_t v = int64_t{settings->textureOffsetY} * kTexelUnits +
-                    previewShift(settings, settings->previewOriginY, scale) +
-                    positionOf(settings, render->currentRow, scale);
-  const TexelTaps taps = texelTaps(v, settings->textureHeight);
   const uint8_t* rows[4];
   for (int32_t i = 0; i < 4; ++i) rows[i] = table + kTextureSide * taps.index[i];
-  const auto rowPart = static_cast<int32_t>(v & (kTexelUnits - 1));
-
-  const int64_t columnShift = previewShift(settings, settings->previewOriginX, scale);
-  const int64_t columnStep = int64_t{settings->previewScale} * kTexelUnits * scale;
-  const auto* columns =
-      reinterpret_cast<const TexelTaps*>(lineBufferWords(render) + render->columnTableStart);
+  const TexelTaps* columns = columnTaps(render);
   int16_t* cells = fieldRow(render, render->currentRow);
   for (int32_t x = 0; x <= render->renderWidth; ++x) {
     const uint8_t* c = columns[x].index;
-    const auto part =
-        static_cast<int32_t>((columnShift + x * columnStep / 100) & (kTexelUnits - 1));
+    const int32_t part = columnPart(placement, x);
     int32_t across[4];
     for (int32_t i = 0; i < 4; ++i) {
       across[i] = cubic(rows[i][c[0]], rows[i][c[1]], rows[i][c[2]], rows[i][c[3]], part);
@@ -111,4 +124,26 @@ void textureReliefRow(SessionRecord* session) {
     const Word32 press = Word32(2) * (Word32(level) * depth / divisor);
     cells[x] = saturateToInt16(int64_t{cells[x]} - press.value);
   }
+}
+
+void textureReliefRow(SessionRecord* session) {
+  const EffectSettings* settings = settingsOf(session);
+  RenderState* render = &session->render;
+  if (settings->textureReliefActive != 1 || settings->textureChoice == kTextureChoiceNone ||
+      settings->texturePicture == nullptr || render->textureTable.address == nullptr ||
+      render->lineBuffer.address == nullptr || render->heightField.address == nullptr) {
+    return;
+  }
+  const int32_t scale = render->textureScaleFactor;
+  const Word32 depth = Word32(settings->texture) * kReliefFactor / scale;
+  const ReliefPlacement placement = reliefPlacement(settings, scale);
+  const int64_t v = placement.firstRow + positionOf(settings, render->currentRow, scale);
+  const TexelTaps taps = texelTaps(v, settings->textureHeight);
+  const auto rowPart = static_cast<int32_t>(v & (kTexelUnits - 1));
+  if (render->reliefIsFast != 0 && absolute(depth) <= kLargestFastDepth) {
+    pressReliefRow(session, taps.index, rowPart, depth.value);
+    return;
+  }
+  const Word32 divisor = Word32(settings->previewScale) * kReliefDivisor;
+  plainReliefRow(session, placement, taps, rowPart, depth, divisor);
 }

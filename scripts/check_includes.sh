@@ -22,6 +22,7 @@ declare -A levels=(
   [services/rectangle]=0
   [settings/effect_settings]=0
   [shading/shading_tables]=0
+  [vector/]=0
 
   [entry/handles]=1
   [entry/load_mark]=1
@@ -47,7 +48,7 @@ declare -A levels=(
 )
 
 # The core besides the edge itself.
-coreFolder='@(entry|settings|geometry|shading|pictures|persistence|services|dialog|resources)/*'
+coreFolder='@(entry|settings|geometry|shading|pictures|persistence|services|dialog|vector|resources)/*'
 edgeHeader='platform/+([^/]).h'
 backEnd='platform/+([^/])/*'
 

@@ -1,0 +1,88 @@
+#include "geometry/relief_rows.h"
+
+#include <algorithm>
+#include <array>
+
+#include "entry/session_record.h"
+#include "pictures/picture_surface.h"
+#include "vector/fast_passes.h"
+
+constexpr int32_t kRows = 4;
+constexpr int32_t kParts = 128;
+
+static constexpr std::array<CubicWeights, kParts> cubicWeights() {
+  std::array<CubicWeights, kParts> weights = {};
+  for (int32_t f = 0; f < kParts; ++f) {
+    const int32_t g = f * f >> 7;
+    weights[f] = {{(128 - f) * (g - f), -2 * (128 - f) * (g - 128) + f * (g - 3 * f + 256),
+                   (128 - f) * (g + f) - 2 * f * (g - 2 * f), f * (g - f)}};
+  }
+  return weights;
+}
+
+constexpr std::array<CubicWeights, kParts> kCubicWeights = cubicWeights();
+
+// Behind the column table, in the words that it leaves free.
+uint8_t* reliefFirstTexels(SessionRecord* session) {
+  RenderState* render = &session->render;
+  return reinterpret_cast<uint8_t*>(lineBufferWords(render) + render->columnTableStart +
+                                    render->renderWidth + 1);
+}
+
+uint8_t* reliefParts(SessionRecord* session) {
+  return reliefFirstTexels(session) + session->render.renderWidth + 1;
+}
+
+// Two in each of the kernel buffers, which are free once the field is stamped.
+static int16_t* resampledRow(RenderState* render, int32_t slot) {
+  void* buffer = slot < 2 ? render->coneKernel.address : render->edgeKernel.address;
+  return static_cast<int16_t*>(buffer) + int64_t{slot % 2} * (render->renderWidth + 1);
+}
+
+void prepareReliefRows(SessionRecord* session, int64_t firstTexel) {
+  RenderState* render = &session->render;
+  const EffectSettings* settings = settingsOf(session);
+  const bool roomy = 4 * (int64_t{render->renderWidth} + 1) <= kKernelBytes;
+  // Wrapped at 256, or never below 0, four neighbours lie side by side.
+  const bool sideBySide =
+      settings->textureWidth == kTextureSide ||
+      (settings->textureWidth > 0 && settings->textureWidth < kTextureSide && firstTexel >= 0);
+  render->reliefIsFast = render->fast != nullptr && roomy && sideBySide ? 1 : 0;
+  std::fill_n(render->reliefRowTags, kRows, -1);
+}
+
+static void resample(SessionRecord* session, int32_t texelRow, int32_t slot) {
+  RenderState* render = &session->render;
+  const int32_t width = settingsOf(session)->textureWidth;
+  const auto* table = static_cast<const uint8_t*>(render->textureTable.address);
+  uint8_t texels[kTextureSide + kRows];
+  std::copy_n(table + kTextureSide * texelRow, width, texels);
+  for (int32_t i = 0; i < kRows; ++i) texels[width + i] = texels[i];
+  render->fast->surface->resampleRow(texels, reliefFirstTexels(session), reliefParts(session),
+                                     kCubicWeights.data(), render->renderWidth + 1,
+                                     resampledRow(render, slot));
+  render->reliefRowTags[slot] = texelRow;
+}
+
+// The slot that holds the row, filled when no slot does. Rows in `wanted` stay where they are.
+static int32_t slotOf(SessionRecord* session, int32_t texelRow, const uint8_t wanted[kRows]) {
+  const int32_t* tags = session->render.reliefRowTags;
+  const auto held = static_cast<int32_t>(std::find(tags, tags + kRows, texelRow) - tags);
+  if (held < kRows) return held;
+  int32_t slot = 0;
+  while (std::find(wanted, wanted + kRows, tags[slot]) != wanted + kRows) ++slot;
+  resample(session, texelRow, slot);
+  return slot;
+}
+
+void pressReliefRow(SessionRecord* session, const uint8_t texelRows[4], int32_t part,
+                    int32_t depth) {
+  RenderState* render = &session->render;
+  const int16_t* rows[kRows];
+  for (int32_t i = 0; i < kRows; ++i) {
+    rows[i] = resampledRow(render, slotOf(session, texelRows[i], texelRows));
+  }
+  render->fast->surface->pressRow(rows, kCubicWeights[part], depth,
+                                  settingsOf(session)->previewScale, render->renderWidth + 1,
+                                  fieldRow(render, render->currentRow));
+}
