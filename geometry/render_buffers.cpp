@@ -114,3 +114,14 @@ bool geometryFitsBuffers(const SessionRecord* session) {
          render->heightField.bytes >= heightFieldBytes(render) &&
          render->coneKernel.address != nullptr && render->edgeKernel.address != nullptr;
 }
+
+static bool sameRect(const Rectangle& a, const Rectangle& b) {
+  return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
+}
+
+bool recordStands(const SessionRecord* session) {
+  const FilterRecord* filter = session->filter;
+  return filter->parameters != nullptr && filter->parameters == session->lockedSettings &&
+         sameRect(filter->filterRect, session->render.renderedRect) &&
+         filter->planes == session->render.renderedPlanes;
+}

@@ -63,6 +63,8 @@ struct RenderState {
   Rectangle previewFrame;  // the dialog's preview area; a preview image is never larger
   Rectangle renderedRect;  // filter rectangle that the final render was started for
   int16_t renderedPlanes;
+  uint8_t started;         // this session has seen a Start
+  uint8_t exchangeFailed;  // the last exchange of the final render has
 
   int32_t effRadius;         // 1 to kLargestRadius
   int32_t coneStep;          // the cone's value at distance 1

@@ -5,6 +5,7 @@
 #include "entry/session_record.h"
 #include "geometry/bevel_profiles.h"
 #include "geometry/height_field.h"
+#include "geometry/render_buffers.h"
 #include "geometry/render_setup.h"
 #include "geometry/texture_relief.h"
 #include "services/alerts.h"
@@ -94,6 +95,7 @@ void step(SessionRecord* session) {
   const bool final = !isPreview(settingsOf(session));
   if (final && filter->progressProc != nullptr) {
     filter->progressProc(render->progressDone, render->progressTotal);
+    if (!recordStands(session)) return;
   }
   ++render->progressDone;
   render->currentRow = render->row;
