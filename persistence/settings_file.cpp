@@ -13,18 +13,10 @@
 #include "services/choosers.h"
 #include "services/memory_blocks.h"
 
-static std::FILE* openForOverwriting(const char* path) {
-  std::FILE* file = std::fopen(path, "r+b");
-  return file == nullptr ? std::fopen(path, "wb") : file;
-}
-
 bool writeSettingsFile(SessionRecord* session, const char* path) {
   uint8_t bytes[kLongestEncodedSettings];
   const size_t count = encodeSettings(settingsOf(session), bytes);
-  std::FILE* file = openForOverwriting(path);
-  if (file == nullptr) return false;
-  const bool written = std::fwrite(bytes, 1, count, file) == count;
-  return std::fclose(file) == 0 && written;
+  return overwriteUserFile(path, bytes, count);
 }
 
 // What the settings file says, in the settings; false when there is no file to read.

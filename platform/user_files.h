@@ -1,8 +1,9 @@
-// user_files: what a back end supplies about files and their names. Reading and writing is the
-// standard library's.
+// user_files: what a back end supplies about files, their names and how they are overwritten.
+// Reading is the standard library's.
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 // Between the folders of a path.
@@ -23,3 +24,8 @@ void takeFileAsWritten(char* path, int32_t bytes);
 // there is none to be had, or when the run is cut off from the user. With `forWriting`, makes the
 // folder it lies in.
 bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes);
+
+// Puts these bytes over the beginning of a file, whose end stays where it is longer, or makes the
+// file. False when that failed: the file then is what it was, at least where it could not be opened
+// or nothing could be written; what was there is never emptied first.
+bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count);

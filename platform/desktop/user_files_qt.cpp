@@ -1,7 +1,9 @@
 #include "platform/user_files.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QString>
 #include <cstring>
 #include <string>
@@ -119,5 +121,28 @@ bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
     return true;
   } catch (...) {
     return false;
+  }
+}
+
+// In a new file beside it, which takes its place when it is on the disk: whole or not at all.
+bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
+  try {
+    const QString name = QFile::decodeName(path);
+    const QFileInfo there(name);
+    if (there.exists() && !there.isFile()) return false;
+    QByteArray content(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
+    QFile old(name);
+    if (old.open(QIODevice::ReadOnly)) {
+      if (old.seek(content.size())) content += old.readAll();
+      if (old.error() != QFileDevice::NoError) return false;
+    } else if (old.exists()) {
+      return false;
+    }
+    // A buffer would hide that the disk has taken only a part.
+    QSaveFile file(name);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+           file.write(content) == content.size() && file.commit();
+  } catch (...) {
+    return false;  // out of memory
   }
 }

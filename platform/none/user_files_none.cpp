@@ -26,3 +26,12 @@ bool cachedSettingsPath(bool, char* path, int32_t bytes) {
   std::snprintf(path, static_cast<size_t>(bytes), "%s", scripted.c_str());
   return !scripted.empty();
 }
+
+bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
+  std::FILE* file = std::fopen(path, "r+b");
+  // Only what is not there is made: opening may also have failed for another reason.
+  if (file == nullptr) file = std::fopen(path, "wbx");
+  if (file == nullptr) return false;
+  const bool written = std::fwrite(bytes, 1, count, file) == count;
+  return std::fclose(file) == 0 && written;
+}

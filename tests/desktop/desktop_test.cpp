@@ -1,6 +1,7 @@
 // The Qt back end with its windows: alerts, choosers, remembered values, names between systems.
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QApplication>
 #include <QDialog>
@@ -12,6 +13,7 @@
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <csignal>
 #include <functional>
 
 #include "entry/handles.h"
@@ -223,6 +225,35 @@ TEST(DesktopFiles, CachedSettingsAndNames) {
   char cut[4];
   pathFromWindowsName("ab\xE4\xE4", cut, sizeof(cut));
   EXPECT_STREQ(cut, "ab") << "no half character";
+}
+
+static QByteArray contentOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+}
+
+// Whole or not at all: a disk that is full leaves the old file, and nothing beside it.
+TEST(DesktopFiles, OverwritingKeepsTheOldFileWhenItFails) {
+  const QTemporaryDir folder;
+  const QByteArray path = folder.filePath("settings").toUtf8();
+  const std::vector<uint8_t> first(20, 'a');
+  const std::vector<uint8_t> second(8, 'b');
+  ASSERT_TRUE(overwriteUserFile(path, first.data(), first.size()));
+  ASSERT_TRUE(overwriteUserFile(path, second.data(), second.size()));
+  const QByteArray overwritten = QByteArray(8, 'b') + QByteArray(12, 'a');
+  EXPECT_EQ(contentOf(path), overwritten) << "the end of a longer file stays";
+
+  rlimit before = {};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  const rlimit full = {4, before.rlim_max};
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+  EXPECT_FALSE(overwriteUserFile(path, first.data(), first.size()));
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(contentOf(path), overwritten);
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+  EXPECT_FALSE(overwriteUserFile("/dev/null", first.data(), first.size())) << "no ordinary file";
 }
 
 TEST(DesktopFiles, InOtherCapitals) {
