@@ -4,7 +4,8 @@
 
 #include "platform/windows/windows_api.h"
 
-constexpr char kCachedSettings[] = "c:\\Windows\\Temp\\Morvalis cached settings";
+constexpr char kMachinesFolder[] = "c:\\Windows\\Temp\\";
+constexpr char kCachedSettingsName[] = "Morvalis cached settings";
 
 char pathSeparator() {
   return '\\';
@@ -23,8 +24,43 @@ void windowsNameFromPath(const char* path, char* name, int32_t bytes) {
 void takeFileAsWritten(char*, int32_t) {
 }
 
-bool cachedSettingsPath(bool, char* path, int32_t bytes) {
-  std::snprintf(path, static_cast<size_t>(bytes), "%s", kCachedSettings);
+static bool fileExists(const char* path) {
+  return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES;
+}
+
+// Tried out, since rights alone do not tell; a file made for that goes again.
+static bool mayWrite(const char* path) {
+  const bool there = fileExists(path);
+  HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                            there ? OPEN_EXISTING : CREATE_NEW,
+                            there ? FILE_ATTRIBUTE_NORMAL : FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
+  return file != INVALID_HANDLE_VALUE;
+}
+
+// In the folder for a user's own data; false when there is none or the path does not fit.
+static bool usersOwnPath(bool forWriting, char* path, int32_t bytes) {
+  char folder[MAX_PATH];
+  const DWORD length = GetEnvironmentVariableA("LOCALAPPDATA", folder, MAX_PATH);
+  if (length == 0 || length >= MAX_PATH) return false;
+  const auto size = static_cast<size_t>(bytes);
+  int fitting = std::snprintf(path, size, "%s\\Morvalis", folder);
+  if (fitting < 0 || fitting >= bytes) return false;
+  if (forWriting) CreateDirectoryA(path, nullptr);
+  fitting = std::snprintf(path, size, "%s\\Morvalis\\%s", folder, kCachedSettingsName);
+  return fitting >= 0 && fitting < bytes;
+}
+
+// Where the machine's file may not be written each user has one of their own; until it is there,
+// the machine's is read.
+bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
+  char machines[MAX_PATH];
+  std::snprintf(machines, MAX_PATH, "%s%s", kMachinesFolder, kCachedSettingsName);
+  if (!mayWrite(machines) && usersOwnPath(forWriting, path, bytes) &&
+      (forWriting || fileExists(path))) {
+    return true;
+  }
+  std::snprintf(path, static_cast<size_t>(bytes), "%s", machines);
   return true;
 }
 
