@@ -6,7 +6,7 @@
 #include "dialog/dialog_state.h"
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
-#include "geometry/selection_mask.h"
+#include "geometry/field/selection_mask.h"
 #include "platform/window.h"
 #include "services/fixed_point.h"
 #include "services/memory_blocks.h"

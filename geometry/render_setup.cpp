@@ -5,7 +5,7 @@
 
 #include "entry/session_record.h"
 #include "geometry/bevel_profiles.h"
-#include "geometry/cone_kernel.h"
+#include "geometry/field/cone_kernel.h"
 #include "geometry/render_buffers.h"
 #include "geometry/row_machine.h"
 #include "pictures/picture_tables.h"

@@ -4,7 +4,7 @@
 
 #include "entry/session_record.h"
 #include "geometry/bevel_profiles.h"
-#include "geometry/height_field.h"
+#include "geometry/field/height_field.h"
 #include "geometry/render_setup.h"
 #include "geometry/texture_relief.h"
 #include "services/alerts.h"

@@ -1,11 +1,11 @@
-#include "geometry/height_field.h"
+#include "geometry/field/height_field.h"
 
 #include <algorithm>
 #include <cstdint>
 
 #include "entry/session_record.h"
-#include "geometry/cone_kernel.h"
-#include "geometry/selection_mask.h"
+#include "geometry/field/cone_kernel.h"
+#include "geometry/field/selection_mask.h"
 #include "vector/fast_passes.h"
 
 // Weights of the 3 x 3 smoothing.

@@ -1,4 +1,4 @@
-#include "geometry/cone_kernel.h"
+#include "geometry/field/cone_kernel.h"
 
 #include <algorithm>
 #include <cmath>
