@@ -4,9 +4,9 @@
 #include <cstring>
 
 #include "dialog/dialog_state.h"
+#include "geometry/field/selection_mask.h"
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
-#include "geometry/selection_mask.h"
 #include "platform/window.h"
 #include "services/fixed_point.h"
 #include "services/memory_blocks.h"

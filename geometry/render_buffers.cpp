@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "entry/session_record.h"
+#include "geometry/field/fast_field.h"
 #include "pictures/picture_release.h"
 #include "pictures/picture_tables.h"
 #include "services/fixed_point.h"
@@ -105,6 +106,7 @@ void freeBuffers(SessionRecord* session) {
   freeBuffer(filter, &render->edgeKernel);
   freeBuffer(filter, &render->environmentTable);
   freeBuffer(filter, &render->textureTable);
+  freeFastField(session);
 }
 
 bool geometryFitsBuffers(const SessionRecord* session) {

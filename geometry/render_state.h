@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "entry/host_interface.h"
+#include "geometry/field/fast_field_state.h"
 
 // One of the six large buffers, with the host buffer it came from (0: a block of our own).
 struct RenderBuffer {
@@ -71,6 +72,8 @@ struct RenderState {
   int32_t kernelStride;      // cells
   int32_t edgeKernelKind;    // stamp that the edge kernel was last built for, -1 for none
   int32_t edgeKernelWeight;  // 0 to 255
+
+  FastFieldState fastField;
 
   int16_t profile[kProfileEntries];
   int32_t depthLow;            // smallest -profile entry

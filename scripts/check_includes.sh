@@ -14,6 +14,7 @@ cd "$root"
 declare -A levels=(
   [entry/host_interface]=0
   [entry/session_record]=0
+  [geometry/field/fast_field_state]=0
   [geometry/pattern_state]=0
   [geometry/render_state]=0
   [platform/]=0

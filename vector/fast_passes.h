@@ -3,9 +3,11 @@
 
 #pragma once
 
+#include "vector/field_passes.h"
 #include "vector/surface_passes.h"
 
 struct FastPasses {
+  const FieldPasses* field;
   const SurfacePasses* surface;
 };
 
@@ -14,11 +16,14 @@ const FastPasses* fastPasses();
 
 // One name space per set, each compiled with its instructions.
 namespace baseline {
+const FieldPasses* fieldPasses();
 const SurfacePasses* surfacePasses();
-}
+}  // namespace baseline
 namespace sse41 {
+const FieldPasses* fieldPasses();
 const SurfacePasses* surfacePasses();
-}
+}  // namespace sse41
 namespace avx2 {
+const FieldPasses* fieldPasses();
 const SurfacePasses* surfacePasses();
-}
+}  // namespace avx2

@@ -45,17 +45,17 @@ InstructionSet chosenInstructionSet() {
 }
 
 const FastPasses* fastPasses() {
-  static const FastPasses kBaselinePasses = {baseline::surfacePasses()};
+  static const FastPasses kBaselinePasses = {baseline::fieldPasses(), baseline::surfacePasses()};
   switch (chosenInstructionSet()) {
     case InstructionSet::kPlain:
       return nullptr;
 #if defined(MORVALIS_X86_SETS)
     case InstructionSet::kAvx2: {
-      static const FastPasses kPasses = {avx2::surfacePasses()};
+      static const FastPasses kPasses = {avx2::fieldPasses(), avx2::surfacePasses()};
       return &kPasses;
     }
     case InstructionSet::kSse41: {
-      static const FastPasses kPasses = {sse41::surfacePasses()};
+      static const FastPasses kPasses = {sse41::fieldPasses(), sse41::surfacePasses()};
       return &kPasses;
     }
 #endif

@@ -10,8 +10,10 @@
 
 #pragma once
 
+struct RenderState;
 struct SessionRecord;
 
+void clearField(RenderState* render);            // as the first stamp needs it
 void stampRow(SessionRecord* session);           // image rows -1 to renderHeight
 void fillBorderRow(SessionRecord* session);      // field rows 0 to renderHeight + 1
 void smoothForwardRow(SessionRecord* session);   // field rows 0 to renderHeight

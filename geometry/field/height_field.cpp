@@ -1,11 +1,12 @@
-#include "geometry/height_field.h"
+#include "geometry/field/height_field.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "entry/session_record.h"
-#include "geometry/cone_kernel.h"
-#include "geometry/selection_mask.h"
+#include "geometry/field/cone_kernel.h"
+#include "geometry/field/selection_mask.h"
 #include "vector/fast_passes.h"
 
 // Weights of the 3 x 3 smoothing.
@@ -13,6 +14,11 @@ constexpr int32_t kCornerWeight = 12;
 constexpr int32_t kSideWeight = 31;
 constexpr int32_t kCentreWeight = 80;
 constexpr int32_t kWeightSum = 4 * kCornerWeight + 4 * kSideWeight + kCentreWeight;
+
+void clearField(RenderState* render) {
+  std::memset(fieldCells(render), 0,
+              size_t{2} * static_cast<size_t>(render->fieldStride) * render->fieldRows);
+}
 
 // Puts the larger of field and edge kernel into every field cell under the half of the kernel that
 // faces the stamp's side. (x0, y0) is the field cell under the kernel's first cell.

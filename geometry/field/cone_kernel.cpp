@@ -1,4 +1,4 @@
-#include "geometry/cone_kernel.h"
+#include "geometry/field/cone_kernel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +21,13 @@ void radiusConstants(SessionRecord* session) {
   render->kernelStride = 2 * render->effRadius + 2;
 }
 
+int16_t coneAt(int32_t radius, int32_t squared) {
+  const auto distance = static_cast<float>(std::sqrt(static_cast<double>(squared)));
+  if (distance > static_cast<float>(radius + 1)) return 0;
+  const double value = (radius + 1 - static_cast<double>(distance)) * kConeTop / (radius + 1);
+  return static_cast<int16_t>(truncateToInt32(value));
+}
+
 void buildConeKernel(SessionRecord* session) {
   RenderState* render = &session->render;
   auto* cone = static_cast<int16_t*>(render->coneKernel.address);
@@ -29,13 +36,18 @@ void buildConeKernel(SessionRecord* session) {
   std::memset(cone, 0, kKernelBytes);
   render->coneStep = radius * kConeTop / (radius + 1);
   render->edgeKernelKind = -1;
-  for (int32_t v = 0; v <= 2 * radius; ++v) {
-    for (int32_t u = 0; u <= 2 * radius; ++u) {
-      const int32_t squared = (u - radius) * (u - radius) + (v - radius) * (v - radius);
-      const auto distance = static_cast<float>(std::sqrt(static_cast<double>(squared)));
-      if (distance > static_cast<float>(radius + 1)) continue;
-      const double value = (radius + 1 - static_cast<double>(distance)) * kConeTop / (radius + 1);
-      cone[v * render->kernelStride + u] = static_cast<int16_t>(truncateToInt32(value));
+  int16_t* centre = cone + radius * (render->kernelStride + 1);
+  // One eighth; the others mirror it.
+  for (int32_t v = 0; v <= radius; ++v) {
+    for (int32_t u = v; u <= radius; ++u) {
+      const int16_t value = coneAt(radius, u * u + v * v);
+      if (value == 0) break;
+      for (const int32_t across : {-v, v}) {
+        for (const int32_t along : {-u, u}) {
+          centre[across * render->kernelStride + along] = value;
+          centre[along * render->kernelStride + across] = value;
+        }
+      }
     }
   }
 }

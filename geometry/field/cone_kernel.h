@@ -20,5 +20,8 @@ constexpr int32_t kStampDown = 3;
 void radiusConstants(SessionRecord* session);
 void buildConeKernel(SessionRecord* session);
 
+// The cone at a squared distance in pixels.
+int16_t coneAt(int32_t radius, int32_t squared);
+
 // weight: 0 to 255. Keeps what is there when kind and weight are those of the last call.
 void buildEdgeKernel(SessionRecord* session, int32_t kind, int32_t weight);
