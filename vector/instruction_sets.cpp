@@ -44,18 +44,21 @@ InstructionSet chosenInstructionSet() {
   return std::min(limitInForce(), bestInstructionSet());
 }
 
+#define PASSES_OF(set) \
+  { set::surfacePasses(), set::lightPasses(), set::colourPasses(), set::compositionPasses() }
+
 const FastPasses* fastPasses() {
-  static const FastPasses kBaselinePasses = {baseline::surfacePasses()};
+  static const FastPasses kBaselinePasses = PASSES_OF(baseline);
   switch (chosenInstructionSet()) {
     case InstructionSet::kPlain:
       return nullptr;
 #if defined(MORVALIS_X86_SETS)
     case InstructionSet::kAvx2: {
-      static const FastPasses kPasses = {avx2::surfacePasses()};
+      static const FastPasses kPasses = PASSES_OF(avx2);
       return &kPasses;
     }
     case InstructionSet::kSse41: {
-      static const FastPasses kPasses = {sse41::surfacePasses()};
+      static const FastPasses kPasses = PASSES_OF(sse41);
       return &kPasses;
     }
 #endif
