@@ -5,6 +5,7 @@
 
 #include "entry/session_record.h"
 #include "services/fixed_point.h"
+#include "shading/row_in_lanes.h"
 #include "shading/shade_row.h"
 
 constexpr int32_t kRipMapStarts[kRipMapLevels] = {0, 64, 96, 112, 120, 124, 126};
@@ -46,6 +47,7 @@ void prepareShading(SessionRecord* session) {
   tables->reflectRest = (Word32(256) - tables->reflectWeight).value;
   buildCausticTable(tables, settings->iriTableChoice == 1);
   buildProceduralWeights(tables);
+  prepareLanes(session);
   if (session->render.lineBuffer.address != nullptr) {
     std::fill_n(lineBufferWords(&session->render), session->render.renderWidth, kReflectionStart);
   }

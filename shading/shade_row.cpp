@@ -8,48 +8,14 @@
 #include "pictures/environment_picture.h"
 #include "shading/compose_pixel.h"
 #include "shading/lit_pixel.h"
+#include "shading/row_constants.h"
+#include "shading/row_in_lanes.h"
 #include "shading/tarnish.h"
 
 constexpr int32_t kLightRest = 171;  // share of a light above 256 that is kept, in 1/256
 constexpr int32_t kDiagonal = 181;   // 1 / sqrt(2), in 1/256
-constexpr int32_t kAngleLimit = kAngleEntries - 1;
-constexpr int32_t kReflectionCentre = 512;  // environment coordinate of flat ground, in 1/16
-constexpr int32_t kReflectionLimit = 1023;
 constexpr int32_t kTableRowBytes = 4 * kEnvironmentSurfaceSide;
 constexpr int32_t kSlopeClassShift = 3;
-constexpr int32_t kCausticCentre = kCausticEntries / 2;
-constexpr int32_t kSteepestCaustic = 35;  // height beyond which caustics grow no sharper
-
-// What holds for one light in all pixels of a row.
-struct LightConstants {
-  const LightStencil* main;
-  const LightStencil* side;
-  const LightStencil* caustic;
-  Word32 elevation;
-};
-
-// What holds for all pixels of a row.
-struct RowConstants {
-  LightConstants light1;
-  LightConstants light2;
-  RowLights colours;
-  bool light2On;
-  bool reflectOn;
-  Word32 glass;          // 0 to 256
-  Word32 transmitScale;  // 0 to 256
-  Word32 reflectRest;    // 0 to 256
-  Word32 reflectWeight;  // 0 to 256
-  Word32 glareWidth;
-  Word32 glossScale;
-  Word32 glossDivisor;
-  Word32 edgeHeight;  // the profile on and outside the selection's edge
-  Word32 depthSpan;   // at least 1
-  Word32 heightReference;
-  Word32 slopeReference;
-  Word32 causticGain;
-  Word32 causticSharpness;
-  Word32 causticFloor;
-};
 
 // The 2 x 2 block of height-field cells that a pixel is lit from.
 struct CellBlock {
@@ -69,47 +35,6 @@ struct LightShare {
   Word32 front;  // highlight
   Word32 through;
 };
-
-static RgbWord lightColour(const Color16& colour) {
-  return {colour.red >> 8, colour.green >> 8, colour.blue >> 8};
-}
-
-static RowConstants rowConstants(const SessionRecord* session) {
-  const EffectSettings* settings = settingsOf(session);
-  const ShadingTables& tables = session->shading;
-  const LightStencil* stencils = tables.stencils;
-  RowConstants row;
-  row.light1 = {&stencils[kLight1Main], &stencils[kLight1Side], &stencils[kLight1Caustic],
-                settings->light1Elevation};
-  row.light2 = {&stencils[kLight2Main], &stencils[kLight2Side], &stencils[kLight2Caustic],
-                settings->light2Elevation};
-  row.colours = {lightColour(settings->light1Color), lightColour(settings->light2Color),
-                 lightColour(settings->tarnishColor)};
-  const RgbWord& light2 = row.colours.light2;
-  row.light2On = light2.red > 0 || light2.green > 0 || light2.blue > 0;
-  row.reflectOn = settings->environmentPicture != nullptr && settings->reflection != 0 &&
-                  session->render.environmentTable.address != nullptr;
-  row.glass = Word32(settings->glassiness) * 256 / 100;
-  row.reflectWeight = tables.reflectWeight;
-  row.reflectRest = tables.reflectRest;
-  row.transmitScale = Word32(256) - (row.reflectWeight * row.reflectWeight >> 8);
-  row.glareWidth = Word32(settings->glare) * 3 / 2;
-  row.glossScale = Word32(settings->gloss) * 5;
-  row.glossDivisor = row.glareWidth * 75;
-  row.edgeHeight = session->render.profile[kProfileEntries - 1];
-  const Word32 lowest = -Word32(session->render.depthLow);
-  row.depthSpan = absolute(Word32(2) * lowest / 3);
-  if (row.depthSpan == 0) row.depthSpan = 1;
-  const Word32 height = absolute(settings->height);
-  row.heightReference = height + 20;
-  row.slopeReference = larger(absolute(Word32(settings->height) * 300 / 45), row.heightReference);
-  const Word32 bevel = limited(height, 1, kSteepestCaustic);
-  row.causticGain = row.glass * settings->caustic / 75;
-  row.causticSharpness = Word32(8960) / bevel;
-  const Word32 missing = Word32(kSteepestCaustic) - bevel;
-  row.causticFloor = missing * missing * 255 / 1225;
-  return row;
-}
 
 static Word32 dot(const LightStencil& s, const CellBlock& h) {
   return (Word32(s.w00) * h.h00 + Word32(s.w01) * h.h01 + Word32(s.w10) * h.h10 +
@@ -181,13 +106,6 @@ static Word32 steepness(const CellBlock& h) {
   return longer + (shorter >> 1) + std::max({longer, sum, difference});
 }
 
-static int32_t environmentCoordinate(const ShadingTables& tables, int32_t difference) {
-  const int32_t step = std::clamp(difference, -kAngleLimit, kAngleLimit);
-  const int32_t angle = tables.reflectionAngle[std::abs(step)];
-  const int32_t coordinate = kReflectionCentre + (step < 0 ? -angle : angle);
-  return std::clamp(coordinate, 0, kReflectionLimit) >> 4;
-}
-
 // Where a pixel looks into the environment: coordinates 0 to 63 and the rip-map level per axis.
 struct Reflection {
   int32_t u;
@@ -219,10 +137,7 @@ static RgbWord environmentSample(const SessionRecord* session, const Reflection&
 }
 
 static RgbWord causticColour(const RowConstants& row, const ShadingTables& tables, Word32 slope) {
-  const Word32 index =
-      Word32(kCausticCentre) -
-      (row.heightReference - (row.slopeReference - slope)) * kCausticCentre / row.heightReference;
-  const Rgb32& colour = tables.caustic[limited(index, 0, kCausticEntries - 1).value];
+  const Rgb32& colour = tables.caustic[causticEntry(row, slope)];
   return {colour.red, colour.green, colour.blue};
 }
 
@@ -290,47 +205,11 @@ static uint8_t overCheckerboard(uint8_t sample, int32_t mask, int32_t row, int32
   return static_cast<uint8_t>((sample * mask + checker * (255 - mask)) >> 8);
 }
 
-// The host's rows and how far apart their pixels are.
-struct HostRows {
-  const uint8_t* in;
-  uint8_t* out;
-  int32_t inStep;   // bytes
-  int32_t outStep;  // bytes
-  bool grey;
-  int32_t width;  // pixels
-};
-
-// False when the host's buffers are missing or cannot hold the planes.
-static bool hostRows(const SessionRecord* session, HostRows* rows) {
-  const FilterRecord* filter = session->filter;
-  if (filter->inData == nullptr || filter->outData == nullptr) return false;
-  const bool preview = isPreview(settingsOf(session));
-  const int64_t r = preview ? session->render.currentRow : 0;
-  rows->in = filter->inData + r * filter->inRowBytes;
-  rows->out = filter->outData + r * filter->outRowBytes;
-  rows->inStep = filter->inHiPlane - filter->inLoPlane + 1;
-  rows->outStep = filter->outHiPlane - filter->outLoPlane + 1;
-  rows->grey = filter->planes < 3;
-  // Hosts may cut either rectangle.
-  rows->width = std::min({filter->outRect.right - filter->outRect.left,
-                          filter->inRect.right - filter->inRect.left, session->render.renderWidth});
-  const int32_t needed = rows->grey ? 1 : 3;
-  return rows->inStep >= needed && rows->outStep >= needed;
-}
-
-void shadeRow(SessionRecord* session) {
+static void shadePlainRow(SessionRecord* session, const RowConstants& row, HostRows host) {
   const EffectSettings* settings = settingsOf(session);
   RenderState* render = &session->render;
-  if (render->heightField.address == nullptr || render->lineBuffer.address == nullptr) return;
-  HostRows host;
-  if (!hostRows(session, &host)) {
-    *session->result = kMemoryFull;
-    return;
-  }
-  const RowConstants row = rowConstants(session);
   const int32_t r = render->currentRow;
   const bool tarnished = settings->tarnish != 0;
-  if (tarnished) computeTarnishRow(session);
   const int32_t* tarnishRow = lineBufferWords(render) + render->tarnishRowStart;
   int32_t* previousRow = lineBufferWords(render);
   const int16_t* upper = fieldRow(render, r);
@@ -356,4 +235,17 @@ void shadeRow(SessionRecord* session) {
     host.in += host.inStep;
     host.out += host.outStep;
   }
+}
+
+void shadeRow(SessionRecord* session) {
+  RenderState* render = &session->render;
+  if (render->heightField.address == nullptr || render->lineBuffer.address == nullptr) return;
+  HostRows host;
+  if (!hostRows(session, &host)) {
+    *session->result = kMemoryFull;
+    return;
+  }
+  if (settingsOf(session)->tarnish != 0) computeTarnishRow(session);
+  const RowConstants row = rowConstants(session);
+  if (!shadeRowInLanes(session, row, host)) shadePlainRow(session, row, host);
 }

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+#include "vector/shading_chunk.h"
+
 constexpr int32_t kStencilSlots = 6;
 constexpr int32_t kAngleEntries = 2000;
 constexpr int32_t kSpectrumEntries = 81;  // 380 to 780 nm in steps of 5
@@ -36,6 +38,16 @@ struct Rgb32 {
   int32_t blue;
 };
 
+// The same in the form that the quick passes read.
+struct FastShadingTables {
+  uint8_t ready;   // the entries are there, and all in the range that the passes need
+  uint8_t filmOn;  // the film changes colours
+  int32_t height;  // setting that causticWords was made for
+  uint8_t coordinates[kCoordinateEntries];   // by difference of cells, from -kGrazingStep
+  uint32_t filmWords[kSteepnessEntries];     // red, green, blue, 9 bits each
+  uint32_t causticWords[kSteepnessEntries];  // red, green, blue, 8 bits each
+};
+
 struct ShadingTables {
   uint8_t tablesBuilt;  // the three session tables below are there
 
@@ -53,4 +65,6 @@ struct ShadingTables {
   int32_t reflectWeight;                // 0 to 256
   int32_t reflectRest;                  // 256 - reflectWeight
   int16_t proceduralWeight[256];        // 0 to 255, by source value
+
+  FastShadingTables fast;
 };

@@ -5,6 +5,7 @@
 
 #include "entry/session_record.h"
 #include "services/fixed_point.h"
+#include "vector/fast_passes.h"
 
 constexpr int32_t kReach = 2;              // cells on either side
 constexpr int32_t kSide = 2 * kReach + 1;  // of the filter
@@ -20,6 +21,25 @@ static Word32 tarnishStrength(const EffectSettings* settings) {
   return t * 256 / (Word32(settings->previewScale) * 50);
 }
 
+static int32_t hollowAt(const int16_t* const rows[kSide], int32_t c) {
+  int32_t sum = 0;
+  for (int32_t i = 0; i < kSide; ++i) {
+    for (int32_t k = 0; k < kSide; ++k) {
+      sum += kWeights[i][k] * rows[i][std::max(c + k - kReach, 0)];
+    }
+  }
+  return std::max(-sum, 0);
+}
+
+// False when the amounts would wrap, or the strength is none that settings give.
+static bool inLanes(const RenderState* render, const int16_t* const rows[kSide], Word32 strength,
+                    int32_t* amounts) {
+  if (render->fast == nullptr || strength < 0 || strength > kLargestTarnishStrength) return false;
+  const int32_t hollow =
+      render->fast->light->tarnishRow(rows, render->renderWidth, strength.value, amounts);
+  return int64_t{hollow} * strength.value <= INT32_MAX;
+}
+
 void computeTarnishRow(SessionRecord* session) {
   RenderState* render = &session->render;
   if (render->heightField.address == nullptr || render->lineBuffer.address == nullptr) return;
@@ -28,14 +48,11 @@ void computeTarnishRow(SessionRecord* session) {
   const int16_t* rows[kSide];
   for (int32_t i = 0; i < kSide; ++i) rows[i] = fieldRow(render, std::max(r + i - kReach, 0));
   int32_t* amounts = lineBufferWords(render) + render->tarnishRowStart;
-  for (int32_t c = 0; c < render->renderWidth; ++c) {
-    int32_t sum = 0;
-    for (int32_t i = 0; i < kSide; ++i) {
-      for (int32_t k = 0; k < kSide; ++k) {
-        sum += kWeights[i][k] * rows[i][std::max(c + k - kReach, 0)];
-      }
-    }
-    const Word32 hollow = std::max(-sum, 0);
-    amounts[c] = smaller(strength * hollow >> 12, 256).value;
+  // The lanes leave the first columns, which have no left neighbours.
+  const int32_t columns = inLanes(render, rows, strength, amounts)
+                              ? std::min(kReach, render->renderWidth)
+                              : render->renderWidth;
+  for (int32_t c = 0; c < columns; ++c) {
+    amounts[c] = smaller(strength * hollowAt(rows, c) >> 12, 256).value;
   }
 }

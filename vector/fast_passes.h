@@ -3,27 +3,30 @@
 
 #pragma once
 
+#include "vector/colour_passes.h"
+#include "vector/composition_passes.h"
 #include "vector/field_passes.h"
+#include "vector/light_passes.h"
 #include "vector/surface_passes.h"
 
 struct FastPasses {
   const FieldPasses* field;
   const SurfacePasses* surface;
+  const LightPasses* light;
+  const ColourPasses* colour;
+  const CompositionPasses* composition;
 };
 
 // The table of the chosen instruction set; null when the plain passes are to be used.
 const FastPasses* fastPasses();
 
-// One name space per set, each compiled with its instructions.
+// The table of each set (table_passes.cpp).
 namespace baseline {
-const FieldPasses* fieldPasses();
-const SurfacePasses* surfacePasses();
-}  // namespace baseline
+const FastPasses* passes();
+}
 namespace sse41 {
-const FieldPasses* fieldPasses();
-const SurfacePasses* surfacePasses();
-}  // namespace sse41
+const FastPasses* passes();
+}
 namespace avx2 {
-const FieldPasses* fieldPasses();
-const SurfacePasses* surfacePasses();
-}  // namespace avx2
+const FastPasses* passes();
+}

@@ -1,9 +1,9 @@
 #include "vector/field_passes.h"
 
 #include "vector/cone_lanes.h"
-#include "vector/fast_passes.h"
 #include "vector/row_scan.h"
 #include "vector/strip_scan.h"
+#include "vector/table_passes.h"
 
 namespace MORVALIS_SET {
 

@@ -45,21 +45,16 @@ InstructionSet chosenInstructionSet() {
 }
 
 const FastPasses* fastPasses() {
-  static const FastPasses kBaselinePasses = {baseline::fieldPasses(), baseline::surfacePasses()};
   switch (chosenInstructionSet()) {
     case InstructionSet::kPlain:
       return nullptr;
 #if defined(MORVALIS_X86_SETS)
-    case InstructionSet::kAvx2: {
-      static const FastPasses kPasses = {avx2::fieldPasses(), avx2::surfacePasses()};
-      return &kPasses;
-    }
-    case InstructionSet::kSse41: {
-      static const FastPasses kPasses = {sse41::fieldPasses(), sse41::surfacePasses()};
-      return &kPasses;
-    }
+    case InstructionSet::kAvx2:
+      return avx2::passes();
+    case InstructionSet::kSse41:
+      return sse41::passes();
 #endif
     default:
-      return &kBaselinePasses;
+      return baseline::passes();
   }
 }
