@@ -121,15 +121,11 @@ static uint32_t packed(const Rgb32& colour, int32_t bits) {
          static_cast<uint32_t>(colour.blue) << 2 * bits;
 }
 
-// Whether the environment looks the same from a grazing step on.
+// Whether the environment looks the same from a grazing step on; the angles only grow.
 static bool levelBeyondGrazing(const ShadingTables& tables) {
-  for (int32_t step = kGrazingStep; step < kAngleEntries; ++step) {
-    if (environmentCoordinate(tables, step) != environmentCoordinate(tables, kGrazingStep) ||
-        environmentCoordinate(tables, -step) != environmentCoordinate(tables, -kGrazingStep)) {
-      return false;
-    }
-  }
-  return true;
+  constexpr int32_t last = kAngleEntries - 1;
+  return environmentCoordinate(tables, last) == environmentCoordinate(tables, kGrazingStep) &&
+         environmentCoordinate(tables, -last) == environmentCoordinate(tables, -kGrazingStep);
 }
 
 static bool wordsBySteepness(const ShadingTables& tables, const RowConstants& row,

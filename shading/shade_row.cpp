@@ -245,7 +245,7 @@ void shadeRow(SessionRecord* session) {
     *session->result = kMemoryFull;
     return;
   }
-  if (settingsOf(session)->tarnish != 0) computeTarnishRow(session);
+  const bool ordinary = settingsOf(session)->tarnish == 0 || computeTarnishRow(session);
   const RowConstants row = rowConstants(session);
-  if (!shadeRowInLanes(session, row, host)) shadePlainRow(session, row, host);
+  if (!ordinary || !shadeRowInLanes(session, row, host)) shadePlainRow(session, row, host);
 }

@@ -40,19 +40,21 @@ static bool inLanes(const RenderState* render, const int16_t* const rows[kSide],
   return int64_t{hollow} * strength.value <= INT32_MAX;
 }
 
-void computeTarnishRow(SessionRecord* session) {
+bool computeTarnishRow(SessionRecord* session) {
   RenderState* render = &session->render;
-  if (render->heightField.address == nullptr || render->lineBuffer.address == nullptr) return;
+  if (render->heightField.address == nullptr || render->lineBuffer.address == nullptr) return false;
   const int32_t r = render->currentRow;
   const Word32 strength = tarnishStrength(settingsOf(session));
   const int16_t* rows[kSide];
   for (int32_t i = 0; i < kSide; ++i) rows[i] = fieldRow(render, std::max(r + i - kReach, 0));
   int32_t* amounts = lineBufferWords(render) + render->tarnishRowStart;
+  const bool quick = inLanes(render, rows, strength, amounts);
   // The lanes leave the first columns, which have no left neighbours.
-  const int32_t columns = inLanes(render, rows, strength, amounts)
-                              ? std::min(kReach, render->renderWidth)
-                              : render->renderWidth;
+  const int32_t columns = quick ? std::min(kReach, render->renderWidth) : render->renderWidth;
+  bool wrapped = false;
   for (int32_t c = 0; c < columns; ++c) {
     amounts[c] = smaller(strength * hollowAt(rows, c) >> 12, 256).value;
+    wrapped = wrapped || amounts[c] < 0;
   }
+  return !wrapped;
 }

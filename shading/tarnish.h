@@ -5,5 +5,6 @@
 
 struct SessionRecord;
 
-// Fills the tarnish row of the line buffer (0 to 256 a column) for row currentRow.
-void computeTarnishRow(SessionRecord* session);
+// Fills the tarnish row of the line buffer (0 to 256 a column) for row currentRow. False when there
+// is none, or when amounts have wrapped and lie below 0, as damaged settings can make them.
+bool computeTarnishRow(SessionRecord* session);

@@ -5,8 +5,8 @@
 namespace MORVALIS_SET {
 
 static void loadGrey(const ShadingRow&, ShadingChunk* chunk) {
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) chunk->source[0][i] = chunk->pixels[i];
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) chunk->source[0][i] = chunk->pixels[i];
 }
 
 static void loadRgb(const ShadingRow&, ShadingChunk* chunk) {
@@ -14,8 +14,8 @@ static void loadRgb(const ShadingRow&, ShadingChunk* chunk) {
   Lane* __restrict red = chunk->source[0];
   Lane* __restrict green = chunk->source[1];
   Lane* __restrict blue = chunk->source[2];
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     red[i] = pixels[3 * i];
     green[i] = pixels[3 * i + 1];
     blue[i] = pixels[3 * i + 2];
@@ -48,8 +48,8 @@ static void spread(const ShadingRow&, ShadingChunk* chunk) {
   Lane* __restrict red = chunk->colour[0];
   Lane* __restrict green = chunk->colour[1];
   Lane* __restrict blue = chunk->colour[2];
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     const Spread to = spreadOne(red[i], green[i], blue[i]);
     red[i] = least(to.colour[0], 255);
     green[i] = least(to.colour[1], 255);
@@ -65,8 +65,8 @@ static void spreadToGrey(const ShadingRow&, ShadingChunk* chunk) {
   Lane* __restrict red = chunk->colour[0];
   const Lane* __restrict green = chunk->colour[1];
   const Lane* __restrict blue = chunk->colour[2];
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     const Spread to = spreadOne(red[i], green[i], blue[i]);
     // Each product fits 16 bits; a channel that is cut off here makes the level 255 alone.
     const auto r = static_cast<uint16_t>(kRedShare * least(to.colour[0], 65535 / kRedShare));
@@ -104,11 +104,11 @@ static inline Lane blendScreen(Lane o, Lane s) {
 
 #define BLEND_STAGE(name, procedure)                             \
   static void name(const ShadingRow& row, ShadingChunk* chunk) { \
-    const int32_t lanes = chunk->lanes & -kLaneMultiple;         \
+    const int32_t lanes = lanesOf(chunk);                        \
     for (int32_t k = 0; k < row.channels; ++k) {                 \
       const Lane* __restrict source = chunk->source[k];          \
       Lane* __restrict colour = chunk->colour[k];                \
-      for (int32_t i = 0; i < lanes; ++i) {                      \
+      FOR_LANES (i, lanes) {                                     \
         colour[i] = procedure(colour[i], source[i]);             \
       }                                                          \
     }                                                            \
@@ -128,10 +128,10 @@ static void checkerboard(const ShadingRow& row, ShadingChunk* chunk) {
   const uint8_t* __restrict mask = chunk->mask;
   const int32_t first = chunk->firstColumn;
   const int32_t line = row.row;
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
+  const int32_t lanes = lanesOf(chunk);
   for (int32_t k = 0; k < row.channels; ++k) {
     Lane* __restrict colour = chunk->colour[k];
-    for (int32_t i = 0; i < lanes; ++i) {
+    FOR_LANES (i, lanes) {
       const auto square = static_cast<Lane>(((first + i) ^ line) & 8);
       const auto checker = static_cast<Lane>(square == 0 ? 255 : 204);
       const Lane m = mask[i];
@@ -142,8 +142,8 @@ static void checkerboard(const ShadingRow& row, ShadingChunk* chunk) {
 }
 
 static void storeGrey(const ShadingRow&, ShadingChunk* chunk) {
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     chunk->pixels[i] = static_cast<uint8_t>(chunk->colour[0][i]);
   }
 }
@@ -153,8 +153,8 @@ static void storeRgb(const ShadingRow&, ShadingChunk* chunk) {
   const Lane* __restrict green = chunk->colour[1];
   const Lane* __restrict blue = chunk->colour[2];
   uint8_t* __restrict pixels = chunk->pixels;
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     pixels[3 * i] = static_cast<uint8_t>(red[i]);
     pixels[3 * i + 1] = static_cast<uint8_t>(green[i]);
     pixels[3 * i + 2] = static_cast<uint8_t>(blue[i]);

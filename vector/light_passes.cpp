@@ -35,8 +35,8 @@ static void steepness(const ShadingRow&, ShadingChunk* chunk) {
   const Lane* __restrict upper = chunk->upper;
   const Lane* __restrict lower = chunk->lower;
   Lane* __restrict dst = chunk->steepness;
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     const auto dx = static_cast<Lane>(upper[i + 1] - upper[i]);
     const auto dy = static_cast<Lane>(lower[i] - upper[i]);
     const Lane longer = most(magnitude(dx), magnitude(dy));
@@ -65,8 +65,8 @@ static void lightSurface(const ShadingRow& row, const LightLanes& light, Shading
   const auto scale = static_cast<uint16_t>(row.glossScale);
   const int32_t clearRest = 256 - row.glass;
   const int32_t rest = row.reflectRest;
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     const auto dx = static_cast<Lane>(upper[i + 1] - upper[i]);
     const auto dy = static_cast<Lane>(lower[i] - upper[i]);
     const auto dz = static_cast<Lane>(lower[i + 1] - upper[i]);
@@ -109,8 +109,8 @@ static void lightGlass(const ShadingRow& row, const LightLanes& light, ShadingCh
   const auto sharpness = static_cast<uint16_t>(row.causticSharpness << 1);
   const auto gain = static_cast<uint16_t>(row.causticGain << 2);
   const auto level = static_cast<Lane>(255 - row.causticFloor);
-  const int32_t lanes = chunk->lanes & -kLaneMultiple;
-  for (int32_t i = 0; i < lanes; ++i) {
+  const int32_t lanes = lanesOf(chunk);
+  FOR_LANES (i, lanes) {
     const Lane x = most(static_cast<Lane>(shareOf(back[i], kLightRest) - toward[i]), 0);
     const Lane limited = least(most(upper[i], lowest), highest);
     const auto deep = static_cast<uint16_t>(magnitude(static_cast<Lane>(edge - limited)));
@@ -123,7 +123,7 @@ static void lightGlass(const ShadingRow& row, const LightLanes& light, ShadingCh
     clear[i] =
         whole ? through : static_cast<Lane>(upperHalf(static_cast<uint16_t>(through), transmit));
   }
-  for (int32_t i = 0; i < lanes; ++i) {
+  FOR_LANES (i, lanes) {
     const auto dx = static_cast<Lane>(upper[i + 1] - upper[i]);
     const auto dy = static_cast<Lane>(lower[i] - upper[i]);
     const auto dz = static_cast<Lane>(lower[i + 1] - upper[i]);

@@ -108,4 +108,18 @@ struct ShadingChunk {
   int32_t firstColumn;
 };
 
+// Written so that the compiler sees the multiple.
+static inline int32_t lanesOf(const ShadingChunk* chunk) {
+  return chunk->lanes & -kLaneMultiple;
+}
+
+// A loop whose turns do not depend on each other, which the compiler cannot see where a stage
+// changes an array that lies between others.
+#if defined(__clang__)
+#define FOR_LANES(i, lanes) \
+  _Pragma("clang loop vectorize(assume_safety)") for (int32_t i = 0; i < (lanes); ++i)
+#else
+#define FOR_LANES(i, lanes) _Pragma("GCC ivdep") for (int32_t i = 0; i < (lanes); ++i)
+#endif
+
 using ShadingStage = void (*)(const ShadingRow& row, ShadingChunk* chunk);
