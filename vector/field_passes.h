@@ -15,19 +15,24 @@ constexpr int32_t kFineGroup = 8;       // neighbours that one lower bound speak
 constexpr int32_t kCoarseGroup = 64;
 constexpr uint16_t kUnselectedCode = 255;
 
-// A render's cone, and what bounds the values it gives.
+// A render's cone, and what bounds the values it gives. Squared distances count in units of
+// 1 / 2^scaleBits.
+constexpr int32_t kNoDistance = kLargestReach + kFineGroup;  // place of distance 0 in `squares`
 struct FieldCone {
   const int16_t* centre;  // cell at distance 0
   int32_t stride;
   int32_t radius;
   int32_t coneStep;  // value at distance 1
-  // Squared distances count in units of 1 / 2^scaleBits.
   int32_t scaleBits;
-  float scale;                          // 2^scaleBits
-  float reach;                          // of a value of 0, in pixels
-  float perValue;                       // pixels
-  uint16_t squares[kLargestReach + 2];  // of whole distances, in such units
-  uint16_t pixelSquares[kLargestReach + 2];
+  float scale;      // units in a squared pixel
+  float perUnit;    // squared pixels
+  float reach;      // of a value of 0, in pixels
+  float perValue;   // pixels
+  float sureReach;  // `reach` where the least sum of bounds is all that is known
+  // Of the distances from -kNoDistance on; 65535 for those beyond the radius.
+  uint16_t squares[2 * kNoDistance + 1];       // in units
+  uint16_t pixelSquares[2 * kNoDistance + 1];  // in squared pixels
+  uint16_t rows[2 * kNoDistance + 1];          // cells from the cone's centre to that row
 };
 
 // Lists of one number per column. All but `up` go on for kRowMargin columns on either side, and
@@ -41,20 +46,20 @@ struct FieldRow {
   uint16_t* coarse;  // least of kCoarseGroup bounds from here on
 };
 
-// Rows of codes along the row, for a strip of columns. Rows count from 0, the row above the
-// picture; the last `radius` rows, the row in work and the next `radius` ones are kept in a ring.
+// Rows of codes along the row, for a strip of columns. Rows count from `radius` rows above the
+// picture to `radius` rows below it; the row in work and `radius` rows on either side are kept in a
+// ring.
 struct FieldStrip {
   uint16_t* codes;
   uint16_t* bounds;
-  uint16_t* fine;    // least bound of kFineGroup rows
-  uint16_t* coarse;  // least bound of kCoarseGroup rows
-  int32_t width;     // columns that there is room for, a multiple of 16
-  int32_t ringRows;
+  uint16_t* fine;       // least bound of kFineGroup rows
+  uint16_t* coarse;     // least bound of kCoarseGroup rows
+  int32_t width;        // columns that there is room for, a multiple of 16
+  int32_t ringRows;     // a multiple of kFineGroup
   int32_t fineSlots;    // a power of two, as is
   int32_t coarseSlots;  // this
   int32_t firstColumn;
   int32_t columns;
-  int32_t lastRow;  // the row below the picture
 };
 
 // Mask rows are readable up to the next multiple of 16 and hold 0 there. Cells are those of a
@@ -77,7 +82,7 @@ struct FieldPasses {
   void (*takeStripRow)(const FieldCone& cone, const FieldStrip& strip, int32_t row,
                        const uint8_t* mask, int32_t count);
   // Makes a row's cells final; they hold what scanSoftRow left. The strip has taken the rows up to
-  // row + radius, or all. mask and cells: from the strip's first column on.
+  // row + radius. mask and cells: from the strip's first column on.
   void (*finishStripRow)(const FieldCone& cone, const FieldStrip& strip, int32_t row,
                          const uint8_t* mask, int16_t* cells);
 };

@@ -46,6 +46,10 @@ static inline Lanes larger(Lanes a, Lanes b) {
 static inline Lanes equal(Lanes a, Lanes b) {
   return {_mm256_cmpeq_epi16(a.v, b.v)};
 }
+static inline Lanes lessThan(Lanes a, Lanes b) {
+  const __m256i least = _mm256_min_epu16(a.v, b.v);
+  return {_mm256_xor_si256(_mm256_cmpeq_epi16(least, b.v), _mm256_set1_epi16(-1))};
+}
 static inline Lanes both(Lanes a, Lanes b) {
   return {_mm256_and_si256(a.v, b.v)};
 }
@@ -143,6 +147,12 @@ static inline Lanes larger(Lanes a, Lanes b) {
 }
 static inline Lanes equal(Lanes a, Lanes b) {
   return {_mm_cmpeq_epi16(a.lo, b.lo), _mm_cmpeq_epi16(a.hi, b.hi)};
+}
+static inline Lanes lessThan(Lanes a, Lanes b) {
+  const __m128i ones = _mm_set1_epi16(-1);
+  const __m128i zero = _mm_setzero_si128();
+  return {_mm_xor_si128(_mm_cmpeq_epi16(_mm_subs_epu16(b.lo, a.lo), zero), ones),
+          _mm_xor_si128(_mm_cmpeq_epi16(_mm_subs_epu16(b.hi, a.hi), zero), ones)};
 }
 static inline Lanes both(Lanes a, Lanes b) {
   return {_mm_and_si128(a.lo, b.lo), _mm_and_si128(a.hi, b.hi)};
@@ -248,6 +258,9 @@ static inline Lanes larger(Lanes a, Lanes b) {
 static inline Lanes equal(Lanes a, Lanes b) {
   return perLane([&](int32_t i) { return a.v[i] == b.v[i] ? 65535 : 0; });
 }
+static inline Lanes lessThan(Lanes a, Lanes b) {
+  return perLane([&](int32_t i) { return a.v[i] < b.v[i] ? 65535 : 0; });
+}
 static inline Lanes both(Lanes a, Lanes b) {
   return perLane([&](int32_t i) { return a.v[i] & b.v[i]; });
 }
@@ -294,6 +307,10 @@ static inline Lanes lastLaneEverywhere(Lanes a) {
 // Whether some lane of a is less than the same lane of b.
 static inline bool anyLess(Lanes a, Lanes b) {
   return anyBit(subtractSaturated(b, a));
+}
+
+static inline int32_t firstBit(uint32_t bits) {
+  return __builtin_ctz(bits);
 }
 
 // The first `count` lanes (1 to 16) from and to memory that may end behind them; 0 in the others.

@@ -60,51 +60,85 @@ static void findGroups(const FieldRow& row, int32_t radius, int32_t count) {
   joinGroups(row.coarse, 32, start, last, row.coarse);
 }
 
-// Calls look(offset) for the offsets at which some lane's bound may be less than its limit, nearer
-// ones first. `limit` may fall on the way.
-template <class Look>
-static inline void forNearColumns(const FieldCone& cone, const FieldRow& row, int32_t x,
-                                  const uint16_t* squares, const Lanes& limit, Look look) {
-  const auto promises = [&](const uint16_t* group, Lanes square) {
-    return anyLess(addSaturated(load(group), square), limit);
-  };
-  look(0);
-  for (int32_t far = 1; far <= cone.radius; far += kCoarseGroup) {
-    const Lanes farSquare = splat(squares[far]);
-    if (!anyLess(farSquare, limit)) return;
-    const bool right = promises(row.coarse + x + far, farSquare);
-    const bool left = promises(row.coarse + x - far - (kCoarseGroup - 1), farSquare);
-    if (!right && !left) continue;
-    const int32_t farEnd = lesser(far + kCoarseGroup - 1, cone.radius);
-    for (int32_t near = far; near <= farEnd; near += kFineGroup) {
-      const Lanes square = splat(squares[near]);
-      if (!anyLess(square, limit)) return;
-      const int32_t nearEnd = lesser(near + kFineGroup - 1, farEnd);
-      if (right && promises(row.fine + x + near, square)) {
-        for (int32_t w = near; w <= nearEnd; ++w) look(w);
-      }
-      if (left && promises(row.fine + x - near - (kFineGroup - 1), square)) {
-        for (int32_t w = near; w <= nearEnd; ++w) look(-w);
-      }
+// Eight lists of bounds or codes side by side, for offsets that follow each other.
+struct Group {
+  const uint16_t* bounds;
+  int32_t stride;
+  const uint16_t* squares;   // of the offsets
+  const uint16_t* coneRows;  // and the rows of the cone, as cells
+};
+
+static inline Lanes sumAt(const Group& group, int32_t i) {
+  return addSaturated(load(group.bounds + i * group.stride), splat(group.squares[i]));
+}
+
+static inline Lanes leastSum(const Group& group, Lanes least) {
+  for (int32_t i = 0; i < kFineGroup; ++i) least = smaller(least, sumAt(group, i));
+  return least;
+}
+
+// A bit for each offset at which some lane's sum is less than its limit.
+static inline uint32_t offsetsBelow(const Group& group, Lanes limit) {
+  uint32_t bits = 0;
+  for (int32_t i = 0; i < kFineGroup; ++i) {
+    bits |= static_cast<uint32_t>(anyLess(sumAt(group, i), limit)) << i;
+  }
+  return bits;
+}
+
+// The best value of each lane, and a code that waits to be looked at: values are looked up for all
+// lanes at once, so each lane waits until one of them has a second code.
+struct Best {
+  Lanes value;
+  Lanes code;
+  Lanes row;  // cells of the cone
+  Lanes waiting;
+};
+
+static inline Best noneYet(const FieldCone& cone, Lanes value) {
+  return {value, lastCode(cone), splat(0), splat(0)};
+}
+
+static inline void lookUp(const FieldCone& cone, Best* best) {
+  best->value = larger(best->value, coneValues(cone.centre - 1, best->row, best->code));
+}
+
+// codes: like the bounds of the group.
+static inline void offerBelow(const FieldCone& cone, const Group& group, const uint16_t* codes,
+                              Lanes limit, Best* best) {
+  for (uint32_t bits = offsetsBelow(group, limit); bits != 0; bits &= bits - 1) {
+    const int32_t i = firstBit(bits);
+    const Lanes below = lessThan(sumAt(group, i), limit);
+    if (anyBit(both(below, best->waiting))) {
+      lookUp(cone, best);
+      best->waiting = splat(0);
     }
+    best->waiting = either(best->waiting, below);
+    best->code = choose(below, load(codes + i * group.stride), best->code);
+    best->row = choose(below, splat(group.coneRows[i]), best->row);
   }
 }
 
-// What has the least sum of bounds so far.
-struct Nearest {
-  Lanes sum;
-  Lanes code;
-  Lanes offset;  // cells of the cone
-};
-
-static inline void lookForNearest(const FieldCone& cone, const uint16_t* bounds,
-                                  const uint16_t* codes, int32_t distance, Nearest* nearest) {
-  const Lanes sum = addSaturated(load(bounds), splat(cone.squares[distance]));
-  const Lanes least = smaller(sum, nearest->sum);
-  const Lanes kept = equal(least, nearest->sum);
-  nearest->sum = least;
-  nearest->code = choose(kept, nearest->code, load(codes));
-  nearest->offset = choose(kept, nearest->offset, splat(distance * cone.stride));
+// Calls look(first) for the groups of offsets, by their first one, in which some lane's sum may be
+// less than its limit, nearer ones first. `limit` may fall on the way.
+template <class Look>
+static inline void forNearColumns(const FieldCone& cone, const FieldRow& row, int32_t x,
+                                  const uint16_t* squares, const Lanes& limit, Look look) {
+  const auto promises = [&](const uint16_t* group, int32_t distance) {
+    return anyLess(addSaturated(load(group + x), splat(squares[distance])), limit);
+  };
+  for (int32_t far = 0; far <= cone.radius; far += kCoarseGroup) {
+    if (!anyLess(splat(squares[far]), limit)) return;
+    const bool right = promises(row.coarse + far, far);
+    const bool left = promises(row.coarse - far - kCoarseGroup, far + 1);
+    if (!right && !left) continue;
+    const int32_t end = lesser(far + kCoarseGroup - 1, cone.radius);
+    for (int32_t near = far; near <= end; near += kFineGroup) {
+      if (!anyLess(splat(squares[near]), limit)) return;
+      if (right && promises(row.fine + near, near)) look(near);
+      if (left && promises(row.fine - near - kFineGroup, near + 1)) look(-near - kFineGroup);
+    }
+  }
 }
 
 static void scanSoftRow(const FieldCone& cone, const FieldRow& row, const uint8_t* mask,
@@ -116,36 +150,35 @@ static void scanSoftRow(const FieldCone& cone, const FieldRow& row, const uint8_
     store(row.bounds + x, boundsOf(cone, codes, limitCode));
   }
   findGroups(row, cone.radius, count);
-  const int16_t* before = cone.centre - 1;
+  const uint16_t* squares = cone.squares + kNoDistance;
+  const auto groupOf = [&](int32_t x, int32_t w) {
+    return Group{row.bounds + x + w, 1, squares + w, cone.rows + kNoDistance + w};
+  };
   const Lanes widest = limitsOf(cone, splat(0));
   for (int32_t x = 0; x < count; x += kLanes) {
     const Lanes targets = equal(loadBytes(mask + x), splat(255));
+    Best best = noneYet(cone, splat(0));
     const Lanes start = both(targets, widest);
-    Nearest nearest = {start, limitCode, splat(0)};
+    Lanes least = start;
     if (anyBit(targets)) {
-      forNearColumns(cone, row, x, cone.squares, nearest.sum, [&](int32_t w) {
-        lookForNearest(cone, row.bounds + x + w, row.codes + x + w, w < 0 ? -w : w, &nearest);
-      });
+      forNearColumns(cone, row, x, squares, least,
+                     [&](int32_t w) { least = leastSum(groupOf(x, w), least); });
     }
-    Lanes best = splat(0);
-    if (anyLess(nearest.sum, start)) {
-      best = coneValues(before, nearest.offset, nearest.code);
-      const Lanes limit = both(targets, limitsOf(cone, best));
-      forNearColumns(cone, row, x, cone.squares, limit, [&](int32_t w) {
-        const int32_t distance = w < 0 ? -w : w;
-        const Lanes sum = addSaturated(load(row.bounds + x + w), splat(cone.squares[distance]));
-        if (!anyLess(sum, limit)) return;
-        best = larger(
-            best, coneValues(before + distance * cone.stride, splat(0), load(row.codes + x + w)));
+    if (anyLess(least, start)) {
+      const Lanes limit = smaller(start, limitsOfLeast(cone, least));
+      forNearColumns(cone, row, x, squares, limit, [&](int32_t w) {
+        offerBelow(cone, groupOf(x, w), row.codes + x + w, limit, &best);
       });
+      lookUp(cone, &best);
     }
-    storePart(cells + x, best, count - x);
+    storePart(cells + x, best.value, count - x);
   }
 }
 
 static void scanHardRow(const FieldCone& cone, const FieldRow& row, const int16_t* values,
                         const uint8_t* mask, int32_t count, int16_t* cells) {
   const Lanes outside = splat((cone.radius + 1) * (cone.radius + 1));
+  const uint16_t* squares = cone.pixelSquares + kNoDistance;
   for (int32_t x = 0; x < count; x += kLanes) {
     const Lanes distance = shiftedRight(joinedCodes(row, mask, cells, x, count), 8);
     store(row.bounds + x, product(distance, distance));
@@ -153,9 +186,8 @@ static void scanHardRow(const FieldCone& cone, const FieldRow& row, const int16_
   findGroups(row, cone.radius, count);
   for (int32_t x = 0; x < count; x += kLanes) {
     Lanes least = outside;
-    forNearColumns(cone, row, x, cone.pixelSquares, least, [&](int32_t w) {
-      const Lanes square = splat(cone.pixelSquares[w < 0 ? -w : w]);
-      least = smaller(least, addSaturated(load(row.bounds + x + w), square));
+    forNearColumns(cone, row, x, squares, least, [&](int32_t w) {
+      least = leastSum({row.bounds + x + w, 1, squares + w, nullptr}, least);
     });
     storePart(cells + x, lookedUp(values, least), count - x);
   }

@@ -67,16 +67,12 @@ static inline uint16_t* stripRow(const FieldStrip& strip, uint16_t* rows, int32_
   return rows + index * strip.width;
 }
 
-static inline int32_t ringIndex(const FieldStrip& strip, int32_t row) {
-  return row % strip.ringRows;
-}
-
 constexpr int32_t kWidestStrip = 512;
 
 static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t row,
                          const uint8_t* mask, int32_t count) {
-  uint16_t* codes = stripRow(strip, strip.codes, ringIndex(strip, row));
-  uint16_t* bounds = stripRow(strip, strip.bounds, ringIndex(strip, row));
+  uint16_t* codes = stripRow(strip, strip.codes, row % strip.ringRows);
+  uint16_t* bounds = stripRow(strip, strip.bounds, row % strip.ringRows);
   uint16_t* fine = stripRow(strip, strip.fine, row / kFineGroup & (strip.fineSlots - 1));
   uint16_t* coarse = stripRow(strip, strip.coarse, row / kCoarseGroup & (strip.coarseSlots - 1));
   const bool newFine = row % kFineGroup == 0;
@@ -118,55 +114,54 @@ static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t
   }
 }
 
-// Calls look(row, distance) for the rows at which some lane's bound may be less than its limit,
-// nearer ones first. `limit` may fall on the way. Groups also hold older rows, or only part of
-// theirs; their least bound is then too small, or that of all there are.
+// Calls look(first) for the groups of rows, by their first one, in which some lane's sum may be
+// less than its limit, nearer ones first. `limit` may fall on the way. A group that is taken only
+// in part has the least bound of what there is.
 template <class Look>
 static inline void forNearRows(const FieldCone& cone, const FieldStrip& strip, int32_t row,
                                int32_t x, const Lanes& limit, Look look) {
-  const int32_t first = row > cone.radius ? row - cone.radius : 0;
-  const int32_t last = lesser(row + cone.radius, strip.lastRow);
+  const uint16_t* squares = cone.squares + kNoDistance;
   const auto promises = [&](const uint16_t* group, int32_t distance) {
-    return anyLess(addSaturated(load(group + x), splat(cone.squares[distance])), limit);
+    return anyLess(addSaturated(load(group + x), splat(squares[distance])), limit);
   };
-  const auto fineOf = [&](int32_t r) {
-    return stripRow(strip, strip.fine, r / kFineGroup & (strip.fineSlots - 1));
+  const auto promisesFine = [&](int32_t first, int32_t distance) {
+    return promises(stripRow(strip, strip.fine, first / kFineGroup & (strip.fineSlots - 1)),
+                    distance);
   };
-  const auto coarseOf = [&](int32_t r) {
-    return stripRow(strip, strip.coarse, r / kCoarseGroup & (strip.coarseSlots - 1));
+  const auto promisesCoarse = [&](int32_t first, int32_t distance) {
+    return promises(stripRow(strip, strip.coarse, first / kCoarseGroup & (strip.coarseSlots - 1)),
+                    distance);
   };
-  look(row, 0);
-  int32_t up = row - 1;
-  int32_t down = row + 1;
+  constexpr int32_t kGroupsInCoarse = kCoarseGroup / kFineGroup;
+  const int32_t middle = row / kFineGroup;
+  const int32_t first = (row - cone.radius) / kFineGroup;
+  const int32_t last = (row + cone.radius) / kFineGroup;
+  look(middle * kFineGroup);
+  int32_t up = middle - 1;
+  int32_t down = middle + 1;
   while (up >= first || down <= last) {
     if (up >= first) {
-      const int32_t distance = row - up;
-      if (!anyLess(splat(cone.squares[distance]), limit)) {
+      const int32_t distance = row - (up * kFineGroup + kFineGroup - 1);
+      const bool enters = up == middle - 1 || up % kGroupsInCoarse == kGroupsInCoarse - 1;
+      if (!anyLess(splat(squares[distance]), limit)) {
         up = -1;
-      } else if ((distance == 1 || up % kCoarseGroup == kCoarseGroup - 1) &&
-                 !promises(coarseOf(up), distance)) {
-        up = up / kCoarseGroup * kCoarseGroup - 1;
+      } else if (enters && !promisesCoarse(up * kFineGroup, distance)) {
+        up = up / kGroupsInCoarse * kGroupsInCoarse - 1;
       } else {
-        const int32_t start = up / kFineGroup * kFineGroup;
-        if (promises(fineOf(up), distance)) {
-          for (int32_t r = up; r >= start && r >= first; --r) look(r, row - r);
-        }
-        up = start - 1;
+        if (promisesFine(up * kFineGroup, distance)) look(up * kFineGroup);
+        --up;
       }
     }
     if (down <= last) {
-      const int32_t distance = down - row;
-      if (!anyLess(splat(cone.squares[distance]), limit)) {
+      const int32_t distance = down * kFineGroup - row;
+      const bool enters = down == middle + 1 || down % kGroupsInCoarse == 0;
+      if (!anyLess(splat(squares[distance]), limit)) {
         down = last + 1;
-      } else if ((distance == 1 || down % kCoarseGroup == 0) &&
-                 !promises(coarseOf(down), distance)) {
-        down = (down / kCoarseGroup + 1) * kCoarseGroup;
+      } else if (enters && !promisesCoarse(down * kFineGroup, distance)) {
+        down = (down / kGroupsInCoarse + 1) * kGroupsInCoarse;
       } else {
-        const int32_t end = (down / kFineGroup + 1) * kFineGroup;
-        if (promises(fineOf(down), distance)) {
-          for (int32_t r = down; r < end && r <= last; ++r) look(r, r - row);
-        }
-        down = end;
+        if (promisesFine(down * kFineGroup, distance)) look(down * kFineGroup);
+        ++down;
       }
     }
   }
@@ -174,41 +169,33 @@ static inline void forNearRows(const FieldCone& cone, const FieldStrip& strip, i
 
 static void finishStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t row,
                            const uint8_t* mask, int16_t* cells) {
-  const Lanes limitCode = lastCode(cone);
   const Lanes none = splat(0);
-  const int16_t* before = cone.centre - 1;
-  const int32_t middle = ringIndex(strip, row);
-  const auto ringRow = [&](uint16_t* rows, int32_t r) {
-    int32_t index = middle + r - row;
-    if (index < 0) index += strip.ringRows;
-    if (index >= strip.ringRows) index -= strip.ringRows;
-    return stripRow(strip, rows, index);
+  // Rows of a group lie side by side in the ring.
+  const auto groupOf = [&](int32_t first, int32_t x) {
+    const int32_t place = kNoDistance + first - row;
+    return Group{stripRow(strip, strip.bounds, first % strip.ringRows) + x, strip.width,
+                 cone.squares + place, cone.rows + place};
   };
   for (int32_t x = 0; x < strip.columns; x += kLanes) {
     const Lanes m = loadBytes(mask + x);
     const Lanes targets = equal(m, splat(255));
-    Lanes best = loadPart(cells + x, strip.columns - x);
+    Best best = noneYet(cone, loadPart(cells + x, strip.columns - x));
     if (anyBit(targets)) {
-      Lanes limit = both(targets, limitsOf(cone, best));
-      Nearest nearest = {limit, limitCode, none};
-      forNearRows(cone, strip, row, x, nearest.sum, [&](int32_t r, int32_t distance) {
-        lookForNearest(cone, ringRow(strip.bounds, r) + x, ringRow(strip.codes, r) + x, distance,
-                       &nearest);
-      });
-      if (anyLess(nearest.sum, limit)) {
-        best = larger(best, coneValues(before, nearest.offset, nearest.code));
-        limit = both(targets, limitsOf(cone, best));
-        forNearRows(cone, strip, row, x, limit, [&](int32_t r, int32_t distance) {
-          const Lanes sum =
-              addSaturated(load(ringRow(strip.bounds, r) + x), splat(cone.squares[distance]));
-          if (!anyLess(sum, limit)) return;
-          best = larger(best, coneValues(before + distance * cone.stride, none,
-                                         load(ringRow(strip.codes, r) + x)));
+      const Lanes start = both(targets, limitsOf(cone, best.value));
+      Lanes least = start;
+      forNearRows(cone, strip, row, x, least,
+                  [&](int32_t first) { least = leastSum(groupOf(first, x), least); });
+      if (anyLess(least, start)) {
+        const Lanes limit = smaller(start, limitsOfLeast(cone, least));
+        forNearRows(cone, strip, row, x, limit, [&](int32_t first) {
+          const uint16_t* codes = stripRow(strip, strip.codes, first % strip.ringRows) + x;
+          offerBelow(cone, groupOf(first, x), codes, limit, &best);
         });
+        lookUp(cone, &best);
       }
     }
     const Lanes partly = mixed(m, 3000, cone.coneStep);
     const Lanes border = choose(equal(m, none), splat(3000), partly);
-    storePart(cells + x, choose(targets, best, border), strip.columns - x);
+    storePart(cells + x, choose(targets, best.value, border), strip.columns - x);
   }
 }

@@ -32,12 +32,22 @@ static void setCone(RenderState* render) {
   cone->scaleBits = 0;
   while (((radius + 2) * (radius + 2) << (cone->scaleBits + 1)) <= kLargestBound) ++cone->scaleBits;
   cone->scale = static_cast<float>(1 << cone->scaleBits);
-  // A cell may be too large by the rounding of its distance, 2^-17 at most.
+  cone->perUnit = 1 / cone->scale;
+  // A cell may be wrong by the rounding of its distance, 2^-17 at most.
   cone->reach = static_cast<float>(radius + 2) + 1.0F / 32768;
   cone->perValue = static_cast<float>(256.0 * (radius + 1) / (255.0 * kConeTop));
-  for (int32_t w = 0; w <= radius + 1; ++w) {
-    cone->pixelSquares[w] = static_cast<uint16_t>(w * w);
-    cone->squares[w] = static_cast<uint16_t>(w * w << cone->scaleBits);
+  const double pixelsPerValue = static_cast<double>(radius + 1) / kConeTop;
+  // The last term for roundings, here and there.
+  cone->sureReach = static_cast<float>(radius + 1 - pixelsPerValue - 1.0 / 256 - 1.0 / 4096);
+  for (int32_t w = 0; w <= kNoDistance; ++w) {
+    const bool near = w <= radius;
+    const int32_t square = w * w << cone->scaleBits;
+    const auto scaled = static_cast<uint16_t>(near ? square : 65535);
+    const auto pixels = static_cast<uint16_t>(near ? w * w : 65535);
+    cone->squares[kNoDistance - w] = cone->squares[kNoDistance + w] = scaled;
+    cone->pixelSquares[kNoDistance - w] = cone->pixelSquares[kNoDistance + w] = pixels;
+    const auto cells = static_cast<uint16_t>(near ? w * cone->stride : 0);
+    cone->rows[kNoDistance - w] = cone->rows[kNoDistance + w] = cells;
   }
 }
 
@@ -63,7 +73,7 @@ static int32_t powerOfTwoFrom(int32_t value) {
 // The ring lies in the edge kernel's buffer.
 static void setStrip(RenderState* render) {
   FieldStrip* strip = &render->fastField.strip;
-  strip->ringRows = 2 * render->effRadius + 1;
+  strip->ringRows = roundedUp(2 * render->effRadius + 1, kFineGroup);
   strip->fineSlots = powerOfTwoFrom(strip->ringRows / kFineGroup + 2);
   strip->coarseSlots = powerOfTwoFrom(strip->ringRows / kCoarseGroup + 2);
   const int32_t lists = 2 * strip->ringRows + strip->fineSlots + strip->coarseSlots;
@@ -73,7 +83,6 @@ static void setStrip(RenderState* render) {
   strip->bounds = strip->codes + strip->ringRows * strip->width;
   strip->fine = strip->bounds + strip->ringRows * strip->width;
   strip->coarse = strip->fine + strip->fineSlots * strip->width;
-  strip->lastRow = render->renderHeight + 1;
   strip->firstColumn = 0;
   strip->columns = std::min(strip->width, render->renderWidth);
 }
@@ -191,7 +200,7 @@ static void beginScans(RenderState* render) {
   setStrip(render);
   field->stripRow = 0;
   const int64_t strips = (render->renderWidth + field->strip.width - 1) / field->strip.width;
-  field->work += strips * field->strip.width * (render->renderHeight + 2 + render->effRadius);
+  field->work += strips * field->strip.width * (render->renderHeight + 2 * render->effRadius);
 }
 
 static void scanNextRow(RenderState* render) {
@@ -216,22 +225,23 @@ static void scanNextStripRow(RenderState* render) {
   FastFieldState* field = &render->fastField;
   FieldStrip* strip = &field->strip;
   const FieldPasses* passes = render->fast->field;
+  const int32_t radius = render->effRadius;
+  const int32_t width = render->renderWidth;
   const int32_t taken = field->stripRow++;
-  if (taken <= strip->lastRow) {
-    const bool inside = taken > 0 && taken < strip->lastRow;
-    passes->takeStripRow(field->cone, *strip, taken,
-                         inside ? maskCopyRow(field, taken - 1) : nullptr, render->renderWidth);
+  const int32_t takenY = taken - radius;
+  const bool inside = takenY >= 0 && takenY <= render->lastRow;
+  passes->takeStripRow(field->cone, *strip, taken, inside ? maskCopyRow(field, takenY) : nullptr,
+                       width);
+  const int32_t y = takenY - radius;
+  if (y >= 0) {
+    passes->finishStripRow(field->cone, *strip, y + radius,
+                           maskCopyRow(field, y) + strip->firstColumn,
+                           fieldRow(render, y + 1) + 1 + strip->firstColumn);
   }
-  const int32_t row = taken - render->effRadius;
-  if (row > 0 && row < strip->lastRow) {
-    passes->finishStripRow(field->cone, *strip, row,
-                           maskCopyRow(field, row - 1) + strip->firstColumn,
-                           fieldRow(render, row) + 1 + strip->firstColumn);
-  }
-  if (row == strip->lastRow) {
+  if (y == render->lastRow) {
     field->stripRow = 0;
     strip->firstColumn += strip->width;
-    strip->columns = std::min(strip->width, render->renderWidth - strip->firstColumn);
+    strip->columns = std::min(strip->width, width - strip->firstColumn);
   }
   field->done += strip->width;
 }
