@@ -14,8 +14,10 @@ static constexpr std::array<CubicWeights, kParts> cubicWeights() {
   std::array<CubicWeights, kParts> weights = {};
   for (int32_t f = 0; f < kParts; ++f) {
     const int32_t g = f * f >> 7;
-    weights[f] = {{(128 - f) * (g - f), -2 * (128 - f) * (g - 128) + f * (g - 3 * f + 256),
-                   (128 - f) * (g + f) - 2 * f * (g - 2 * f), f * (g - f)}};
+    const int32_t w[kRows] = {(128 - f) * (g - f),
+                              -2 * (128 - f) * (g - 128) + f * (g - 3 * f + 256),
+                              (128 - f) * (g + f) - 2 * f * (g - 2 * f), f * (g - f)};
+    for (int32_t k = 0; k < kRows; ++k) weights[f].w[k] = static_cast<int16_t>(-w[k]);
   }
   return weights;
 }
@@ -33,22 +35,36 @@ uint8_t* reliefParts(SessionRecord* session) {
   return reliefFirstTexels(session) + session->render.renderWidth + 1;
 }
 
-// Two in each of the kernel buffers, which are free once the field is stamped.
-static int16_t* resampledRow(RenderState* render, int32_t slot) {
-  void* buffer = slot < 2 ? render->coneKernel.address : render->edgeKernel.address;
-  return static_cast<int16_t*>(buffer) + int64_t{slot % 2} * (render->renderWidth + 1);
+// The kernel buffers are free once the field is stamped: one holds the resampled rows, the other
+// every column's weights of its four texels.
+static int16_t* rowOf(const RenderState* render, const RenderBuffer& buffer, int32_t slot) {
+  return static_cast<int16_t*>(buffer.address) + int64_t{slot} * (render->renderWidth + 1);
+}
+
+static int16_t* resampledRow(const RenderState* render, int32_t slot) {
+  return rowOf(render, render->coneKernel, slot);
+}
+
+static int16_t* columnWeights(const RenderState* render, int32_t texel) {
+  return rowOf(render, render->edgeKernel, texel);
 }
 
 void prepareReliefRows(SessionRecord* session, int64_t firstTexel) {
   RenderState* render = &session->render;
   const EffectSettings* settings = settingsOf(session);
-  const bool roomy = 4 * (int64_t{render->renderWidth} + 1) <= kKernelBytes;
+  const bool roomy = 2 * kRows * (int64_t{render->renderWidth} + 1) <= kKernelBytes;
   // Wrapped at 256, or never below 0, four neighbours lie side by side.
   const bool sideBySide =
       settings->textureWidth == kTextureSide ||
       (settings->textureWidth > 0 && settings->textureWidth < kTextureSide && firstTexel >= 0);
   render->reliefIsFast = render->fast != nullptr && roomy && sideBySide ? 1 : 0;
   std::fill_n(render->reliefRowTags, kRows, -1);
+  if (render->reliefIsFast == 0) return;
+  const uint8_t* parts = reliefParts(session);
+  for (int32_t k = 0; k < kRows; ++k) {
+    int16_t* weights = columnWeights(render, k);
+    for (int32_t x = 0; x <= render->renderWidth; ++x) weights[x] = kCubicWeights[parts[x]].w[k];
+  }
 }
 
 static void resample(SessionRecord* session, int32_t texelRow, int32_t slot) {
@@ -58,9 +74,10 @@ static void resample(SessionRecord* session, int32_t texelRow, int32_t slot) {
   uint8_t texels[kTextureSide + kRows];
   std::copy_n(table + kTextureSide * texelRow, width, texels);
   for (int32_t i = 0; i < kRows; ++i) texels[width + i] = texels[i];
-  render->fast->surface->resampleRow(texels, reliefFirstTexels(session), reliefParts(session),
-                                     kCubicWeights.data(), render->renderWidth + 1,
-                                     resampledRow(render, slot));
+  const int16_t* weights[kRows];
+  for (int32_t k = 0; k < kRows; ++k) weights[k] = columnWeights(render, k);
+  render->fast->surface->resampleRow(texels, reliefFirstTexels(session), weights,
+                                     render->renderWidth + 1, resampledRow(render, slot));
   render->reliefRowTags[slot] = texelRow;
 }
 

@@ -1,5 +1,6 @@
 #include "vector/surface_passes.h"
 
+#include "vector/lane_arithmetic.h"
 #include "vector/set_procedures.h"
 #include "vector/table_passes.h"
 
@@ -28,37 +29,50 @@ static void smoothRow(const int16_t* above, const int16_t* middle, const int16_t
   }
 }
 
-static void mapRow(int16_t* cells, int32_t count, const int16_t* table, int32_t last) {
-  for (int32_t i = 0; i < count; ++i) {
-    const int32_t cell = cells[i];
-    cells[i] = table[cell < 0 ? 0 : cell > last ? last : cell];
-  }
-}
-
 // Columns worked on at a time.
 constexpr int32_t kChunk = 256;
 
-static int32_t dividedBy512(int32_t value) {
-  return (value + ((value >> 31) & 511)) >> 9;
+static void mapRow(int16_t* cells, int32_t count, const int16_t* table, int32_t last) {
+  const auto highest = static_cast<int16_t>(last);
+  uint16_t entries[kChunk];
+  for (int32_t start = 0; start < count; start += kChunk) {
+    const int32_t n = count - start < kChunk ? count - start : kChunk;
+    int16_t* chunk = cells + start;
+    for (int32_t i = 0; i < n; ++i) {
+      entries[i] = static_cast<uint16_t>(least(most(chunk[i], 0), highest));
+    }
+    for (int32_t i = 0; i < n; ++i) chunk[i] = table[entries[i]];
+  }
 }
 
-static void resampleRow(const uint8_t* texels, const uint8_t* first, const uint8_t* parts,
-                        const CubicWeights* weights, int32_t count, int16_t* __restrict dst) {
-  int32_t w[4][kChunk];
+// The divisor 512 of the cubic, and the sign of its weights.
+static inline int32_t cubicOf(int32_t negatedSum) {
+  return -((negatedSum + ((negatedSum >> 31) & 511)) >> 9);
+}
+
+static void resampleRow(const uint8_t* texels, const uint8_t* first,
+                        const int16_t* const weights[4], int32_t count, int16_t* __restrict dst) {
   int32_t four[kChunk];
   for (int32_t start = 0; start < count; start += kChunk) {
     const int32_t n = count - start < kChunk ? count - start : kChunk;
+    const int16_t* w0 = weights[0] + start;
+    const int16_t* w1 = weights[1] + start;
+    const int16_t* w2 = weights[2] + start;
+    const int16_t* w3 = weights[3] + start;
+    for (int32_t i = 0; i < n; ++i) four[i] = loadWord(texels + first[start + i]);
     for (int32_t i = 0; i < n; ++i) {
-      four[i] = loadWord(texels + first[start + i]);
-      const CubicWeights& of = weights[parts[start + i]];
-      for (int32_t k = 0; k < 4; ++k) w[k][i] = of.w[k];
-    }
-    for (int32_t i = 0; i < n; ++i) {
-      const int32_t sum = w[0][i] * (four[i] & 255) + w[1][i] * (four[i] >> 8 & 255) +
-                          w[2][i] * (four[i] >> 16 & 255) + w[3][i] * (four[i] >> 24 & 255);
-      dst[start + i] = static_cast<int16_t>(dividedBy512(sum));
+      const int32_t sum = w0[i] * (four[i] & 255) + w1[i] * (four[i] >> 8 & 255) +
+                          w2[i] * (four[i] >> 16 & 255) + w3[i] * (four[i] >> 24 & 255);
+      dst[start + i] = static_cast<int16_t>(cubicOf(sum));
     }
   }
+}
+
+// a - b, limited to 16 bits; b is at least -32767.
+static inline int16_t limitedDifference(int16_t a, int16_t b) {
+  const int16_t low = static_cast<int16_t>(most(b, 0) - 32768);
+  const int16_t high = static_cast<int16_t>(least(b, 0) + 32767);
+  return static_cast<int16_t>(least(most(a, low), high) - b);
 }
 
 static void pressRow(const int16_t* const rows[4], const CubicWeights& weights, int32_t depth,
@@ -67,19 +81,29 @@ static void pressRow(const int16_t* const rows[4], const CubicWeights& weights, 
   const int16_t* r1 = rows[1];
   const int16_t* r2 = rows[2];
   const int16_t* r3 = rows[3];
-  const int32_t w0 = weights.w[0];
-  const int32_t w1 = weights.w[1];
-  const int32_t w2 = weights.w[2];
-  const int32_t w3 = weights.w[3];
+  const int16_t w0 = weights.w[0];
+  const int16_t w1 = weights.w[1];
+  const int16_t w2 = weights.w[2];
+  const int16_t w3 = weights.w[3];
   const auto divisor = static_cast<float>(scale);
-  for (int32_t i = 0; i < count; ++i) {
-    const int32_t level = dividedBy512(w0 * r0[i] + w1 * r1[i] + w2 * r2[i] + w3 * r3[i]);
-    const int32_t pressed = level * depth;
-    const int32_t whole = (pressed + ((pressed >> 31) & 65535)) >> 16;
-    // Whole numbers of 14 bits: their quotient in single precision never rounds up to the next.
-    const auto share = static_cast<int32_t>(static_cast<float>(whole) / divisor);
-    const int32_t cell = cells[i] - 2 * share;
-    cells[i] = static_cast<int16_t>(cell < -32768 ? -32768 : cell > 32767 ? 32767 : cell);
+  int16_t whole[kChunk];
+  for (int32_t start = 0; start < count; start += kChunk) {
+    const int32_t n = count - start < kChunk ? count - start : kChunk;
+    for (int32_t i = 0; i < n; ++i) {
+      const int32_t level = cubicOf(r0[start + i] * w0 + r1[start + i] * w1 + r2[start + i] * w2 +
+                                    r3[start + i] * w3);
+      const int32_t pressed = level * depth;
+      whole[i] = static_cast<int16_t>((pressed + ((pressed >> 31) & 65535)) >> 16);
+    }
+    if (scale != 1) {
+      // Whole numbers of 14 bits: their quotient in single precision never rounds up to the next.
+      for (int32_t i = 0; i < n; ++i) {
+        whole[i] = static_cast<int16_t>(static_cast<float>(whole[i]) / divisor);
+      }
+    }
+    for (int32_t i = 0; i < n; ++i) {
+      cells[start + i] = limitedDifference(cells[start + i], static_cast<int16_t>(2 * whole[i]));
+    }
   }
 }
 

@@ -5,9 +5,10 @@
 
 #include <cstdint>
 
-// Cubic weights of a fraction f (0 to 127) for four neighbours; their sum is 128 x 256.
+// Negated cubic weights of a fraction f (0 to 127) for four neighbours; their sum is -128 x 256.
+// Negated, because then the largest, 32768, fits 16 bits.
 struct CubicWeights {
-  int32_t w[4];
+  int16_t w[4];
 };
 
 struct SurfacePasses {
@@ -18,9 +19,10 @@ struct SurfacePasses {
   // cells[i] = table[cells[i]] for cells of 0 to `last`; others take the nearest entry.
   void (*mapRow)(int16_t* cells, int32_t count, const int16_t* table, int32_t last);
   // 64 times the cubic through four texels, one result per column. texels: a row that goes on for
-  // three texels behind the last first one. first[i]: 0 to 255; parts[i]: 0 to 127.
-  void (*resampleRow)(const uint8_t* texels, const uint8_t* first, const uint8_t* parts,
-                      const CubicWeights* weights, int32_t count, int16_t* dst);
+  // three texels behind the last first one. first[i]: 0 to 255. weights[k]: each column's weight
+  // of its texel k.
+  void (*resampleRow)(const uint8_t* texels, const uint8_t* first, const int16_t* const weights[4],
+                      int32_t count, int16_t* dst);
   // Subtracts 2 x (level x depth / (scale x 65536)) from each cell, each division toward zero; the
   // level is the cubic through the four rows' values. |depth| <= 400, 1 <= scale <= 32767.
   void (*pressRow)(const int16_t* const rows[4], const CubicWeights& weights, int32_t depth,

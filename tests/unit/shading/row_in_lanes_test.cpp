@@ -20,12 +20,15 @@ static int32_t oneOf(TestRandom* random, std::initializer_list<int32_t> values) 
 // Slopes of a size that most renders have, with steps up to what the lanes bear, or beyond.
 static void fillCells(TestRandom* random, ShadingInput* input) {
   const int32_t stride = input->width + 2;
-  const int32_t step = oneOf(random, {0, 3, 40, 200, 740, 749, 750, 1400, 40000});
-  const int32_t tilt = randomBetween(random, -60, 60);
+  const int32_t step = oneOf(random, {0, 3, 40, 200, 740, 749, 750, 1400, 3000, 40000});
+  const bool extremes = randomBetween(random, 0, 2) == 0;
+  const int32_t tilt = extremes ? 0 : randomBetween(random, -60, 60);
   const int32_t base = randomBetween(random, -30000, 30000);
   for (int32_t j = 0; j < input->height + 2; ++j) {
     for (int32_t i = 0; i < stride; ++i) {
-      const int32_t cell = base + tilt * (i + j) + randomBetween(random, -step, step);
+      const int32_t away =
+          extremes ? step * oneOf(random, {-1, 1}) : randomBetween(random, -step, step);
+      const int32_t cell = base + tilt * (i + j) + away;
       input->cells.push_back(static_cast<int16_t>(std::clamp(cell, -32768, 32767)));
     }
   }
