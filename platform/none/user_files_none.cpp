@@ -26,3 +26,9 @@ bool cachedSettingsPath(bool, char* path, int32_t bytes) {
   std::snprintf(path, static_cast<size_t>(bytes), "%s", scripted.c_str());
   return !scripted.empty();
 }
+
+bool ownPicturesFolder(char* folder, int32_t bytes) {
+  const std::string& scripted = noneState().script.ownPictures;
+  std::snprintf(folder, static_cast<size_t>(bytes), "%s", scripted.c_str());
+  return !scripted.empty();
+}
