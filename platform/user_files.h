@@ -20,6 +20,10 @@ void windowsNameFromPath(const char* path, char* name, int32_t bytes);
 // path becomes that file's if it fits.
 void takeFileAsWritten(char* path, int32_t bytes);
 
+// Folder of the pictures that came with the program or the module, with a separator at its end.
+// False when there is none to be had.
+bool ownPicturesFolder(char* folder, int32_t bytes);
+
 // Path of the one file that keeps the settings of the user's last confirmed dialog. False when
 // there is none to be had, or when the run is cut off from the user. With `forWriting`, makes the
 // folder it lies in.

@@ -10,9 +10,6 @@
 #include "platform/user_files.h"
 #include "settings/settings_defaults.h"
 
-// Far beyond any version there is; other kinds of files begin with larger numbers.
-constexpr int32_t kLargestVersion = 0xFFFF;
-
 constexpr int32_t kUtf8Bytes = 3 * kPathBytes;  // a Windows character takes three at most
 
 Preset emptyPreset() {
@@ -35,10 +32,9 @@ Preset readPreset(const std::string& file) {
   decodeSettings(reinterpret_cast<const uint8_t*>(contents.constData()),
                  static_cast<size_t>(contents.size()), &preset.settings, &preset.decoded);
   dropReferenceBlocks(&preset.settings);
-  if (preset.decoded.version < 0 || preset.decoded.version > kLargestVersion) {
-    failOnFile(file, "is not a settings file");
-  }
-  if (!preset.decoded.complete) failOnFile(file, "is damaged or cut off");
+  const SettingsCheck check = checkSettings(preset.settings, preset.decoded);
+  if (check == SettingsCheck::notSettings) failOnFile(file, "is not a settings file");
+  if (check == SettingsCheck::damaged) failOnFile(file, "is damaged or cut off");
   return preset;
 }
 

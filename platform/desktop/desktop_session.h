@@ -15,6 +15,9 @@ void stageRememberedValue(const char* name, const char* text);
 // The clock stands at this time from now on.
 void fixClock(uint32_t seconds);
 
+// The time between events no longer passes by itself, only by this.
+void passMilliseconds(uint32_t milliseconds);
+
 // How many alerts have been reported so far, so that a program does not report a failure twice.
 int32_t reportedAlerts();
 

@@ -1,5 +1,6 @@
 #include "platform/user_files.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -145,4 +146,25 @@ bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
   } catch (...) {
     return false;  // out of memory
   }
+}
+
+// Seen from the program: bin/ beside share/, and build/desktop/ in the tree.
+constexpr const char* kOwnPictures[] = {"../share/morvalis/presets/environments and textures",
+                                        "../../presets/environments and textures"};
+
+bool ownPicturesFolder(char* folder, int32_t bytes) {
+  if (bytes <= 0 || QCoreApplication::instance() == nullptr) return false;
+  try {
+    const QDir program(QCoreApplication::applicationDirPath());
+    for (const char* each : kOwnPictures) {
+      const QString path = QDir::cleanPath(program.filePath(each));
+      const std::string text = path.toStdString() + pathSeparator();
+      if (!QDir(path).exists() || text.size() >= static_cast<size_t>(bytes)) continue;
+      copyPath(text, folder, bytes);
+      return true;
+    }
+  } catch (...) {
+    // out of memory
+  }
+  return false;
 }

@@ -1,6 +1,7 @@
 #include "platform/user_files.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "platform/windows/windows_api.h"
 
@@ -70,8 +71,23 @@ bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
   HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return false;
+  const bool isNew = GetLastError() != ERROR_ALREADY_EXISTS;
   DWORD written = 0;
-  const bool whole = WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr) != 0 &&
-                     written == count && FlushFileBuffers(file) != 0;
-  return CloseHandle(file) != 0 && whole;
+  bool whole = WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr) != 0 &&
+               written == count && FlushFileBuffers(file) != 0;
+  whole = CloseHandle(file) != 0 && whole;
+  if (!whole && isNew) DeleteFileA(path);
+  return whole;
+}
+
+// Beside the module, as the package has it.
+bool ownPicturesFolder(char* folder, int32_t bytes) {
+  char module[MAX_PATH] = {};
+  const DWORD length = GetModuleFileNameA(moduleInstance(), module, MAX_PATH);
+  if (length == 0 || length >= MAX_PATH) return false;
+  char* name = std::strrchr(module, '\\');
+  if (name == nullptr) return false;
+  name[1] = 0;
+  return std::snprintf(folder, static_cast<size_t>(bytes), "%senvironments and textures\\",
+                       module) < bytes;
 }

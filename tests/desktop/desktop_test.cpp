@@ -173,7 +173,7 @@ TEST(QtPresets, SavedAndOpenedThroughTheChoosers) {
   const Visitor visitor({choosePreset("Save a settings file", pictures + "presets/gold"),
                          choosePreset("Open a settings file", pictures + "presets/gold.q9q"),
                          press("button1")});
-  EXPECT_TRUE(savePreset(saving.session()));
+  EXPECT_TRUE(savePreset(settingsOf(saving.session())));
   DesktopSession opening;
   EXPECT_TRUE(openPreset(opening.session()));
   EXPECT_EQ(visitor.answered(), 2U) << "nothing is missing";
@@ -189,12 +189,12 @@ TEST(QtChoosers, PathsThatFitAndPathsThatDoNot) {
   char path[260];
   {
     const Visitor visitor({choose(folder.path() + "/a.bmp")});
-    EXPECT_TRUE(choosePlatformFileToOpen(chooser, path, sizeof(path)));
+    EXPECT_EQ(choosePlatformFileToOpen(chooser, path, sizeof(path)), ChooserAnswer::chosen);
     EXPECT_EQ(QString::fromUtf8(path), folder.path() + "/a.bmp");
   }
   {
     const Visitor visitor({choose(folder.path() + "/a.bmp")});
-    EXPECT_FALSE(choosePlatformFileToOpen(chooser, path, 10));
+    EXPECT_EQ(choosePlatformFileToOpen(chooser, path, 10), ChooserAnswer::tooLong);
     EXPECT_STREQ(path, "");
   }
 }
