@@ -22,12 +22,12 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
   const PictureFormat& format = pictureFormatOf(output);
   Picture picture = loadPicture(image);
   checkFormatHolds(format, picture, output);
-  const Selection selection = loadSelection(options.mask, picture, image);
+  Selection selection = loadSelection(options.mask, picture, image);
   if (!options.quiet) warnOfLoss(picture, image);
   warnOfEmptiness(selection);
   stopIfInterrupted();
   const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
-  picture.colors = renderEffect(plan, picture, selection.mask, quiet, image);
+  renderEffect(plan, &picture, std::move(selection.mask), quiet, image);
   savePicture(picture, format, output);
 }
 

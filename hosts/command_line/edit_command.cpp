@@ -63,12 +63,10 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
   const PictureFormat& format = pictureFormatOf(output);
   checkWritable(output);
   checkFormatHolds(format, picture, output);
-  const Selection selection = loadSelection(options.mask, picture, image);
+  Selection selection = loadSelection(options.mask, picture, image);
   warnOfLoss(picture, image);
   warnOfEmptiness(selection);
-  std::optional<HostPicture> edited = editPicture(plan, picture, selection.mask, image);
-  if (!edited.has_value()) return kExitFailed;
-  picture.colors = std::move(*edited);
+  if (!editPicture(plan, &picture, std::move(selection.mask), image)) return kExitFailed;
   savePicture(picture, format, output);
   if (options.output.empty()) std::printf("%s\n", output.c_str());
   return kExitDone;

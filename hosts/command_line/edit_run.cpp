@@ -56,26 +56,28 @@ static int16_t runModule(const EditPlan& plan, const std::string& file) {
   return renderFilter();
 }
 
-std::optional<HostPicture> editPicture(const EditPlan& plan, const Picture& picture,
-                                       const HostMask& mask, const std::string& file) {
+bool editPicture(const EditPlan& plan, Picture* picture, HostMask mask, const std::string& file) {
   ProgressWindow progress;
   HostSwitches switches;
   switches.dirtyMemory = false;
+  switches.keepsLog = false;
+  switches.inPlace = InPlace::mixed;
   switches.colorServices = false;  // the desktop's own chooser serves
   switches.display = drawIntoTarget;
   switches.abortTest = [&progress] { return renderStopped(&progress) || interrupted(); };
   switches.progress = [&progress](int32_t done, int32_t total) {
     showProgress(&progress, done, total);
   };
-  const OpenHost host(switches, picture.colors, mask);
+  const OpenHost host(switches, std::move(picture->colors), std::move(mask));
   const int16_t result = runModule(plan, file);
   stopIfInterrupted();
   const bool stopped = progress.dialog != nullptr && progress.dialog->wasCanceled();
-  if (stopped || result == kUserCanceled) return std::nullopt;
+  if (stopped || result == kUserCanceled) return false;
   if (result == kUserInformed) {  // in a window; standard error is for who started the program
     reportFailure({kExitFailed, file + ": there is not enough memory for the effect"});
-    return std::nullopt;
+    return false;
   }
   checkResult(result, file);
-  return mixByMask(picture.colors, filteredPicture(), mask);
+  picture->colors = takeFilteredPicture();
+  return true;
 }

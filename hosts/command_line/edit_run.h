@@ -19,7 +19,6 @@ struct EditPlan {
 // the module finds remembered from here on, until it remembers others itself.
 EditPlan planEdit(const EffectOptions& options);
 
-// The picture with the effect in its selection; nothing when the user has cancelled. Failures name
-// `file`, where the picture is from.
-std::optional<HostPicture> editPicture(const EditPlan& plan, const Picture& picture,
-                                       const HostMask& mask, const std::string& file);
+// Puts the effect into the picture's selection; false, and no pixels left, when the user has
+// cancelled. Failures name `file`, where the picture is from.
+bool editPicture(const EditPlan& plan, Picture* picture, HostMask mask, const std::string& file);

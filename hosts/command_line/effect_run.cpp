@@ -1,6 +1,7 @@
 #include "hosts/command_line/effect_run.h"
 
 #include <charconv>
+#include <utility>
 
 #include "hosts/command_line/command_failure.h"
 #include "hosts/command_line/interrupt.h"
@@ -34,18 +35,20 @@ EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, 
   return plan;
 }
 
-HostPicture renderEffect(const EffectPlan& plan, const Picture& picture, const HostMask& mask,
-                         bool quiet, const std::string& file) {
+void renderEffect(const EffectPlan& plan, Picture* picture, HostMask mask, bool quiet,
+                  const std::string& file) {
   ProgressBar bar = makeProgressBar(quiet);
   HostSwitches switches;
   switches.dirtyMemory = false;
+  switches.keepsLog = false;
+  switches.inPlace = InPlace::mixed;
   switches.abortTest = interrupted;
   switches.progress = [&bar](int32_t done, int32_t total) { drawProgress(&bar, done, total); };
-  const OpenHost host(switches, picture.colors, mask);
+  const OpenHost host(switches, std::move(picture->colors), std::move(mask));
   checkResult(callSelector(kSelectorPrepare), file);
   copySettings(plan.settings, moduleSettings(file));
   const int16_t result = renderFilter();
   clearProgress(&bar);
   checkResult(result, file);
-  return mixByMask(picture.colors, filteredPicture(), mask);
+  picture->colors = takeFilteredPicture();
 }

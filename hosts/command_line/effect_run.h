@@ -19,6 +19,7 @@ uint32_t parseSeed(const std::string& text);
 // Cuts the run off from the user: from here on it depends on the plan and the seed alone.
 EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, uint32_t seed);
 
-// The picture with the effect in its selection. Failures name `file`, where the picture is from.
-HostPicture renderEffect(const EffectPlan& plan, const Picture& picture, const HostMask& mask,
-                         bool quiet, const std::string& file);
+// Puts the effect into the picture's selection. Failures name `file`, where the picture is from,
+// and leave a picture without pixels.
+void renderEffect(const EffectPlan& plan, Picture* picture, HostMask mask, bool quiet,
+                  const std::string& file);

@@ -43,8 +43,8 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
   effect.pictures = options.pictures;
   const EffectPlan plan = planEffect(effect, chooseEffect(effect), seed);
   Picture picture = loadPicture(options.image);
-  const Selection selection = loadSelection(options.mask, picture, options.image);
-  picture.colors = renderEffect(plan, picture, selection.mask, /*quiet=*/true, preset);
+  Selection selection = loadSelection(options.mask, picture, options.image);
+  renderEffect(plan, &picture, std::move(selection.mask), /*quiet=*/true, preset);
   if (!cellPicture(imageOf(picture, !picture.alpha.empty())).save(file, "png")) {
     failOnFile(preset, "its picture cannot be kept: there is no room for temporary files");
   }

@@ -1,14 +1,15 @@
 #include "hosts/command_line/open_host.h"
 
 #include <cstring>
+#include <utility>
 
 #include "hosts/command_line/command_failure.h"
 #include "hosts/command_line/interrupt.h"
 #include "persistence/settings_items.h"
 #include "platform/desktop/desktop_session.h"
 
-OpenHost::OpenHost(const HostSwitches& switches, const HostPicture& picture, const HostMask& mask) {
-  openHost(switches, picture, mask);
+OpenHost::OpenHost(const HostSwitches& switches, HostPicture picture, HostMask mask) {
+  openHost(switches, std::move(picture), std::move(mask));
 }
 
 // Finish lets go of what a run that was stopped still holds.

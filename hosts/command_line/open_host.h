@@ -9,7 +9,7 @@
 
 // One at a time; closed with its scope.
 struct OpenHost {
-  OpenHost(const HostSwitches& switches, const HostPicture& picture, const HostMask& mask);
+  OpenHost(const HostSwitches& switches, HostPicture picture, HostMask mask);
   ~OpenHost();
   OpenHost(const OpenHost&) = delete;
   OpenHost& operator=(const OpenHost&) = delete;
