@@ -17,8 +17,8 @@
 #include <deque>
 
 #include "dialog/control_table.h"
-#include "platform/desktop/desktop_session.h"
 #include "platform/desktop/popup_qt.h"
+#include "platform/unix/program_session.h"
 #include "platform/user_files.h"
 #include "tests/desktop/window_pointer.h"
 #include "tests/desktop/window_user.h"
