@@ -3,6 +3,7 @@
 
 #include "hosts/formats_library/formats.h"
 #include "hosts/picture_files/exif_block.h"
+#include "hosts/process/quiet_errors.h"
 
 constexpr int kMostBands = 4;
 
@@ -184,6 +185,7 @@ static int orientationOf(VipsImage* image, const PictureMetadata& metadata) {
 
 std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), bool (*stop)(),
                        Picture* picture) {
+  const QuietErrors quiet;
   std::string loader;
   VipsRef held(openImage(file, &loader));
   if (loader.empty()) {
