@@ -33,6 +33,10 @@ static bool beginsAsPicture(BytesView file) {
 static std::string failure(bool (*stop)()) {
   const std::string reason = takeReason();
   if (stop()) return kStopped;
+  // Neither is the file's fault.
+  const bool shortOfRoom =
+      reason.find("thread") != std::string::npos || reason.find("memory") != std::string::npos;
+  if (shortOfRoom) return "cannot be read: " + reason;
   return "is damaged or cut off" + (reason.empty() ? "" : ": " + reason);
 }
 
