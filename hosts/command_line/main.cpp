@@ -31,8 +31,10 @@ static int runCommand(const CLI::App& app, const ProgramOptions& options, char**
   if (app.got_subcommand("edit")) return openEdit(options.edit, argv);
   if (app.got_subcommand("settings")) return runSettingsCommand(options.settingsAsJson);
   if (app.got_subcommand("preset")) {
-    const bool show = app.get_subcommand("preset")->got_subcommand("show");
-    return show ? runPresetShow(options.presetShow) : runPresetSave(options.presetSave);
+    const CLI::App* preset = app.get_subcommand("preset");
+    if (preset->got_subcommand("list")) return runPresetList(options.presetsAsJson);
+    return preset->got_subcommand("show") ? runPresetShow(options.presetShow)
+                                          : runPresetSave(options.presetSave);
   }
   return runApplyCommand(options.apply);
 }
@@ -52,6 +54,7 @@ static int runProgram(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     failOnUsage(describeUsageError(app, error));
   }
+  checkValues(app);
   return runCommand(app, options, argv);
 }
 

@@ -14,13 +14,22 @@ static void describeSettings(CLI::App* command, EffectOptions* effect) {
       ->type_name("FILE.bmp");
 }
 
-static void describeMask(CLI::App* command, std::string* mask) {
+static void describeMask(CLI::App* command, MaskOptions* options) {
   command
-      ->add_option("--mask", *mask,
+      ->add_option("--mask", options->mask,
                    "the selection: a grey picture (white is selected), \"alpha\" for the\n"
                    "picture's own alpha channel, \"none\" for everything; without it the\n"
-                   "alpha channel if there is one")
+                   "alpha channel if there is one; {name} in it stands for the\npicture's name")
       ->type_name("FILE|alpha|none");
+  command->add_flag("--mask-invert", options->invert, "select what the mask does not");
+  command
+      ->add_option("--mask-feather", options->feather, "pixels over which the selection runs out")
+      ->type_name("PIXELS");
+  command->add_flag("--mask-fit", options->fit, "scale a mask of another size to the picture's");
+  command
+      ->add_option("--mask-channel", options->channel,
+                   "take this channel of the mask's file, 1 to 4, instead of its brightness")
+      ->type_name("N");
 }
 
 static void describePictures(CLI::App* command, std::string* pictures, const char* whose) {
@@ -137,6 +146,9 @@ static void describeEdit(CLI::App* edit, EditOptions* options) {
 static void describePreset(CLI::App* preset, ProgramOptions* options) {
   preset->require_subcommand(1);
   preset->footer("`morvalis preset COMMAND --help` says more about a command.");
+  CLI::App* list = preset->add_subcommand("list", "list the presets that come with the program");
+  list->add_flag("--json", options->presetsAsJson, "as an array of names");
+  list->footer("Examples:\n  morvalis preset list\n");
   CLI::App* show = preset->add_subcommand("show", "show what a settings file holds");
   show->add_option("FILE", options->presetShow.file, "the settings file")
       ->type_name("FILE.q9q")
@@ -170,9 +182,16 @@ static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
   gallery->add_option("-o,--output", options->output, "the sheet; its extension tells the format")
       ->type_name("OUT")
       ->required();
-  gallery->add_option("--presets", options->presets, "the folder of the settings files (.q9q)")
-      ->type_name("FOLDER")
-      ->required();
+  gallery
+      ->add_option("--presets", options->presets,
+                   "the folder of the settings files (.q9q); those that come with the\n"
+                   "program if not said")
+      ->type_name("FOLDER");
+  gallery
+      ->add_option("--set", options->assignments,
+                   "a setting on top of every preset, see `morvalis settings`; may be repeated")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
   describePictures(gallery, &options->pictures, "a preset");
   describeMask(gallery, &options->mask);
   describeRun(gallery, &options->seed, &options->jobs, &options->quiet);

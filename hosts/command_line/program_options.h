@@ -22,6 +22,7 @@ struct ProgramOptions {
   PresetSaveOptions presetSave;
   GalleryOptions gallery;
   bool settingsAsJson = false;
+  bool presetsAsJson = false;
   std::string shell;                   // to complete for
   std::vector<std::string> helpWords;  // of the command to explain
 };

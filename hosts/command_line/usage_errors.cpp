@@ -5,6 +5,7 @@
 
 #include "hosts/command_line/command_outline.h"
 #include "hosts/effect_runs/setting_text.h"
+#include "hosts/process/command_failure.h"
 #include "hosts/process/name_matching.h"
 
 constexpr char kEndOfOptions[] = "--";
@@ -125,4 +126,14 @@ std::string describeUsageError(const CLI::App& app, const CLI::ParseError& error
   }
   if (text.empty()) text = describeMisuse(*command, error);
   return text + " (see `" + path + " --help`)";
+}
+
+void checkValues(const CLI::App& app) {
+  for (const CLI::Option* option : app.get_options()) {
+    if (option->get_positional() || option->get_expected_max() == 0) continue;
+    for (const std::string& value : option->results()) {
+      if (value.empty()) failOnUsage(option->get_name() + " has been given an empty value");
+    }
+  }
+  for (const CLI::App* command : app.get_subcommands()) checkValues(*command);
 }

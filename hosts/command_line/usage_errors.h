@@ -9,4 +9,8 @@ class App;
 class ParseError;
 }  // namespace CLI
 
+// Ends the command when an option has been given an empty value, as from a variable that is not
+// set.
+void checkValues(const CLI::App& app);
+
 std::string describeUsageError(const CLI::App& app, const CLI::ParseError& error);

@@ -77,6 +77,7 @@ int runApplyCommand(const ApplyOptions& options) {
   checkImages(options.images);
   const std::vector<std::string> outputs = outputNames(options.images, options.output);
   parseSaving(options.saving);
+  checkMaskOptions(options.mask);
   for (const std::string& output : outputs) chosenFormat(options.saving, output);
   watchForInterrupts();
   const bool single = outputs.size() == 1;

@@ -7,11 +7,12 @@
 
 #include "hosts/commands/saving_options.h"
 #include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_runs/selection.h"
 
 struct ApplyOptions {
   std::vector<std::string> images;
   std::string output;  // with {name} for several pictures
-  std::string mask;    // empty: by alpha when there is an alpha channel
+  MaskOptions mask;
   EffectOptions effect;
   SavingOptions saving;
   std::string seed;  // empty: the clock's

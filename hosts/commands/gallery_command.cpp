@@ -5,7 +5,9 @@
 
 #include "hosts/commands/contact_sheet.h"
 #include "hosts/effect_runs/effect_run.h"
+#include "hosts/effect_runs/preset_lookup.h"
 #include "hosts/effect_runs/selection.h"
+#include "hosts/effect_runs/setting_text.h"
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/picture_files/picture_save.h"
 #include "hosts/process/child_processes.h"
@@ -15,6 +17,11 @@
 #include "hosts/process/interrupt.h"
 
 static std::vector<std::string> presetFiles(const std::string& folder) {
+  if (folder.empty()) {
+    std::vector<std::string> own = ownPresets();
+    if (own.empty()) failOnUsage("no presets have been installed; add --presets FOLDER");
+    return own;
+  }
   if (!fileExists(folder)) failOnFile(folder, "there is no such folder");
   if (!isFolder(folder)) failOnFile(folder, "is not a folder");
   std::vector<std::string> files = filesIn(folder, ".q9q");
@@ -28,6 +35,7 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
   EffectOptions effect;
   effect.preset = preset;
   effect.pictures = options.pictures;
+  effect.assignments = options.assignments;
   const EffectPlan plan = planEffect(effect, chooseEffect(effect), seed);
   Picture picture = loadPicture(options.image);
   Selection selection = loadSelection(options.mask, picture, options.image);
@@ -75,6 +83,8 @@ static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_
 int runGalleryCommand(const GalleryOptions& options) {
   const uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
+  checkMaskOptions(options.mask);
+  for (const std::string& text : options.assignments) parseAssignment(text);
   const PictureFormat& format = pictureFormatOf(options.output);
   if (!format.colors) failOnUsage(options.output + ": this format holds no colours");
   watchForInterrupts();
@@ -85,7 +95,7 @@ int runGalleryCommand(const GalleryOptions& options) {
     return kExitDone;
   });
   const std::vector<SheetCell> cells = renderCells(options, seed, jobs, presets);
-  if (cells.empty()) failOnFile(options.presets, "none of its presets can be shown");
+  if (cells.empty()) throw CommandFailure{kExitFailed, "none of the presets can be shown"};
   savePicture(drawSheet(cells), format, {}, options.output);
   if (!options.quiet && options.seed.empty()) {
     std::fprintf(options.output == kStandardStream ? stderr : stdout, "seed %u\n", seed);

@@ -3,11 +3,15 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "hosts/effect_runs/selection.h"
 
 struct GalleryOptions {
   std::string image;
-  std::string mask;      // empty: by alpha when there is an alpha channel
-  std::string presets;   // folder
+  MaskOptions mask;
+  std::string presets;  // folder; empty: those that come with the program
+  std::vector<std::string> assignments;
   std::string pictures;  // folder of the presets' pictures; empty: the usual one
   std::string output;
   std::string seed;  // empty: the clock's

@@ -114,6 +114,21 @@ static void printTable(const std::vector<ShownItem>& items) {
   }
 }
 
+int runPresetList(bool json) {
+  std::vector<std::string> names;
+  for (const std::string& file : ownPresets()) names.push_back(bareName(file));
+  if (names.empty()) {
+    throw CommandFailure{kExitFailed, "no presets have been installed with the program"};
+  }
+  if (json) {
+    for (std::string& name : names) name = jsonString(name);
+    std::printf("%s\n", jsonArray(names).c_str());
+  } else {
+    for (const std::string& name : names) std::printf("%s\n", name.c_str());
+  }
+  return kExitDone;
+}
+
 int runPresetShow(const PresetShowOptions& options) {
   const std::vector<ShownItem> items = shownItems(readPreset(findPreset(options.file)));
   if (options.json) {

@@ -16,5 +16,8 @@ struct PresetSaveOptions {
   EffectOptions effect;
 };
 
+// The presets that come with the program, one a line.
+int runPresetList(bool json);
+
 int runPresetShow(const PresetShowOptions& options);
 int runPresetSave(const PresetSaveOptions& options);

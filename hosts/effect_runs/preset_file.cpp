@@ -5,6 +5,7 @@
 #include "entry/handles.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
+#include "hosts/process/interrupt.h"
 #include "persistence/path_parts.h"
 #include "platform/user_files.h"
 #include "settings/settings_defaults.h"
@@ -42,6 +43,16 @@ std::string nameInUtf8(const char* windowsName) {
   return name;
 }
 
+// Whatever else stands under the name is not to be lost by a slip.
+static void checkReplaceable(const std::string& file) {
+  try {
+    readPreset(file);
+  } catch (const CommandFailure&) {
+    stopIfInterrupted();
+    failOnFile(file, "is there already and is no settings file; choose another name");
+  }
+}
+
 void writePreset(const EffectSettings& settings, const std::string names[kPictureNames],
                  const std::string& file) {
   uint8_t bytes[kLongestEncodedSettings];
@@ -50,6 +61,9 @@ void writePreset(const EffectSettings& settings, const std::string names[kPictur
   const size_t count = encodeNamedSettings(&settings, texts, bytes);
   FileBytes contents(bytes, bytes + count);
   struct stat old = {};
+  if (file != kStandardStream && stat(file.c_str(), &old) == 0 && old.st_size > 0) {
+    checkReplaceable(file);
+  }
   if (file != kStandardStream && stat(file.c_str(), &old) == 0 &&
       static_cast<size_t>(old.st_size) > count) {
     const FileBytes before = readWholeFile(file, "a settings file");

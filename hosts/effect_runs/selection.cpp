@@ -1,7 +1,10 @@
 #include "hosts/effect_runs/selection.h"
 
 #include <algorithm>
+#include <charconv>
 
+#include "hosts/effect_runs/mask_softening.h"
+#include "hosts/picture_files/formats_library.h"
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_names.h"
@@ -27,6 +30,21 @@ static HostMask maskFromPicture(const Picture& source) {
     const int32_t alpha = source.alpha.empty() ? 255 : source.alpha[i];
     mask[i] = static_cast<uint8_t>((brightness(sample, colors.planes) * alpha + 127) / 255);
   }
+  return mask;
+}
+
+// From 1 on; alpha is the last.
+static HostMask channelOf(const Picture& source, const std::string& channel,
+                          const std::string& file) {
+  const size_t planes = static_cast<size_t>(source.colors.planes);
+  const size_t number = static_cast<size_t>(channel[0] - '0');
+  if (number == planes + 1 && !source.alpha.empty()) return source.alpha;
+  if (number > planes) {
+    const size_t count = planes + (source.alpha.empty() ? 0 : 1);
+    failOnFile(file, "has no channel " + channel + ", but " + std::to_string(count));
+  }
+  HostMask mask(source.colors.samples.size() / planes);
+  for (size_t i = 0; i < mask.size(); ++i) mask[i] = source.colors.samples[i * planes + number - 1];
   return mask;
 }
 
@@ -58,22 +76,83 @@ static Selection selectionByAlpha(const Picture& picture, const std::string& fil
   return selection;
 }
 
-Selection loadSelection(const std::string& mask, const Picture& picture, const std::string& file) {
-  if (mask == kMaskOfEverything) return {};
-  if (mask.empty() || mask == kMaskByAlpha) {
-    if (mask == kMaskByAlpha && picture.alpha.empty()) {
-      failOnFile(file, "has no alpha channel to select by");
-    }
-    return selectionByAlpha(picture, file);
-  }
+static std::string nameFor(const std::string& mask, const std::string& file) {
+  constexpr char kNameMark[] = "{name}";
+  std::string text = mask;
+  const size_t mark = text.find(kNameMark);
+  return mark == std::string::npos ? mask
+                                   : text.replace(mark, sizeof(kNameMark) - 1, bareName(file));
+}
+
+static HostMask fitted(const HostMask& mask, const Picture& from, const Picture& to,
+                       const std::string& file) {
+  const HostPicture& size = from.colors;
+  HostPicture resized;
+  const std::string reason = formatsLibrary().resize({size.width, size.height, 1, mask},
+                                                     to.colors.width, to.colors.height, &resized);
+  if (!reason.empty()) failOnFile(file, "cannot be scaled: " + reason);
+  return resized.samples;
+}
+
+static Selection selectionByFile(const MaskOptions& options, const std::string& mask,
+                                 const Picture& picture, const std::string& file) {
   const Picture source = loadPicture(mask);
-  if (source.colors.width != picture.colors.width ||
-      source.colors.height != picture.colors.height) {
-    failOnFile(mask, "is " + sidesOf(source) + " pixels, but " + file + " is " + sidesOf(picture));
+  const bool sameSize =
+      source.colors.width == picture.colors.width && source.colors.height == picture.colors.height;
+  if (!sameSize && !options.fit) {
+    failOnFile(mask, "is " + sidesOf(source) + " pixels, but " + file + " is " + sidesOf(picture) +
+                         "; --mask-fit scales it");
   }
-  Selection selection = {maskFromPicture(source), "", false};
+  Selection selection = {
+      options.channel.empty() ? maskFromPicture(source) : channelOf(source, options.channel, mask),
+      "", false};
   if (selectsNothing(selection.mask)) selection.emptiness = whyNothing(source, mask, file);
+  if (!sameSize) selection.mask = fitted(selection.mask, source, picture, mask);
   return selection;
+}
+
+Selection loadSelection(const MaskOptions& options, const Picture& picture,
+                        const std::string& file) {
+  const std::string mask = nameFor(options.mask, file);
+  if (mask == kMaskOfEverything) return {};
+  if (mask == kMaskByAlpha && picture.alpha.empty()) {
+    failOnFile(file, "has no alpha channel to select by");
+  }
+  const bool byAlpha = mask.empty() || mask == kMaskByAlpha;
+  Selection selection =
+      byAlpha ? selectionByAlpha(picture, file) : selectionByFile(options, mask, picture, file);
+  if (options.invert && !selection.mask.empty()) {
+    for (uint8_t& weight : selection.mask) weight = static_cast<uint8_t>(255 - weight);
+    selection.byOwnAlpha = false;
+    selection.emptiness.clear();
+    if (selectsNothing(selection.mask)) selection.emptiness = file + ": nothing is selected";
+  }
+  const int feather = options.feather.empty() ? 0 : std::stoi(options.feather);
+  if (feather > 0 && !selection.mask.empty()) {
+    softenMask(picture.colors.width, picture.colors.height, feather, &selection.mask);
+    selection.byOwnAlpha = false;
+  }
+  return selection;
+}
+
+static int wholeNumber(const std::string& option, const std::string& text, int most) {
+  int number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (stop != end || error != std::errc() || number < 1 || number > most) {
+    failOnUsage(option + " " + text + ": takes a whole number, 1 to " + std::to_string(most));
+  }
+  return number;
+}
+
+void checkMaskOptions(const MaskOptions& options) {
+  if (!options.feather.empty()) wholeNumber("--mask-feather", options.feather, kLargestFeather);
+  if (!options.channel.empty()) wholeNumber("--mask-channel", options.channel, 4);
+  const bool ofFile =
+      !options.mask.empty() && options.mask != kMaskByAlpha && options.mask != kMaskOfEverything;
+  if (!ofFile && (options.fit || !options.channel.empty())) {
+    failOnUsage("--mask-fit and --mask-channel are about a mask's file; add --mask FILE");
+  }
 }
 
 void warnOfEmptiness(const Selection& selection) {

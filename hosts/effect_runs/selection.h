@@ -16,8 +16,21 @@ struct Selection {
   bool byOwnAlpha = false;
 };
 
-// `mask` is a file, one of the two words above, or empty for the alpha channel if there is one.
-Selection loadSelection(const std::string& mask, const Picture& picture, const std::string& file);
+// What the user says of the selection.
+struct MaskOptions {
+  std::string mask;     // a file, one of the two words above; empty: by alpha when there is one
+  bool invert = false;  // what is selected and what is not change places
+  bool fit = false;     // a mask of another size is made as large as the picture
+  std::string feather;  // pixels over which its edge is softened; empty: none
+  std::string channel;  // of the mask's file, from 1; empty: its brightness
+};
+
+// Ends the command when a number is not what an option takes.
+void checkMaskOptions(const MaskOptions& options);
+
+// In the mask's name {name} stands for the picture's without its ending.
+Selection loadSelection(const MaskOptions& options, const Picture& picture,
+                        const std::string& file);
 
 // What is told of a selection of nothing, which is no failure.
 void warnOfEmptiness(const Selection& selection);

@@ -3,6 +3,7 @@
 
 #include "hosts/formats_library/formats.h"
 #include "hosts/picture_files/exif_block.h"
+#include "hosts/process/quiet_errors.h"
 
 constexpr int kMostBands = 4;
 
@@ -32,6 +33,10 @@ static bool beginsAsPicture(BytesView file) {
 static std::string failure(bool (*stop)()) {
   const std::string reason = takeReason();
   if (stop()) return kStopped;
+  // Neither is the file's fault.
+  const bool shortOfRoom =
+      reason.find("thread") != std::string::npos || reason.find("memory") != std::string::npos;
+  if (shortOfRoom) return "cannot be read: " + reason;
   return "is damaged or cut off" + (reason.empty() ? "" : ": " + reason);
 }
 
@@ -184,6 +189,7 @@ static int orientationOf(VipsImage* image, const PictureMetadata& metadata) {
 
 std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), bool (*stop)(),
                        Picture* picture) {
+  const QuietErrors quiet;
   std::string loader;
   VipsRef held(openImage(file, &loader));
   if (loader.empty()) {

@@ -67,6 +67,7 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
 
 static int edit(const EditOptions& options) {
   const uint32_t seed = parseSeed(options.seed);
+  checkMaskOptions(options.mask);
   if (options.image == kStandardStream && options.output.empty()) {
     failOnUsage("-: say with -o where the result of standard input goes");
   }

@@ -5,11 +5,12 @@
 #include <string>
 
 #include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_runs/selection.h"
 
 struct EditOptions {
   std::string image;   // empty: the user is asked
   std::string output;  // empty: beside the picture
-  std::string mask;    // empty: by alpha when there is an alpha channel
+  MaskOptions mask;
   EffectOptions effect;
   std::string seed;  // empty: the clock's
 };

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/unix/program_session.h"
 #include "platform/desktop/session_state.h"
+#include "platform/unix/program_session.h"
 
 static bool keptInMemory = false;
 static std::map<std::string, std::string> memoryValues;

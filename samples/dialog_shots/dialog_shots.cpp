@@ -63,8 +63,9 @@ static void shoot(const Folders& folders, const Scene& scene) {
   switches.dirtyMemory = false;
   switches.displayPixels = scene.preview;
   switches.display = drawIntoTarget;
-  const OpenHost host(switches, picture.colors,
-                      loadSelection(folders.samples + "/letters.png", picture, file).mask);
+  MaskOptions mask;
+  mask.mask = folders.samples + "/letters.png";
+  const OpenHost host(switches, picture.colors, loadSelection(mask, picture, file).mask);
   checkResult(callSelector(kSelectorParameters), file);
   copySettings(plan.settings, moduleSettings(file));
   visitWindow([] { callSelector(kSelectorStart); },

@@ -70,7 +70,7 @@ TEST_F(Batches, NeverWriteOneResultOverAnother) {
   save(colorPicture(), "b-lit.png");
   expectUsage({"apply", "b.png", "b-lit.png", "-o", "{name}-lit.png"}, "would replace b-lit.png");
   expectUsage({"apply", "a.png", "b.png", "-o", "{name}.xyz"}, ".png, .jpg");
-  for (const char* jobs : {"0", "-1", "x", "257", "1.5", ""}) {
+  for (const char* jobs : {"0", "-1", "x", "257", "1.5"}) {
     expectUsage({"apply", "a.png", "-o", "x.png", "--jobs", jobs}, "1 to 256");
   }
   // {name} never stands for the picture itself; a single one may be replaced by its full name.
@@ -225,7 +225,7 @@ TEST_F(Batches, DescribeThemselvesInFull) {
     return runShell(script).output.trimmed();
   };
   EXPECT_EQ(completed("morvalis pre"), "preset");
-  EXPECT_EQ(completed("morvalis preset "), "show save");
+  EXPECT_EQ(completed("morvalis preset "), "list show save");
   EXPECT_EQ(completed("morvalis help g"), "gallery");
   EXPECT_EQ(completed("morvalis apply a.png --pi"), "--pictures");
   EXPECT_EQ(completed("morvalis apply a.png --set iri"), "iriTableChoice= iridescence= iriColors=");

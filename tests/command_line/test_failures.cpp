@@ -164,7 +164,7 @@ TEST_F(Failures, OfUsage) {
   EXPECT_EQ(bare.output, "");
   EXPECT_TRUE(bare.errors.contains("Usage: morvalis") && bare.errors.contains("  gallery "));
   expectFailure(run({"frobnicate"}), 2, "there is no command frobnicate (see `morvalis --help`)");
-  expectFailure(run({"preset"}), 2, "a command is missing: show or save");
+  expectFailure(run({"preset"}), 2, "a command is missing: list, show or save");
   expectFailure(run({"preset", "show", "in.png", "b"}), 2, "\"b\" is one argument too many");
   expectFailure(run({"completion"}), 2, "SHELL is missing");
   expectApplyFails({"in.png"}, 2, "--output OUT is missing (see `morvalis apply --help`)");

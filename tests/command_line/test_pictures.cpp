@@ -1,6 +1,7 @@
 // What happens to pixels, and to all that a file says besides them.
 
 #include <QColorSpace>
+#include <QDir>
 #include <QImageReader>
 
 #include "hosts/substitute_host/substitute_host.h"
@@ -64,6 +65,54 @@ TEST_F(Pictures, AreMixedByTheSelectionExactly) {
   const QImage everything = apply("in.png", "out.png", {"--mask", "none"});
   EXPECT_EQ(bytesOf(everything.convertToFormat(QImage::Format_RGB888), 3),
             renderHere(source, 3, {}));
+}
+
+TEST_F(Pictures, AreSelectedAsTheMaskOptionsSay) {
+  save(colorPicture(), "in.png");
+  QImage mask(24, 18, QImage::Format_RGB888);
+  mask.fill(Qt::black);
+  for (int y = 0; y < 18; ++y) {
+    for (int x = 0; x < 12; ++x) mask.setPixel(x, y, qRgb(255, 0, 0));
+  }
+  QDir(path("")).mkdir("masks");
+  save(mask, "masks/in.png");
+  save(mask.scaled(12, 9), "small.png");
+  const QImage source(path("in.png"));
+  // Whether the pixels of a column have changed.
+  const auto changed = [&](const QStringList& options, int x) {
+    const QImage result = apply("in.png", "out.png", options);
+    for (int y = 0; y < 18; ++y) {
+      if (result.pixel(x, y) != source.pixel(x, y)) return true;
+    }
+    return false;
+  };
+  const QStringList red = {"--mask", "masks/{name}.png", "--mask-channel", "1"};
+  EXPECT_TRUE(changed(red, 3));
+  EXPECT_FALSE(changed(red, 14));
+  EXPECT_FALSE(changed(red + QStringList{"--mask-invert"}, 3));
+  EXPECT_TRUE(changed(red + QStringList{"--mask-invert"}, 20));
+  EXPECT_TRUE(changed(red + QStringList{"--mask-feather", "6"}, 14));
+  EXPECT_FALSE(changed(red + QStringList{"--mask-feather", "6"}, 20));
+  EXPECT_TRUE(changed({"--mask", "small.png", "--mask-fit"}, 3));
+  EXPECT_FALSE(changed({"--mask", "small.png", "--mask-fit"}, 20));
+}
+
+// The alpha that is kept covers once more what it selects: the effect itself is whole there.
+TEST_F(Pictures, HaveNoFringeWhereTheirAlphaSelects) {
+  const QImage source = colorPicture(true);
+  save(source, "in.png");
+  HostMask weights;
+  for (int i = 0; i < 24 * 18; ++i) weights.push_back(source.constScanLine(i / 24)[i % 24 * 4 + 3]);
+  const std::vector<uint8_t> effect =
+      renderHere(source.convertToFormat(QImage::Format_RGB888), 3, weights);
+  const std::vector<uint8_t> result = pixelsOf(apply("in.png", "out.png"));
+  const std::vector<uint8_t> before = pixelsOf(source);
+  for (size_t i = 0; i < weights.size(); ++i) {
+    for (size_t plane = 0; plane < 3; ++plane) {
+      const uint8_t expected = weights[i] != 0 ? effect[3 * i + plane] : before[4 * i + plane];
+      ASSERT_EQ(result[4 * i + plane], expected) << i;
+    }
+  }
 }
 
 TEST_F(Pictures, StayAsTheyAreUnderAnEmptySelectionWhichIsTold) {
@@ -136,6 +185,43 @@ TEST_F(Pictures, KeepTheirAlphaAndTheColoursUnderIt) {
   save(opaque, "opaque.png");
   EXPECT_TRUE(apply("opaque.png", "out.png").hasAlphaChannel());
   EXPECT_FALSE(apply("opaque.png", "out.bmp").isNull());
+}
+
+// Outside the selection to the last bit, and mixed in 16 bits where it is partial.
+TEST_F(Pictures, KeepSixteenBits) {
+  QImage deep(24, 18, QImage::Format_RGBA64);
+  for (int i = 0; i < 24 * 18; ++i) {
+    deep.setPixelColor(i % 24, i / 24,
+                       QColor(QRgba64::fromRgba64(quint16(i * 151), quint16(i * 77 + 3),
+                                                  quint16(65535 - i * 13), quint16(i * 31 + 9))));
+  }
+  QImage mask = greyPicture();
+  for (int y = 0; y < 18; ++y) {
+    for (int x = 0; x < 24; ++x) mask.scanLine(y)[x] = x < 8 ? 0 : x < 16 ? 100 : 255;
+  }
+  save(mask, "mask.png");
+  for (const QImage::Format format : {QImage::Format_RGBA64, QImage::Format_RGBX64}) {
+    save(deep.convertToFormat(format), "in.png");
+    const QImage effect = apply("in.png", "effect.png", {"--mask", "mask.png", "--depth", "8"});
+    EXPECT_LE(effect.depth(), 32);
+    for (const QString output : {"out.png", "out.tif"}) {
+      const QImage before = QImage(path("in.png")).convertToFormat(QImage::Format_RGBA64);
+      QImage after = apply("in.png", output, {"--mask", "mask.png"});
+      ASSERT_GE(after.depth(), 48) << output.toStdString();
+      after = after.convertToFormat(QImage::Format_RGBA64);
+      bool between = false;
+      for (int i = 0; i < 24 * 18; ++i) {
+        const QRgba64 a = before.pixelColor(i % 24, i / 24).rgba64();
+        const QRgba64 b = after.pixelColor(i % 24, i / 24).rgba64();
+        ASSERT_EQ(a.alpha(), b.alpha());
+        ASSERT_TRUE(i % 24 >= 8 || a == b) << i;
+        if (i % 24 >= 8 && i % 24 < 16 && b.red() % 257 != 0) between = true;
+      }
+      EXPECT_TRUE(between) << output.toStdString();
+    }
+  }
+  save(colorPicture(), "in.png");
+  EXPECT_GE(apply("in.png", "out.png", {"--depth", "16"}).depth(), 48);
 }
 
 TEST_F(Pictures, PassThroughEveryFormat) {

@@ -281,14 +281,14 @@ TEST_F(Presets, ThatAreDamagedAreRefused) {
 TEST_F(Presets, ReplaceAFileWholeOrNotAtAll) {
   savePreset("new.q9q", {"--set", "radius=7"});
   const QByteArray bytes = read("new.q9q");
-  write("long.q9q", QByteArray(1000, 'x') + "tail");
-  savePreset("long.q9q", {"--set", "radius=7"});
-  EXPECT_EQ(read("long.q9q"), bytes + (QByteArray(1000, 'x') + "tail").mid(bytes.size()));
+  const QByteArray tail = QByteArray(1000, 'x') + "tail";
+  write("long.q9q", bytes + tail);
   savePreset("long.q9q", {"--preset", "long.q9q", "--set", "radius=9"});
-  EXPECT_EQ(read("long.q9q").size(), 1004);
+  EXPECT_EQ(read("long.q9q").size(), bytes.size() + tail.size());
+  EXPECT_TRUE(read("long.q9q").endsWith(tail));
   EXPECT_EQ(shown("long.q9q")["radius"], 9);
 
-  const QByteArray before = QByteArray(5000, 'y');
+  const QByteArray before = bytes + QByteArray(5000, 'y');
   write("kept.q9q", before);
   const QStringList list = files();
   EXPECT_EQ(runShell("ulimit -f 2; \"$0\" preset save kept.q9q").exitCode, 1);
@@ -314,6 +314,27 @@ TEST_F(Presets, KeepWhatTheyCannotUse) {
 
   ASSERT_TRUE(QFile::resize(path("from.q9q"), qint64{1} << 40));
   EXPECT_EQ(shown("from.q9q")["gloss"], 50);
+}
+
+TEST_F(Presets, ThatComeWithTheProgramAreAtHand) {
+  const RunResult listed = run({"preset", "list"});
+  EXPECT_EQ(listed.exitCode, 0);
+  EXPECT_TRUE(listed.output.contains("gold\n"));
+  EXPECT_TRUE(run({"preset", "list", "--json"}).output.startsWith("[\""));
+  EXPECT_TRUE(
+      run({"apply", "in.png", "-o", "x.png", "--preset", "gld"}).errors.contains("; there are "));
+  QDir(path("")).mkdir("gold");  // a folder of the name is in nobody's way
+  savePreset("mine.q9q", {"--preset", "gold", "--set", "radius=5"});
+  EXPECT_EQ(apply("in.png", "mine.png", {"--preset", "mine.q9q"}),
+            apply("in.png", "gold.png", {"--preset", "gold", "--set", "radius=5"}));
+  const QByteArray before = read("in.png");
+  const RunResult slip = run({"preset", "save", "in.png"});
+  EXPECT_EQ(slip.exitCode, 1);
+  EXPECT_TRUE(slip.errors.contains("is no settings file"));
+  EXPECT_EQ(read("in.png"), before);
+  for (const QStringList& empty : {QStringList{"--preset", ""}, QStringList{"--mask", ""}}) {
+    EXPECT_EQ(run(QStringList{"apply", "in.png", "-o", "x.png"} + empty).exitCode, 2);
+  }
 }
 
 TEST_F(Presets, OfTheLastDialogAreTakenUp) {

@@ -52,7 +52,7 @@ TEST_F(Edit, WritesWhatApplyWrites) {
 
   EditOptions options = editOf("photo.png");
   options.output = "out.png";
-  options.mask = "photo.png";
+  options.mask.mask = "photo.png";
   options.effect.assignments = {"radius=23", "reflection=70", "textureChoice=cells",
                                 "environmentTurns=3"};
   options.effect.environment = "sky.bmp";
