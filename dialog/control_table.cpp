@@ -90,9 +90,10 @@ const Slider kSliders[kSliderCount] = {
      "depth of the relief; negative turns it inside out"},
     {69, 70, 0, "textureScale", 0, 100, 135, "Texture size", "size of the relief on the object"}};
 
-const Picker kPickers[kPickerCount] = {{kShapePicker, "shape", 1, 13},
-                                       {kTexturePicker, "textureChoice", 1, 13},
-                                       {kBlendPicker, "blendMode", 1, 12}};
+const Picker kPickers[kPickerCount] = {
+    {kShapePicker, "shape", 1, 13, "Shape", "cross-section of the bevel"},
+    {kTexturePicker, "textureChoice", 1, 13, "Texture", "relief pressed into the surface"},
+    {kBlendPicker, "blendMode", 1, 12, "Blend mode", "how the effect meets the picture"}};
 
 Rectangle controlRect(int32_t id) {
   for (const WindowControl& control : kControls) {

@@ -78,6 +78,8 @@ struct Picker {
   const char* setting;
   int32_t minimum;
   int32_t maximum;
+  const char* name;
+  const char* meaning;
 };
 constexpr int32_t kPickerCount = 3;
 extern const Picker kPickers[kPickerCount];

@@ -26,7 +26,7 @@ struct DialogState {
   int32_t controlValue[kControlIds];
   int32_t controlMin[kControlIds];
   int32_t controlMax[kControlIds];
-  int32_t toldValue[kControlIds];  // of a slider, in its tool tip
+  int32_t toldValue[kControlIds];  // of a slider or picker, in its tool tip
   bool tipTold[kControlIds];
 
   int32_t fitScale;      // reduction at which the whole filter rectangle fits the preview

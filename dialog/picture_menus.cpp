@@ -1,6 +1,7 @@
 #include "dialog/picture_menus.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <iterator>
 
@@ -76,6 +77,20 @@ static int32_t settingOfPicker(const EffectSettings* settings, int32_t id) {
   return id == kTexturePicker ? settings->textureChoice : settings->blendMode;
 }
 
+// The tool tip names the present choice.
+static void tellChoice(DialogState* dialog, int32_t id, int32_t value) {
+  if (dialog->tipTold[id] && dialog->toldValue[id] == value) return;
+  dialog->tipTold[id] = true;
+  dialog->toldValue[id] = value;
+  for (const Picker& picker : kPickers) {
+    if (picker.id != id) continue;
+    char tip[160];
+    std::snprintf(tip, sizeof(tip), "%s %s: %s", picker.name, choiceName(id, value),
+                  picker.meaning);
+    setToolTip(dialog->window, id, tip);
+  }
+}
+
 void drawPicker(DialogState* dialog, int32_t id) {
   const Rectangle r = controlRect(id);
   Canvas* canvas = &dialog->canvas;
@@ -89,6 +104,7 @@ void drawPicker(DialogState* dialog, int32_t id) {
   drawLine(canvas, r.right - 1, r.top + 5, r.right - 1, r.bottom + 1, kBlack);
   drawLine(canvas, r.right - 1, r.bottom + 1, r.left + 2, r.bottom + 1, kBlack);
   const int32_t value = settingOfPicker(settingsOf(dialog), id);
+  tellChoice(dialog, id, value);
   const MenuRow* shown = &kMenuRows[0];
   for (const MenuRow& row : kMenuRows) {
     if (row.picker == id && row.value == value) shown = &row;

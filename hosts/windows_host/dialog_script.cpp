@@ -128,7 +128,9 @@ static void chooseFile(const std::string& path) {
 
 static void answerDialog(int id) {
   HWND dialog = awaitWindow(isOtherDialog, "other dialog");
-  PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
+  // As a press on the button itself.
+  PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id),
+               reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
   awaitEnd(dialog);
   settle();
 }

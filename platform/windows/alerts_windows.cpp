@@ -1,15 +1,27 @@
 #include "platform/alerts.h"
 
 #include "platform/windows/dialog_place.h"
-#include "platform/windows/windows_api.h"
+#include "platform/windows/window_record.h"
+
+constexpr int32_t kCancelButton = 1;  // the number of every alert's Cancel
+
+static HWND openAlert = nullptr;
 
 // The resources hold the texts with their parameters; what is shown are the expanded ones.
 static void startUp(HWND dialog, const AlertContent& content) {
+  openAlert = dialog;
   placeDialog(dialog);
   for (int32_t i = 0; i < content.textCount; ++i) {
     const AlertText& text = content.texts[i];
     if (text.number != 0) SetDlgItemTextA(dialog, text.number, text.text);
   }
+  SetFocus(GetDlgItem(dialog, kCancelButton));
+}
+
+// The system's own number for cancelling may be another button's: what comes without a button is
+// none of its presses.
+static int32_t answerOf(WPARAM wParam, LPARAM lParam) {
+  return lParam == 0 && LOWORD(wParam) == IDCANCEL ? kCancelButton : LOWORD(wParam);
 }
 
 static INT_PTR CALLBACK alertProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -22,19 +34,43 @@ static INT_PTR CALLBACK alertProcedure(HWND dialog, UINT message, WPARAM wParam,
       return 0;
     case WM_COMMAND:
       if (HIWORD(wParam) != 0) return 0;
-      EndDialog(dialog, LOWORD(wParam));
+      EndDialog(dialog, answerOf(wParam, lParam));
+      return 1;
+    case WM_CLOSE:
+      EndDialog(dialog, kCancelButton);
       return 1;
     default:
       return 0;
   }
 }
 
+// Escape before the dialog manager takes it for a press on the button of its number.
+static LRESULT CALLBACK filterMessage(int code, WPARAM wParam, LPARAM lParam) {
+  const auto* message = reinterpret_cast<const MSG*>(lParam);
+  const bool ours = code == MSGF_DIALOGBOX && openAlert != nullptr &&
+                    (message->hwnd == openAlert || IsChild(openAlert, message->hwnd));
+  if (ours && message->message == WM_KEYDOWN && message->wParam == VK_ESCAPE) {
+    EndDialog(openAlert, kCancelButton);
+    return 1;
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// The dialog below has to be kept from the user, as the alert has no owner that the system would
+// keep from them.
 int32_t showPlatformAlert(const AlertContent& content) {
+  HWND dialog = shutTopWindow();
+  HHOOK hook = SetWindowsHookExA(WH_MSGFILTER, filterMessage, nullptr, GetCurrentThreadId());
   const INT_PTR answer = DialogBoxParamA(moduleInstance(), content.name, nullptr, alertProcedure,
                                          reinterpret_cast<LPARAM>(&content));
+  openAlert = nullptr;
+  if (hook != nullptr) UnhookWindowsHookEx(hook);
+  openTopWindow(dialog);
   return answer > 0 ? static_cast<int32_t>(answer) : -1;
 }
 
 void showPlatformMessage(const char* caption, const char* text) {
+  HWND dialog = shutTopWindow();
   MessageBoxA(nullptr, text, caption, MB_OK | MB_ICONHAND);
+  openTopWindow(dialog);
 }

@@ -7,6 +7,8 @@
 #include "platform/windows/window_record.h"
 // The choosers' header wants the other one first.
 #include <commdlg.h>
+// These two likewise.
+#include <cderr.h>
 
 // --- Files ----------------------------------------------------------------------------------
 
@@ -95,13 +97,9 @@ bool choosePlatformColor(uint8_t color[3], uint8_t customColors[kCustomColors][3
   request.rgbResult = packed(color);
   request.lpCustColors = custom;
   request.Flags = CC_RGBINIT | CC_FULLOPEN | CC_ANYCOLOR;
-  HWND dialog = topWindow() != nullptr ? topWindow()->handle : nullptr;
-  if (dialog != nullptr) EnableWindow(dialog, FALSE);
+  HWND dialog = shutTopWindow();
   const bool chosen = ChooseColorA(&request) != FALSE;
-  if (dialog != nullptr) {
-    EnableWindow(dialog, TRUE);
-    SetForegroundWindow(dialog);
-  }
+  openTopWindow(dialog);
   if (!chosen) return false;
   unpack(request.rgbResult, color);
   for (int32_t i = 0; i < kCustomColors; ++i) unpack(custom[i], customColors[i]);

@@ -4,6 +4,8 @@
 #include "platform/export.h"
 #include "platform/windows/dialog_place.h"
 #include "platform/windows/window_record.h"
+// The common controls' header wants the other one first.
+#include <commctrl.h>
 
 static Window* openWindow = nullptr;
 
@@ -13,6 +15,20 @@ Window* topWindow() {
 
 static Window* windowOf(HWND dialog) {
   return reinterpret_cast<Window*>(GetWindowLongPtrA(dialog, DWLP_USER));
+}
+
+HWND shutTopWindow() {
+  if (openWindow == nullptr || !IsWindowEnabled(openWindow->handle)) return nullptr;
+  dismissPopup(openWindow);
+  if (openWindow->toolTips != nullptr) SendMessageA(openWindow->toolTips, TTM_POP, 0, 0);
+  EnableWindow(openWindow->handle, FALSE);
+  return openWindow->handle;
+}
+
+void openTopWindow(HWND shut) {
+  if (shut == nullptr) return;
+  EnableWindow(shut, TRUE);
+  SetForegroundWindow(shut);
 }
 
 // --- Start-up -------------------------------------------------------------------------------

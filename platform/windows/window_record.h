@@ -33,6 +33,11 @@ struct Window {
 // The modal window that was opened last; null when there is none.
 Window* topWindow();
 
+// Keeps the user from that window, and its tool tips from what comes above it, while something
+// without an owner is open; and gives it back.
+HWND shutTopWindow();
+void openTopWindow(HWND shut);
+
 // Hands one event over; the procedure's answer, false when the window has ended. What the user does
 // while an event is in progress (another modal window has its own loop then) is dropped.
 bool sendEvent(Window* window, const WindowEvent& event);

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QWidget>
 
+#include "platform/desktop/popup_qt.h"
 #include "tests/desktop/window_user.h"
 
 static const WindowTemplate kWindow = {"PROBE", "Probe", 120, 60, nullptr, 0, 0, 0};
@@ -52,14 +53,15 @@ TEST(QtPopup, PressDragReleaseChooses) {
     ASSERT_NE(probe.open, nullptr);
     QWidget* popup = QApplication::activePopupWidget();
     ASSERT_NE(popup, nullptr);
-    EXPECT_EQ(popup->size(), QSize(kSide, kSide));
+    EXPECT_EQ(popup->size(), QSize(kSide + 10, kSide + 8)) << "with its frame";
     EXPECT_EQ(popup->pos(), user.window()->mapToGlobal(kPlace));
-    EXPECT_EQ(qGreen(popup->grab().toImage().pixel(39, 39)), 77);
+    EXPECT_EQ(qGreen(popup->grab().toImage().pixel(39 + kPopupFrame, 39 + kPopupFrame)), 77);
     EXPECT_EQ(probe.popup.take(), (Events{"initialise"}));
     // The events still come in at the window that the button was pressed in.
-    user.move(kPlace + QPoint(5, 6));
-    user.move(kPlace + QPoint(-3, 90));
-    user.release(kPlace + QPoint(7, 9));
+    const QPoint inside = kPlace + QPoint(kPopupFrame, kPopupFrame);
+    user.move(inside + QPoint(5, 6));
+    user.move(inside + QPoint(-3, 90));
+    user.release(inside + QPoint(7, 9));
     EXPECT_EQ(probe.popup.take(), (Events{"move 5,6", "move -3,90", "move 7,9", "up 7,9"}));
     EXPECT_EQ(probe.main.take(), (Events{"move 10,10", "down 10,10", "command 2009"}));
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);

@@ -308,6 +308,12 @@ static void toolTips() {
       EXPECT_EQ(tip.rfind(slider.name, 0), 0U) << tip;
       note(slider.name, tip);
     }
+    EXPECT_EQ(user.toolTip(kShapePicker), "Shape round: cross-section of the bevel");
+    chooseRow(user, kShapePicker, 1);
+    EXPECT_EQ(user.toolTip(kShapePicker), "Shape chisel: cross-section of the bevel");
+    chooseRow(user, kBlendPicker, 2);
+    EXPECT_EQ(user.toolTip(kBlendPicker),
+              "Blend mode procedural +: how the effect meets the picture");
     EXPECT_EQ(user.toolTip(kSpinButton), "Turn the environment a quarter");
     EXPECT_EQ(user.toolTip(6), "");
     user.clickButton(kOkButton);

@@ -256,6 +256,7 @@ static void menusThatStay() {
       return user.hasPopup();
     };
     EXPECT_FALSE(open(301)) << "held too long";
+    chooseRow(user, kShapePicker, 9);
     const int32_t before = settingOf("shape");
     ASSERT_TRUE(open(300));
     EXPECT_EQ(settingOf("shape"), before);

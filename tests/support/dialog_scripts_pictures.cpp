@@ -251,17 +251,13 @@ static void settingsFilesThatFail() {
       user.clickButton(kLoadButton);
       EXPECT_EQ(shownAlerts(), ++alerts);
     }
-    for (const char* nowhere : {"/nowhere/at/all.q9q", "/"}) {
-      answerFiles({nowhere});
-      user.clickButton(kLoadButton);
-      answerFiles({nowhere});
-      user.clickButton(kSaveButton);
-    }
+    answerFiles({"/proc/nowhere.q9q"});
+    user.clickButton(kSaveButton);
+    EXPECT_EQ(shownAlerts(), ++alerts);
     look(user, "nothing has changed");
     EXPECT_EQ(settingOf("gloss"), 50);
     user.clickButton(kOkButton);
   });
-  EXPECT_GE(shownAlerts(), 5 + 2);
   EXPECT_EQ(settingOf("gloss"), 90) << "what was shown is what is confirmed";
   EXPECT_EQ(settingOf("radius"), 10);
   std::remove(path.c_str());
