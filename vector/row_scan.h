@@ -13,7 +13,7 @@ static inline int32_t lesser(int32_t a, int32_t b) {
 
 static void beginRows(const FieldRow& row, int32_t count) {
   for (int32_t i = 0; i < count + kRowMargin; i += kLanes) store(row.up + i, splat(255));
-  uint16_t* const lists[] = {row.codes, row.bounds, row.fine, row.coarse};
+  uint16_t* const lists[] = {row.codes, row.bounds, row.sources, row.fine, row.coarse};
   for (uint16_t* list : lists) {
     for (int32_t i = -kRowMargin; i < count + kRowMargin; i += kLanes)
       store(list + i, splat(65535));
@@ -146,8 +146,11 @@ static void scanSoftRow(const FieldCone& cone, const FieldRow& row, const uint8_
   const Lanes limitCode = lastCode(cone);
   for (int32_t x = 0; x < count; x += kLanes) {
     const Lanes codes = smaller(joinedCodes(row, mask, cells, x, count), limitCode);
+    const Lanes bounds = boundsOf(cone, codes, limitCode);
     store(row.codes + x, codes);
-    store(row.bounds + x, boundsOf(cone, codes, limitCode));
+    store(row.bounds + x, bounds);
+    // Unselected pixels tell how much there is at least, but the other axis has to give it.
+    store(row.sources + x, either(bounds, equal(codes, splat(kUnselectedCode))));
   }
   findGroups(row, cone.radius, count);
   const uint16_t* squares = cone.squares + kNoDistance;
@@ -167,7 +170,9 @@ static void scanSoftRow(const FieldCone& cone, const FieldRow& row, const uint8_
     if (anyLess(least, start)) {
       const Lanes limit = smaller(start, limitsOfLeast(cone, least));
       forNearColumns(cone, row, x, squares, limit, [&](int32_t w) {
-        offerBelow(cone, groupOf(x, w), row.codes + x + w, limit, &best);
+        Group group = groupOf(x, w);
+        group.bounds = row.sources + x + w;
+        offerBelow(cone, group, row.codes + x + w, limit, &best);
       });
       lookUp(cone, &best);
     }

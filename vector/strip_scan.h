@@ -101,12 +101,13 @@ static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t
     store(codes + x, left);
   }
   const Lanes limitCode = lastCode(cone);
+  const Lanes unselected = splat(kUnselectedCode);
   for (int32_t x = columns - kLanes; x >= 0; x -= kLanes) {
     const Lanes own = ownCodes(loadBytes(first + x), loadBytes(first + x + 1));
     const Lanes right = joinedToTheRight(own, carriedRight, load(kPlacesBack));
     carriedRight = firstLaneEverywhere(right);
     const Lanes nearer = smaller(smaller(right, load(codes + x)), limitCode);
-    const Lanes bound = boundsOf(cone, nearer, limitCode);
+    const Lanes bound = either(boundsOf(cone, nearer, limitCode), equal(nearer, unselected));
     store(codes + x, nearer);
     store(bounds + x, bound);
     store(fine + x, newFine ? bound : smaller(bound, load(fine + x)));
