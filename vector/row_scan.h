@@ -87,6 +87,16 @@ static inline Lanes leastSum(const Group& group, Lanes least) {
   return least;
 }
 
+// The same for offsets to one side, whose nearer half may be enough.
+static inline Lanes leastSumOfSide(const Group& group, bool right, Lanes least) {
+  constexpr int32_t kHalf = kFineGroup / 2;
+  const int32_t nearer = right ? 0 : kHalf;
+  for (int32_t i = 0; i < kHalf; ++i) least = smaller(least, sumAt(group, nearer + i));
+  if (!anyLess(splat(group.squares[right ? kHalf : kHalf - 1]), least)) return least;
+  for (int32_t i = 0; i < kHalf; ++i) least = smaller(least, sumAt(group, kHalf - nearer + i));
+  return least;
+}
+
 // A bit for each offset at which some lane's sum is less than its limit.
 static inline uint32_t offsetsBelow(const Group& group, Lanes limit) {
   uint32_t bits = 0;
@@ -172,7 +182,7 @@ static void scanSoftColumns(const FieldCone& cone, const FieldRow& row, const ui
     Lanes least = smaller(widestHere, load(row.bounds + x));
     if (anyLess(splat(squares[1]), least)) {
       forNearColumns(cone, row, x, squares, least, [&](int32_t offset) {
-        least = leastSum(groupOf(row.bounds + x, offset), least);
+        least = leastSumOfSide(groupOf(row.bounds + x, offset), offset >= 0, least);
       });
     }
     store(limits + x - start, either(least, equal(least, widestHere)));
@@ -224,9 +234,15 @@ static void scanHardRow(const FieldCone& cone, const FieldRow& row, const int16_
     Lanes least = smaller(outside, load(row.bounds + x));
     if (anyLess(splat(1), least)) {
       forNearColumns(cone, row, x, squares, least, [&](int32_t offset) {
-        least = leastSum({row.bounds + x + offset, 1, squares + offset, nullptr}, least);
+        const Group group = {row.bounds + x + offset, 1, squares + offset, nullptr};
+        least = leastSumOfSide(group, offset >= 0, least);
       });
     }
-    storePart(cells + x, lookedUp(values, least), count - x);
+    // Most blocks are all outside or all beyond the cone.
+    Lanes cell = splat(values[0]);
+    if (anyLess(splat(0), least)) {
+      cell = anyLess(least, outside) ? lookedUp(values, least) : splat(0);
+    }
+    storePart(cells + x, cell, count - x);
   }
 }
