@@ -8,17 +8,17 @@
 namespace MORVALIS_SET {
 
 static void walkDown(const uint8_t* mask, const uint16_t* above, int32_t count, uint16_t* codes) {
-  for (int32_t i = 0; i < count; ++i) {
-    const int32_t m = mask[i];
-    const int32_t farther = above[i] >= 0xFF00 ? above[i] : above[i] + 256;
-    const int32_t selected = above[i] == kUnselectedCode ? 256 | m : farther;
-    codes[i] = static_cast<uint16_t>(m == 0 ? kUnselectedCode : selected);
+  for (int32_t x = 0; x < count; x += kLanes) {
+    const Lanes before = loadPart(above + x, count - x);
+    storePart(codes + x, nextCodes(loadBytes(mask + x), before), count - x);
   }
 }
 
 static bool isSoft(const uint8_t* mask, int32_t count) {
-  uint32_t soft = 0;
-  for (int32_t i = 0; i < count; ++i) soft |= mask[i] != 0 && mask[i] != 255 ? 1 : 0;
+  uint8_t soft = 0;
+  for (int32_t i = 0; i < count; ++i) {
+    soft |= static_cast<uint8_t>(static_cast<uint8_t>(mask[i] + 1) > 1);
+  }
   return soft != 0;
 }
 

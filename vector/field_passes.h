@@ -39,11 +39,12 @@ struct FieldCone {
 // every list has kRowMargin places more than the row has pixels.
 constexpr int32_t kRowMargin = 256;
 struct FieldRow {
-  uint16_t* up;      // codes for upward distances alone
-  uint16_t* codes;   // of the nearer side
-  uint16_t* bounds;  // no more than the squared distance
-  uint16_t* fine;    // least of kFineGroup bounds from here on
-  uint16_t* coarse;  // least of kCoarseGroup bounds from here on
+  uint16_t* up;       // codes for upward distances alone
+  uint16_t* codes;    // of the nearer side
+  uint16_t* bounds;   // no more than the squared distance
+  uint16_t* sources;  // the same, but 65535 for unselected pixels
+  uint16_t* fine;     // least of kFineGroup bounds from here on
+  uint16_t* coarse;   // least of kCoarseGroup bounds from here on
 };
 
 // Rows of codes along the row, for a strip of columns. Rows count from `radius` rows above the

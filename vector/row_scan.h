@@ -13,7 +13,7 @@ static inline int32_t lesser(int32_t a, int32_t b) {
 
 static void beginRows(const FieldRow& row, int32_t count) {
   for (int32_t i = 0; i < count + kRowMargin; i += kLanes) store(row.up + i, splat(255));
-  uint16_t* const lists[] = {row.codes, row.bounds, row.fine, row.coarse};
+  uint16_t* const lists[] = {row.codes, row.bounds, row.sources, row.fine, row.coarse};
   for (uint16_t* list : lists) {
     for (int32_t i = -kRowMargin; i < count + kRowMargin; i += kLanes)
       store(list + i, splat(65535));
@@ -25,18 +25,24 @@ static void beginRows(const FieldRow& row, int32_t count) {
   store(row.bounds + count, splat(0));
 }
 
+// The codes of selected and other pixels m, one step away from those with the codes `before`.
+static inline Lanes nextCodes(Lanes m, Lanes before) {
+  const Lanes unselected = splat(kUnselectedCode);
+  const Lanes step = splat(256);
+  const Lanes selected =
+      choose(equal(before, unselected), either(m, step), addSaturated(before, step));
+  return choose(equal(m, splat(0)), unselected, selected);
+}
+
 // The codes of both sides joined, for a block of columns.
 static inline Lanes joinedCodes(const FieldRow& row, const uint8_t* mask, const int16_t* down,
                                 int32_t x, int32_t count) {
   const Lanes m = loadBytes(mask + x);
-  const Lanes below = load(row.up + x);
-  const Lanes unselected = splat(kUnselectedCode);
-  const Lanes outside = equal(m, splat(0));
-  const Lanes beside = either(m, splat(256));
-  Lanes up = choose(equal(below, unselected), beside, addSaturated(below, splat(256)));
-  up = choose(outside, unselected, up);
+  const Lanes up = nextCodes(m, load(row.up + x));
   store(row.up + x, up);
-  return choose(outside, unselected, smaller(up, loadPart(down + x, count - x)));
+  // Behind the row's end all is unselected, whatever is loaded.
+  const Lanes joined = smaller(up, loadPart(down + x, count - x));
+  return choose(equal(m, splat(0)), splat(kUnselectedCode), joined);
 }
 
 // to[i] = least of from[i] and the `step` entries after it, for two lists of such minima; may be
@@ -48,12 +54,16 @@ static inline void joinGroups(const uint16_t* from, int32_t step, int32_t first,
   }
 }
 
+// Lesser radii have so few groups that coarse ones save nothing.
+constexpr int32_t kCoarseFrom = 24;
+
 static void findGroups(const FieldRow& row, int32_t radius, int32_t count) {
   const int32_t first = -(radius + kFineGroup);
   const int32_t last = count + radius + kLanes;
   joinGroups(row.bounds, 1, first, last, row.fine);
   joinGroups(row.fine, 2, first, last, row.fine);
   joinGroups(row.fine, 4, first, last, row.fine);
+  if (radius < kCoarseFrom) return;
   const int32_t start = -kCoarseGroup * ((radius + kCoarseGroup - 1) / kCoarseGroup);
   joinGroups(row.fine, 8, start, last, row.coarse);
   joinGroups(row.coarse, 16, start, last, row.coarse);
@@ -74,6 +84,16 @@ static inline Lanes sumAt(const Group& group, int32_t i) {
 
 static inline Lanes leastSum(const Group& group, Lanes least) {
   for (int32_t i = 0; i < kFineGroup; ++i) least = smaller(least, sumAt(group, i));
+  return least;
+}
+
+// The same for offsets to one side, whose nearer half may be enough.
+static inline Lanes leastSumOfSide(const Group& group, bool right, Lanes least) {
+  constexpr int32_t kHalf = kFineGroup / 2;
+  const int32_t nearer = right ? 0 : kHalf;
+  for (int32_t i = 0; i < kHalf; ++i) least = smaller(least, sumAt(group, nearer + i));
+  if (!anyLess(splat(group.squares[right ? kHalf : kHalf - 1]), least)) return least;
+  for (int32_t i = 0; i < kHalf; ++i) least = smaller(least, sumAt(group, kHalf - nearer + i));
   return least;
 }
 
@@ -127,11 +147,14 @@ static inline void forNearColumns(const FieldCone& cone, const FieldRow& row, in
   const auto promises = [&](const uint16_t* group, int32_t distance) {
     return anyLess(addSaturated(load(group + x), splat(squares[distance])), limit);
   };
+  const bool skips = cone.radius >= kCoarseFrom;
   for (int32_t far = 0; far <= cone.radius; far += kCoarseGroup) {
-    if (!anyLess(splat(squares[far]), limit)) return;
-    const bool right = promises(row.coarse + far, far);
-    const bool left = promises(row.coarse - far - kCoarseGroup, far + 1);
-    if (!right && !left) continue;
+    const bool right = !skips || promises(row.coarse + far, far);
+    const bool left = !skips || promises(row.coarse - far - kCoarseGroup, far + 1);
+    if (!right && !left) {
+      if (!anyLess(splat(squares[far]), limit)) return;
+      continue;
+    }
     const int32_t end = lesser(far + kCoarseGroup - 1, cone.radius);
     for (int32_t near = far; near <= end; near += kFineGroup) {
       if (!anyLess(splat(squares[near]), limit)) return;
@@ -141,38 +164,61 @@ static inline void forNearColumns(const FieldCone& cone, const FieldRow& row, in
   }
 }
 
-static void scanSoftRow(const FieldCone& cone, const FieldRow& row, const uint8_t* mask,
-                        int32_t count, int16_t* cells) {
-  const Lanes limitCode = lastCode(cone);
-  for (int32_t x = 0; x < count; x += kLanes) {
-    const Lanes codes = smaller(joinedCodes(row, mask, cells, x, count), limitCode);
-    store(row.codes + x, codes);
-    store(row.bounds + x, boundsOf(cone, codes, limitCode));
-  }
-  findGroups(row, cone.radius, count);
+// Columns that a stage of a scan works on before the next one begins: its branches need not wait
+// for what another one computes.
+constexpr int32_t kStage = 512;
+
+static void scanSoftColumns(const FieldCone& cone, const FieldRow& row, const uint8_t* mask,
+                            int32_t start, int32_t count, int16_t* cells) {
   const uint16_t* squares = cone.squares + kNoDistance;
-  const auto groupOf = [&](int32_t x, int32_t w) {
-    return Group{row.bounds + x + w, 1, squares + w, cone.rows + kNoDistance + w};
+  const auto groupOf = [&](const uint16_t* bounds, int32_t offset) {
+    return Group{bounds + offset, 1, squares + offset, cone.rows + kNoDistance + offset};
   };
   const Lanes widest = limitsOf(cone, splat(0));
-  for (int32_t x = 0; x < count; x += kLanes) {
-    const Lanes targets = equal(loadBytes(mask + x), splat(255));
-    Best best = noneYet(cone, splat(0));
-    const Lanes start = both(targets, widest);
-    Lanes least = start;
-    if (anyBit(targets)) {
-      forNearColumns(cone, row, x, squares, least,
-                     [&](int32_t w) { least = leastSum(groupOf(x, w), least); });
+  const int32_t end = lesser(start + kStage, count);
+  uint16_t limits[kStage];
+  for (int32_t x = start; x < end; x += kLanes) {
+    const Lanes widestHere = both(equal(loadBytes(mask + x), splat(255)), widest);
+    Lanes least = smaller(widestHere, load(row.bounds + x));
+    if (anyLess(splat(squares[1]), least)) {
+      forNearColumns(cone, row, x, squares, least, [&](int32_t offset) {
+        least = leastSumOfSide(groupOf(row.bounds + x, offset), offset >= 0, least);
+      });
     }
-    if (anyLess(least, start)) {
-      const Lanes limit = smaller(start, limitsOfLeast(cone, least));
-      forNearColumns(cone, row, x, squares, limit, [&](int32_t w) {
-        offerBelow(cone, groupOf(x, w), row.codes + x + w, limit, &best);
+    store(limits + x - start, either(least, equal(least, widestHere)));
+  }
+  for (int32_t x = start; x < end; x += kLanes) {
+    // Nothing found: nothing to be looked up.
+    const Lanes least = load(limits + x - start);
+    const Lanes limit = smaller(widest, limitsOfLeast(cone, least));
+    store(limits + x - start, choose(equal(least, splat(65535)), splat(0), limit));
+  }
+  for (int32_t x = start; x < end; x += kLanes) {
+    const Lanes limit = load(limits + x - start);
+    Best best = noneYet(cone, splat(0));
+    if (anyBit(limit)) {
+      forNearColumns(cone, row, x, squares, limit, [&](int32_t offset) {
+        offerBelow(cone, groupOf(row.sources + x, offset), row.codes + x + offset, limit, &best);
       });
       lookUp(cone, &best);
     }
     storePart(cells + x, best.value, count - x);
   }
+}
+
+static void scanSoftRow(const FieldCone& cone, const FieldRow& row, const uint8_t* mask,
+                        int32_t count, int16_t* cells) {
+  const Lanes limitCode = lastCode(cone);
+  for (int32_t x = 0; x < count; x += kLanes) {
+    const Lanes codes = smaller(joinedCodes(row, mask, cells, x, count), limitCode);
+    const Lanes bounds = boundsOf(cone, codes, limitCode);
+    store(row.codes + x, codes);
+    store(row.bounds + x, bounds);
+    // Unselected pixels tell how much there is at least, but the other axis has to give it.
+    store(row.sources + x, either(bounds, equal(codes, splat(kUnselectedCode))));
+  }
+  findGroups(row, cone.radius, count);
+  for (int32_t x = 0; x < count; x += kStage) scanSoftColumns(cone, row, mask, x, count, cells);
 }
 
 static void scanHardRow(const FieldCone& cone, const FieldRow& row, const int16_t* values,
@@ -185,10 +231,18 @@ static void scanHardRow(const FieldCone& cone, const FieldRow& row, const int16_
   }
   findGroups(row, cone.radius, count);
   for (int32_t x = 0; x < count; x += kLanes) {
-    Lanes least = outside;
-    forNearColumns(cone, row, x, squares, least, [&](int32_t w) {
-      least = leastSum({row.bounds + x + w, 1, squares + w, nullptr}, least);
-    });
-    storePart(cells + x, lookedUp(values, least), count - x);
+    Lanes least = smaller(outside, load(row.bounds + x));
+    if (anyLess(splat(1), least)) {
+      forNearColumns(cone, row, x, squares, least, [&](int32_t offset) {
+        const Group group = {row.bounds + x + offset, 1, squares + offset, nullptr};
+        least = leastSumOfSide(group, offset >= 0, least);
+      });
+    }
+    // Most blocks are all outside or all beyond the cone.
+    Lanes cell = splat(values[0]);
+    if (anyLess(splat(0), least)) {
+      cell = anyLess(least, outside) ? lookedUp(values, least) : splat(0);
+    }
+    storePart(cells + x, cell, count - x);
   }
 }

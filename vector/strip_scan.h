@@ -101,12 +101,13 @@ static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t
     store(codes + x, left);
   }
   const Lanes limitCode = lastCode(cone);
+  const Lanes unselected = splat(kUnselectedCode);
   for (int32_t x = columns - kLanes; x >= 0; x -= kLanes) {
     const Lanes own = ownCodes(loadBytes(first + x), loadBytes(first + x + 1));
     const Lanes right = joinedToTheRight(own, carriedRight, load(kPlacesBack));
     carriedRight = firstLaneEverywhere(right);
     const Lanes nearer = smaller(smaller(right, load(codes + x)), limitCode);
-    const Lanes bound = boundsOf(cone, nearer, limitCode);
+    const Lanes bound = either(boundsOf(cone, nearer, limitCode), equal(nearer, unselected));
     store(codes + x, nearer);
     store(bounds + x, bound);
     store(fine + x, newFine ? bound : smaller(bound, load(fine + x)));
@@ -170,32 +171,52 @@ static inline void forNearRows(const FieldCone& cone, const FieldStrip& strip, i
 static void finishStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t row,
                            const uint8_t* mask, int16_t* cells) {
   const Lanes none = splat(0);
+  const int32_t middle = row / kFineGroup * kFineGroup;
+  const int32_t middleInRing = middle % strip.ringRows;
   // Rows of a group lie side by side in the ring.
+  const auto inRing = [&](uint16_t* rows, int32_t first) {
+    int32_t index = middleInRing + first - middle;
+    if (index < 0) index += strip.ringRows;
+    if (index >= strip.ringRows) index -= strip.ringRows;
+    return stripRow(strip, rows, index);
+  };
   const auto groupOf = [&](int32_t first, int32_t x) {
     const int32_t place = kNoDistance + first - row;
-    return Group{stripRow(strip, strip.bounds, first % strip.ringRows) + x, strip.width,
-                 cone.squares + place, cone.rows + place};
+    return Group{inRing(strip.bounds, first) + x, strip.width, cone.squares + place,
+                 cone.rows + place};
   };
+  uint16_t limits[kWidestStrip];
+  uint16_t leasts[kWidestStrip];
   for (int32_t x = 0; x < strip.columns; x += kLanes) {
-    const Lanes m = loadBytes(mask + x);
-    const Lanes targets = equal(m, splat(255));
-    Best best = noneYet(cone, loadPart(cells + x, strip.columns - x));
-    if (anyBit(targets)) {
-      const Lanes start = both(targets, limitsOf(cone, best.value));
-      Lanes least = start;
+    const Lanes value = loadPart(cells + x, strip.columns - x);
+    store(limits + x, both(equal(loadBytes(mask + x), splat(255)), limitsOf(cone, value)));
+  }
+  for (int32_t x = 0; x < strip.columns; x += kLanes) {
+    const Lanes limit = load(limits + x);
+    Lanes least = limit;
+    if (anyBit(limit)) {
       forNearRows(cone, strip, row, x, least,
                   [&](int32_t first) { least = leastSum(groupOf(first, x), least); });
-      if (anyLess(least, start)) {
-        const Lanes limit = smaller(start, limitsOfLeast(cone, least));
-        forNearRows(cone, strip, row, x, limit, [&](int32_t first) {
-          const uint16_t* codes = stripRow(strip, strip.codes, first % strip.ringRows) + x;
-          offerBelow(cone, groupOf(first, x), codes, limit, &best);
-        });
-        lookUp(cone, &best);
-      }
+    }
+    store(leasts + x, either(least, equal(least, limit)));
+  }
+  for (int32_t x = 0; x < strip.columns; x += kLanes) {
+    const Lanes least = load(leasts + x);
+    const Lanes limit = smaller(load(limits + x), limitsOfLeast(cone, least));
+    store(limits + x, choose(equal(least, splat(65535)), none, limit));
+  }
+  for (int32_t x = 0; x < strip.columns; x += kLanes) {
+    const Lanes m = loadBytes(mask + x);
+    const Lanes limit = load(limits + x);
+    Best best = noneYet(cone, loadPart(cells + x, strip.columns - x));
+    if (anyBit(limit)) {
+      forNearRows(cone, strip, row, x, limit, [&](int32_t first) {
+        offerBelow(cone, groupOf(first, x), inRing(strip.codes, first) + x, limit, &best);
+      });
+      lookUp(cone, &best);
     }
     const Lanes partly = mixed(m, 3000, cone.coneStep);
     const Lanes border = choose(equal(m, none), splat(3000), partly);
-    storePart(cells + x, choose(targets, best.value, border), strip.columns - x);
+    storePart(cells + x, choose(equal(m, splat(255)), best.value, border), strip.columns - x);
   }
 }

@@ -58,7 +58,7 @@ static void setRow(RenderState* render) {
   const int32_t length = render->renderWidth + 2 * kRowMargin;
   row->up = place;
   place += render->renderWidth + kRowMargin + kRowMargin;
-  for (uint16_t** list : {&row->codes, &row->bounds, &row->fine, &row->coarse}) {
+  for (uint16_t** list : {&row->codes, &row->bounds, &row->sources, &row->fine, &row->coarse}) {
     *list = place;
     place += length;
   }
