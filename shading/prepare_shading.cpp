@@ -5,7 +5,7 @@
 
 #include "entry/session_record.h"
 #include "services/fixed_point.h"
-#include "shading/row_in_lanes.h"
+#include "shading/lanes/lane_constants.h"
 #include "shading/shade_row.h"
 
 constexpr int32_t kRipMapStarts[kRipMapLevels] = {0, 64, 96, 112, 120, 124, 126};

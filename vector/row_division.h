@@ -13,7 +13,7 @@ struct RowDivision {
 
 // value x factor / divisor for values of 0 to `largest`: upperHalf(value << shift, multiplier).
 // The quotient of the largest value is below 32768, and largest >= 0.
-constexpr RowDivision scaledDivision(int32_t largest, int32_t factor, int32_t divisor) {
+static constexpr RowDivision scaledDivision(int32_t largest, int32_t factor, int32_t divisor) {
   int32_t shift = 0;
   while (shift < 15 && largest << (shift + 1) <= 65535) ++shift;
   const int32_t multiplier = static_cast<int32_t>((int64_t{factor} << (16 - shift)) / divisor);
@@ -21,7 +21,7 @@ constexpr RowDivision scaledDivision(int32_t largest, int32_t factor, int32_t di
 }
 
 // value / divisor in 1/32768 for values of 0 to `divisor`, at most 32767.
-constexpr RowDivision shareDivision(int32_t divisor) {
+static constexpr RowDivision shareDivision(int32_t divisor) {
   int32_t shift = 0;
   while (divisor << (shift + 1) <= 65535) ++shift;
   const int32_t multiplier = (1 << (31 - shift)) / divisor;

@@ -1,13 +1,13 @@
-#include "shading/lane_constants.h"
+#include "shading/lanes/lane_constants.h"
 
 #include <algorithm>
 #include <cstdlib>
 
 #include "entry/session_record.h"
-#include "shading/row_in_lanes.h"
 #include "vector/row_division.h"
 
 // Ends of ranges that settings within theirs reach.
+constexpr int32_t kLargestHeight = 100;
 constexpr int32_t kLargestElevation = 4096;
 constexpr int32_t kLargestGlare = 150;
 constexpr int32_t kLargestGloss = 500;
@@ -149,8 +149,9 @@ void prepareLanes(SessionRecord* session) {
   fast->filmOn = 0;
   if (session->render.fast == nullptr) return;
   fast->height = settingsOf(session)->height;
-  // The height is within its range, or the constants above the saturation are not.
-  if (fast->height < -100 || fast->height > 100 || !levelBeyondGrazing(*tables)) return;
+  if (fast->height < -kLargestHeight || fast->height > kLargestHeight ||
+      !levelBeyondGrazing(*tables))
+    return;
   for (int32_t i = 0; i < kCoordinateEntries; ++i) {
     fast->coordinates[i] = static_cast<uint8_t>(environmentCoordinate(*tables, i - kGrazingStep));
   }

@@ -1,4 +1,4 @@
-// lane_constants: what holds for all pixels of a row, in 16 bits.
+// lane_constants: what holds for all pixels of a render or a row, in the form of the lanes.
 
 #pragma once
 
@@ -6,6 +6,9 @@
 
 struct SessionRecord;
 struct ShadingRow;
+
+// Once per render: the tables of the quick form, from all others.
+void prepareLanes(SessionRecord* session);
 
 // False when a value lies beyond the range that settings within theirs give.
 bool laneConstants(const SessionRecord* session, const RowConstants& row, ShadingRow* lanes);

@@ -8,8 +8,5 @@
 
 struct SessionRecord;
 
-// The tables of the quick form; needs all others.
-void prepareLanes(SessionRecord* session);
-
 // False, with nothing written, where the row needs the plain form.
 bool shadeRowInLanes(SessionRecord* session, const RowConstants& row, const HostRows& host);

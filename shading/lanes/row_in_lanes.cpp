@@ -1,4 +1,4 @@
-#include "shading/row_in_lanes.h"
+#include "shading/lanes/row_in_lanes.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -6,7 +6,7 @@
 
 #include "entry/session_record.h"
 #include "geometry/field/selection_mask.h"
-#include "shading/lane_constants.h"
+#include "shading/lanes/lane_constants.h"
 #include "shading/shade_row.h"
 #include "vector/fast_passes.h"
 
