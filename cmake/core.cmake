@@ -2,7 +2,8 @@
 # It leaves the procedures of platform/*.h open; a back end closes them at link time.
 
 file(GLOB MORVALIS_CORE_SOURCES CONFIGURE_DEPENDS
-  entry/*.cpp settings/*.cpp geometry/*.cpp shading/*.cpp shading/lanes/*.cpp
+  entry/*.cpp settings/*.cpp geometry/*.cpp geometry/field/*.cpp
+  shading/*.cpp shading/lanes/*.cpp
   pictures/*.cpp persistence/*.cpp services/*.cpp dialog/*.cpp)
 
 # The passes of vector/ are compiled once per instruction set, each in a name space of its own.

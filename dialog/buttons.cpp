@@ -91,11 +91,12 @@ void drawColourButton(DialogState* dialog, int32_t id, const Color16& colour,
   drawFocus(&dialog->canvas, rect, state);
 }
 
-void drawZoomPercentage(DialogState* dialog) {
+void drawZoomPercentage(DialogState* dialog, const ItemState& state) {
   const Rectangle rect = controlRect(kZoomButton);
   fillArea(&dialog->canvas, rect, kButtonFace);
   const int32_t scale = settingsOf(dialog)->previewScale;
   char text[16];
   std::snprintf(text, sizeof(text), "%d%%", 100 / (scale < 1 ? 1 : scale));
   drawCentredText(&dialog->canvas, rect, text, /*pressed=*/false, kBlack);
+  if (state.focused) drawFocusFrame(&dialog->canvas, rect);
 }

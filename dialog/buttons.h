@@ -13,7 +13,7 @@ void drawTextButton(DialogState* dialog, int32_t id, const char* text, const Ite
 void drawPictureButton(DialogState* dialog, int32_t id, const ItemState& state);
 void drawColourButton(DialogState* dialog, int32_t id, const Color16& colour,
                       const ItemState& state);
-void drawZoomPercentage(DialogState* dialog);
+void drawZoomPercentage(DialogState* dialog, const ItemState& state);
 
 // Frame and face alone.
 void drawButtonFrame(Canvas* canvas, const Rectangle& rect, const ItemState& state);

@@ -76,19 +76,19 @@ const Label kLabels[] = {{6, "Shape"},       {8, "Radius"},       {10, "Height"}
 const int32_t kLabelCount = sizeof(kLabels) / sizeof(kLabels[0]);
 
 const Slider kSliders[kSliderCount] = {
-    {42, 43, "iriColors", 0, 100, 221, "Iri colors", "thickness of the film"},
-    {55, 56, "iridescence", 0, 100, 142, "Iridescence", "strength of the film's colours"},
-    {27, 34, "caustic", 0, 100, 140, "Caustic", "light gathered behind glass"},
-    {12, 32, "glare", 0, 100, 139, "Glare", "breadth of the highlights"},
-    {52, 53, "glassiness", 0, 100, 138, "Glassiness", "how much light passes through"},
-    {28, 26, "gloss", 0, 100, 137, "Gloss", "strength of the highlights"},
-    {11, 13, "height", -100, 100, 136, "Height", "height of the bevel; negative presses it in"},
-    {kRadiusSlider, 25, "radius", 2, 100, 125, "Radius", "width of the bevel in pixels"},
-    {kReflectionSlider, 16, "reflection", 0, 100, 129, "Reflection", "how much is mirrored"},
-    {58, 59, "tarnish", 0, 100, 130, "Tarnish", "how much gathers in hollows"},
-    {19, 20, "texture", -100, 100, 133, "Texture",
+    {42, 43, 41, "iriColors", 0, 100, 221, "Iri colors", "thickness of the film"},
+    {55, 56, 54, "iridescence", 0, 100, 142, "Iridescence", "strength of the film's colours"},
+    {27, 34, 29, "caustic", 0, 100, 140, "Caustic", "light gathered behind glass"},
+    {12, 32, 31, "glare", 0, 100, 139, "Glare", "breadth of the highlights"},
+    {52, 53, 51, "glassiness", 0, 100, 138, "Glassiness", "how much light passes through"},
+    {28, 26, 30, "gloss", 0, 100, 137, "Gloss", "strength of the highlights"},
+    {11, 13, 10, "height", -100, 100, 136, "Height", "height of the bevel; negative presses it in"},
+    {kRadiusSlider, 25, 8, "radius", 2, 100, 125, "Radius", "width of the bevel in pixels"},
+    {kReflectionSlider, 16, 14, "reflection", 0, 100, 129, "Reflection", "how much is mirrored"},
+    {58, 59, 57, "tarnish", 0, 100, 130, "Tarnish", "how much gathers in hollows"},
+    {19, 20, 18, "texture", -100, 100, 133, "Texture",
      "depth of the relief; negative turns it inside out"},
-    {69, 70, "textureScale", 0, 100, 135, "Texture size", "size of the relief on the object"}};
+    {69, 70, 0, "textureScale", 0, 100, 135, "Texture size", "size of the relief on the object"}};
 
 const Picker kPickers[kPickerCount] = {{kShapePicker, "shape", 1, 13},
                                        {kTexturePicker, "textureChoice", 1, 13},
@@ -106,6 +106,10 @@ const Slider* findSlider(int32_t id) {
     if (slider.id == id || slider.valueArea == id) return &slider;
   }
   return nullptr;
+}
+
+bool isPicker(int32_t id) {
+  return id == kShapePicker || id == kTexturePicker || id == kBlendPicker;
 }
 
 int32_t buttonBitmap(int32_t id) {

@@ -54,10 +54,11 @@ struct Label {
 extern const Label kLabels[];
 extern const int32_t kLabelCount;
 
-// A slider, the area that shows its value, and the setting that it edits.
+// A slider, the areas that show its value and its name, and the setting that it edits.
 struct Slider {
   int32_t id;
   int32_t valueArea;
+  int32_t label;        // 0 for none
   const char* setting;  // name of the field
   int32_t minimum;
   int32_t maximum;
@@ -80,6 +81,8 @@ struct Picker {
 };
 constexpr int32_t kPickerCount = 3;
 extern const Picker kPickers[kPickerCount];
+
+bool isPicker(int32_t id);
 
 // Face bitmap of a picture button; 0 for none.
 int32_t buttonBitmap(int32_t id);

@@ -103,8 +103,14 @@ static void spin(DialogState* dialog) {
   refreshPreview(dialog);
 }
 
+// What is saved is what the controls show.
+static void save(DialogState* dialog) {
+  const EffectSettings shown = shownSettings(dialog);
+  savePreset(&shown);
+}
+
 static void load(DialogState* dialog) {
-  openPreset(dialog->session);
+  if (!openPreset(dialog->session)) return;
   loadControls(dialog, /*redrawPictures=*/true);
   repaintControl(dialog, kAutoPreviewToggle);
   refreshPreview(dialog);
@@ -129,7 +135,6 @@ void settleTextureFile(DialogState* dialog, bool taken) {
 static void chooseTexture(DialogState* dialog) {
   EffectSettings* settings = settingsOf(dialog);
   prepareTexture(dialog->session);
-  repaintControl(dialog, kTextureFrame);
   if (settings->textureChoice == kTextureChoiceFile) {
     const bool taken = openTexturePicture(dialog);
     if (taken) {
@@ -143,6 +148,7 @@ static void chooseTexture(DialogState* dialog) {
   settings->textureOffsetX = 0;
   settings->textureOffsetY = 0;
   settings->previousTextureChoice = settings->textureChoice;
+  repaintControl(dialog, kTextureFrame);
 }
 
 static void chooseFromMenu(DialogState* dialog, int32_t command) {
@@ -157,8 +163,8 @@ static void chooseFromMenu(DialogState* dialog, int32_t command) {
 void handleCommand(DialogState* dialog, int32_t id, int32_t notification) {
   EffectSettings* settings = settingsOf(dialog);
   settings->scriptAmount = kConfirmedAmount;
-  dialog->typed = {};
   if (notification != 0) return;
+  if (id != kCancelButton) takeTyping(dialog);
   if (id >= kFirstMenuCommand) return chooseFromMenu(dialog, id);
   switch (id) {
     case kOkButton:
@@ -185,8 +191,7 @@ void handleCommand(DialogState* dialog, int32_t id, int32_t notification) {
       zoomToFull(dialog);
       return renderZoomed(dialog);
     case kSaveButton:
-      savePreset(dialog->session);
-      return;
+      return save(dialog);
     case kLoadButton:
       return load(dialog);
     case kSpinButton:

@@ -1,5 +1,6 @@
 #include "dialog/dialog_controls.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 #include "dialog/dialog_state.h"
@@ -70,10 +71,23 @@ void readControls(DialogState* dialog) {
   *settingsOf(dialog) = shownSettings(dialog);
 }
 
-void refreshPreview(DialogState* dialog) {
+void refreshPreview(DialogState* dialog, const Change& change) {
   if (settingsOf(dialog)->autoPreview == 1) {
     readControls(dialog);
     renderPreview(dialog);
   }
-  noteChange(dialog, shownSettings(dialog));
+  noteChange(dialog, shownSettings(dialog), change);
+}
+
+void setSlider(DialogState* dialog, int32_t id, int32_t value, const Change& change) {
+  const int32_t limited = std::clamp(value, dialog->controlMin[id], dialog->controlMax[id]);
+  if (dialog->controlValue[id] == limited) return;
+  dialog->controlValue[id] = limited;
+  repaintControl(dialog, id);
+  repaintControl(dialog, findSlider(id)->valueArea);
+  refreshPreview(dialog, change);
+}
+
+void stepSliderTo(DialogState* dialog, int32_t id, int32_t value) {
+  setSlider(dialog, id, value, {ChangeKind::steps, id, /*continues=*/true});
 }

@@ -5,6 +5,7 @@
 #include "dialog/dialog_commands.h"
 #include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
+#include "dialog/focus.h"
 #include "dialog/light_pads.h"
 #include "dialog/picture_menus.h"
 #include "dialog/picture_windows.h"
@@ -49,27 +50,41 @@ static bool canPan(const DialogState* dialog) {
   return settings->hostDrawsPreview == 1 && settings->previewScale != dialog->fitScale;
 }
 
-static bool isPicker(int32_t id) {
-  return id == kShapePicker || id == kTexturePicker || id == kBlendPicker;
+// The slider whose label or number is there.
+static int32_t sliderNamedUnder(Point point) {
+  for (const Slider& slider : kSliders) {
+    const Rectangle number = controlRect(slider.valueArea);
+    const Rectangle label = controlRect(slider.label);
+    if (pointInRect(point, &number) || pointInRect(point, &label)) return slider.id;
+  }
+  return kNoControl;
+}
+
+// Only what the pointer has pressed can take the keyboard from what has it; the preview leaves it
+// there.
+static void pressPreview(DialogState* dialog, Point point) {
+  if (!canPan(dialog)) return;
+  beginDrag(dialog, kPreviewArea);
+  captureMouse(dialog->window);
+  settingsOf(dialog)->lastMouse = point;
+  setCursor(dialog->window, CursorShape::closedHand);
 }
 
 void handlePress(DialogState* dialog, Point point) {
   EffectSettings* settings = settingsOf(dialog);
   const int32_t id = controlUnder(point);
-  dialog->typed = {};
-  if (id == kNoControl) return;
-  if (isPicker(id)) return openPicker(dialog, id, clientToScreen(dialog->window, point));
-  if (id == kPreviewArea) {
-    if (!canPan(dialog)) return;
-    settings->dragControl = id;
-    captureMouse(dialog->window);
-    settings->lastMouse = point;
-    setCursor(dialog->window, CursorShape::closedHand);
+  takeTyping(dialog);
+  endChange(dialog);
+  if (id == kNoControl) {
+    const int32_t named = sliderNamedUnder(point);
+    if (named != kNoControl) focusArea(dialog, named);
     return;
   }
+  if (id == kPreviewArea) return pressPreview(dialog, point);
+  focusArea(dialog, id);
+  if (isPicker(id)) return openPicker(dialog, id, clientToScreen(dialog->window, point));
   captureMouse(dialog->window);
-  if (findSlider(id) != nullptr) setFocusedControl(dialog->window, id);
-  settings->dragControl = id;
+  beginDrag(dialog, id);
   settings->textureDragMoved = 0;
   // The control answers to the press's own place at once.
   postMouseMove(dialog->window, point);
@@ -94,41 +109,58 @@ void handleMove(DialogState* dialog, Point point) {
     panPreview(dialog);
   } else if (id == kLight1Pad || id == kLight2Pad) {
     dragLight(dialog, id);
+    followDrag(dialog);
   } else if (id == kCausticToggle) {
     trackToggle(dialog, id, static_cast<int32_t>(settings->iriTableChoice));
   } else if (id == kAutoPreviewToggle) {
     trackToggle(dialog, id, static_cast<int32_t>(settings->autoPreview));
   } else if (id == kTextureSample) {
     dragTexture(dialog);
+    if (settings->textureDragMoved == 1) followDrag(dialog);
   } else if (findSlider(id) != nullptr) {
     dragSlider(dialog, id);
+    followDrag(dialog);
   }
 }
 
 // Each answers whether the preview is to be rendered again.
+static void changeToggle(DialogState* dialog, int32_t id) {
+  EffectSettings* settings = settingsOf(dialog);
+  (id == kCausticToggle ? settings->iriTableChoice : settings->autoPreview) ^= 1;
+  repaintControl(dialog, id);
+}
+
 static bool releaseCausticToggle(DialogState* dialog) {
   if (dialog->controlValue[kCausticToggle] != 1) return false;
-  settingsOf(dialog)->iriTableChoice ^= 1;
-  repaintControl(dialog, kCausticToggle);
+  changeToggle(dialog, kCausticToggle);
   return true;
 }
 
 static bool releaseAutoPreview(DialogState* dialog) {
-  EffectSettings* settings = settingsOf(dialog);
-  if (dialog->controlValue[kAutoPreviewToggle] != 1) return true;
-  settings->autoPreview ^= 1;
-  repaintControl(dialog, kAutoPreviewToggle);
+  if (dialog->controlValue[kAutoPreviewToggle] == 1) changeToggle(dialog, kAutoPreviewToggle);
   return true;  // which renders only when it is on now
+}
+
+void flipToggle(DialogState* dialog, int32_t id) {
+  changeToggle(dialog, id);
+  refreshPreview(dialog);
+}
+
+static bool openTextureFile(DialogState* dialog) {
+  const bool taken = openTexturePicture(dialog);
+  settleTextureFile(dialog, taken);
+  if (taken) repaintControl(dialog, kTextureFrame);
+  return taken;
 }
 
 // A click without a drag opens a picture file.
 static bool releaseTextureSample(DialogState* dialog) {
   if (settingsOf(dialog)->textureDragMoved == 1) return true;
-  if (dialog->controlValue[kTextureSample] != 1) return false;
-  const bool taken = openTexturePicture(dialog);
-  settleTextureFile(dialog, taken);
-  if (taken) repaintControl(dialog, kTextureFrame);
-  return taken;
+  return dialog->controlValue[kTextureSample] == 1 && openTextureFile(dialog);
+}
+
+void chooseTextureFile(DialogState* dialog) {
+  if (openTextureFile(dialog)) refreshPreview(dialog);
 }
 
 void handleRelease(DialogState* dialog, Point) {
@@ -141,5 +173,8 @@ void handleRelease(DialogState* dialog, Point) {
   if (id == kAutoPreviewToggle) render = releaseAutoPreview(dialog);
   if (id == kTextureSample) render = releaseTextureSample(dialog);
   settings->dragControl = kNoControl;
-  if (render) refreshPreview(dialog);
+  dialog->previewStale = false;
+  if (id == kPreviewArea) return finishPan(dialog);
+  const bool slider = findSlider(id) != nullptr;
+  if (render) refreshPreview(dialog, slider ? Change{ChangeKind::click, id, false} : Change{});
 }

@@ -6,20 +6,14 @@
 
 #include "dialog/canvas.h"
 #include "dialog/control_table.h"
+#include "dialog/drag.h"
+#include "dialog/typing.h"
 #include "dialog/undo.h"
 #include "entry/session_record.h"
 
 // The fields that Cancel puts back.
 struct SettingsSnapshot {
   EffectSettings settings;
-};
-
-// A number being typed over a slider.
-struct TypedNumber {
-  int32_t slider;
-  int32_t value;
-  bool negative;
-  int32_t digits;
 };
 
 struct DialogState {
@@ -43,11 +37,22 @@ struct DialogState {
   UndoHistory undo;
   TypedNumber typed;
 
+  int32_t focusedArea;   // that the keyboard acts on, 0 when it is a button or nothing
+  bool focusByKeyboard;  // the pointer has not given it
+  int32_t tabbedTo;      // where the Tab key was last, 0 once the pointer has gone elsewhere
+
+  DragStart dragStart;
+  bool previewStale;     // behind the control that is dragged
+  bool previewFollowed;  // has been rendered in this drag
+
   Window* popup;
   Canvas popupCanvas;
   int32_t popupPicker;  // control id of the open picture menu
   int32_t popupHot;     // 1-based row, 0 for none
   int32_t popupWidth;   // of an item, pixels
+  bool popupStays;      // without a button held: until a click, Enter or Escape
+  Point popupPress;     // on the screen, and when
+  uint32_t popupTime;
 };
 
 inline EffectSettings* settingsOf(const DialogState* dialog) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
 #include "dialog/small_controls.h"
 #include "services/fixed_point.h"
@@ -42,17 +43,35 @@ void drawLightPad(DialogState* dialog, int32_t id) {
   drawIcon(&dialog->canvas, kHandle, handleX - kHandleInset, handleY - kHandleInset);
 }
 
-void dragLight(DialogState* dialog, int32_t id) {
-  if (pointerStands(dialog)) return;
-  const Rectangle rect = controlRect(id);
-  const Point mouse = settingsOf(dialog)->mouse;
-  // The centre for dragging lies one pixel right of the centre for drawing.
-  const double dx = mouse.h - (rect.left + 43);
-  const double dy = mouse.v - (rect.top + 41);
+// From the pad's centre, in pixels; outside the circle it is the direction there.
+static void setLight(DialogState* dialog, int32_t id, double dx, double dy) {
   const double distance = std::max(std::sqrt(dx * dx + dy * dy), kPadRadius);
   Direction* light = directionOf(dialog, id);
   light->x = static_cast<float>(dx / distance);
   light->y = static_cast<float>(dy / distance);
   repaintControl(dialog, id);
+}
+
+void stepLight(DialogState* dialog, int32_t id, int32_t right, int32_t down, bool end) {
+  const Direction light = *directionOf(dialog, id);
+  // Back to pixels as a drag counts them, so that steps neither drift nor stand still.
+  double dx = std::round(kPadRadius * std::clamp(static_cast<double>(light.x), -1.0, 1.0));
+  double dy = std::round(kPadRadius * std::clamp(static_cast<double>(light.y), -1.0, 1.0));
+  if (end) {
+    dx = std::copysign(std::sqrt(std::max(kPadRadius * kPadRadius - dy * dy, 0.0)), right);
+  } else {
+    dx += right;
+    dy += down;
+  }
+  setLight(dialog, id, dx, dy);
+  refreshPreview(dialog, {ChangeKind::steps, id, /*continues=*/true});
+}
+
+void dragLight(DialogState* dialog, int32_t id) {
+  if (pointerStands(dialog)) return;
+  const Rectangle rect = controlRect(id);
+  const Point mouse = settingsOf(dialog)->mouse;
+  // The centre for dragging lies one pixel right of the centre for drawing.
+  setLight(dialog, id, mouse.h - (rect.left + 43), mouse.v - (rect.top + 41));
   pointerHandled(dialog);
 }

@@ -10,3 +10,6 @@ void drawLightPad(DialogState* dialog, int32_t id);
 
 // A mouse move while the pad holds the capture.
 void dragLight(DialogState* dialog, int32_t id);
+
+// Moves the handle by pixels to the right and down, or, with `end`, as far as it goes that way.
+void stepLight(DialogState* dialog, int32_t id, int32_t right, int32_t down, bool end);

@@ -8,6 +8,7 @@
 #include "dialog/dialog_extras.h"
 #include "dialog/dialog_mouse.h"
 #include "dialog/dialog_state.h"
+#include "dialog/focus.h"
 #include "dialog/light_pads.h"
 #include "dialog/picture_menus.h"
 #include "dialog/picture_windows.h"
@@ -41,6 +42,7 @@ static void paintEverything(DialogState* dialog) {
   for (const Slider& slider : kSliders) drawValue(dialog, slider.valueArea);
   for (int32_t i = 0; i < kLabelCount; ++i) drawLabel(dialog, kLabels[i].id);
   for (const Picker& picker : kPickers) drawPicker(dialog, picker.id);
+  drawFocusMark(dialog);
 }
 
 static void eraseBackground(DialogState* dialog) {
@@ -105,7 +107,7 @@ static void drawItem(DialogState* dialog, int32_t id, const ItemState& state) {
       drawTextButton(dialog, id, "-", state);
       break;
     case kZoomButton:
-      drawZoomPercentage(dialog);
+      drawZoomPercentage(dialog, state);
       break;
     case kEnvironmentButton:
       drawEnvironmentThumbnail(dialog, state);
@@ -155,7 +157,11 @@ static bool handleEvent(Window* window, const WindowEvent& event, void* context)
       startUp(dialog);
       return true;
     case WindowEventKind::drawItem:
+      if (event.state.focused) buttonHasFocus(dialog, event.id);
       drawItem(dialog, event.id, event.state);
+      return true;
+    case WindowEventKind::rest:
+      renderDrag(dialog);
       return true;
     case WindowEventKind::command:
       handleCommand(dialog, event.id, event.notification);

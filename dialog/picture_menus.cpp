@@ -1,16 +1,20 @@
 #include "dialog/picture_menus.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 
 #include "dialog/dialog_state.h"
+#include "platform/clock.h"
 #include "platform/dialog_text.h"
 #include "services/memory_blocks.h"
 #include "settings/setting_ranges.h"
 
-constexpr int32_t kRowHeight = 36;   // pixels
-constexpr int32_t kRowPadding = 36;  // width beside check mark and name
-constexpr int32_t kCheckMark = 202;  // icon
+constexpr int32_t kRowHeight = 36;      // pixels
+constexpr int32_t kRowPadding = 36;     // width beside check mark and name
+constexpr int32_t kCheckMark = 202;     // icon
+constexpr int32_t kInPlace = 3;         // pixels between a press and its release
+constexpr uint32_t kInPlaceTime = 300;  // milliseconds
 constexpr Rgb8 kMenuGround = {192, 192, 192};
 
 struct MenuRow {
@@ -36,10 +40,14 @@ constexpr MenuRow kMenuRows[] = {
     {kBlendPicker, 11, 184},   {kBlendPicker, 12, 185}};
 constexpr int32_t kMenuRowCount = sizeof(kMenuRows) / sizeof(kMenuRows[0]);
 
-const char* blendModeName(int32_t value) {
-  const SettingRange* range = findSetting("blendMode");
-  if (value < range->minimum || value > range->maximum) return "*";
-  return range->choices[value - range->minimum];
+const char* choiceName(int32_t picker, int32_t value) {
+  for (const Picker& each : kPickers) {
+    if (each.id != picker) continue;
+    const SettingRange* range = findSetting(each.setting);
+    if (value < range->minimum || value > range->maximum) return "*";
+    return range->choices[value - range->minimum];
+  }
+  return "*";
 }
 
 // First row of a picker's list; its rows follow one another.
@@ -56,7 +64,7 @@ static int32_t rowsOf(int32_t picker) {
 }
 
 static const char* shownName(const MenuRow& row) {
-  return row.picker == kBlendPicker ? blendModeName(row.value) : "";
+  return row.picker == kBlendPicker ? choiceName(row.picker, row.value) : "";
 }
 
 static int32_t rowWidth(const MenuRow& row) {
@@ -151,6 +159,85 @@ static void releasePopup(DialogState* dialog) {
   dialog->popupCanvas = {};
 }
 
+static void setHot(DialogState* dialog, int32_t row) {
+  if (row == dialog->popupHot) return;
+  dialog->popupHot = row;
+  drawPopup(dialog);
+}
+
+// Closes the pop-up and posts the command of the row that is chosen, if any.
+static void choose(DialogState* dialog, int32_t row) {
+  const bool enabled = dialog->session->dialog.controlEnabled[dialog->popupPicker] == 1;
+  releasePopup(dialog);
+  if (row == 0 || !enabled) return;
+  postCommand(dialog->window, kFirstMenuCommand + firstRowOf(dialog->popupPicker) + row - 1);
+}
+
+// --- Its user -------------------------------------------------------------------------------
+
+static bool releasedInPlace(const DialogState* dialog, Point point) {
+  const Point screen = clientToScreen(dialog->popup, point);
+  return std::abs(screen.h - dialog->popupPress.h) <= kInPlace &&
+         std::abs(screen.v - dialog->popupPress.v) <= kInPlace &&
+         millisecondsNow() - dialog->popupTime <= kInPlaceTime;
+}
+
+static void releaseOverPopup(DialogState* dialog, Point point) {
+  if (!dialog->popupStays && releasedInPlace(dialog, point)) {
+    dialog->popupStays = true;
+    return;
+  }
+  choose(dialog, dialog->popupHot);
+}
+
+// The next row, behind the hot one, whose name begins like this.
+static int32_t rowNamed(const DialogState* dialog, char letter) {
+  const int32_t first = firstRowOf(dialog->popupPicker);
+  const int32_t rows = rowsOf(dialog->popupPicker);
+  const char small = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
+  for (int32_t i = 0; i < rows; ++i) {
+    const int32_t row = (dialog->popupHot + i) % rows;
+    if (choiceName(dialog->popupPicker, kMenuRows[first + row].value)[0] == small) return row + 1;
+  }
+  return dialog->popupHot;
+}
+
+static bool keyOverPopup(DialogState* dialog, const WindowEvent& event) {
+  const int32_t rows = rowsOf(dialog->popupPicker);
+  const int32_t hot = dialog->popupHot;
+  switch (event.key) {
+    case WindowKey::up:
+      setHot(dialog, hot > 1 ? hot - 1 : rows);
+      return true;
+    case WindowKey::down:
+      setHot(dialog, hot < rows ? hot + 1 : 1);
+      return true;
+    case WindowKey::home:
+    case WindowKey::pageUp:
+      setHot(dialog, 1);
+      return true;
+    case WindowKey::end:
+    case WindowKey::pageDown:
+      setHot(dialog, rows);
+      return true;
+    case WindowKey::enter:
+      choose(dialog, hot);
+      return true;
+    case WindowKey::escape:
+      choose(dialog, 0);
+      return true;
+    case WindowKey::character:
+      if (event.character == ' ') {
+        choose(dialog, hot);
+      } else {
+        setHot(dialog, rowNamed(dialog, event.character));
+      }
+      return true;
+    default:
+      return true;  // nothing else has the keyboard meanwhile
+  }
+}
+
 static bool popupProcedure(Window* popup, const WindowEvent& event, void* context) {
   auto* dialog = static_cast<DialogState*>(context);
   switch (event.kind) {
@@ -158,37 +245,39 @@ static bool popupProcedure(Window* popup, const WindowEvent& event, void* contex
       dialog->popup = popup;
       drawPopup(dialog);
       return true;
-    case WindowEventKind::mouseMove: {
-      const int32_t row = rowUnder(dialog, event.point);
-      if (row != dialog->popupHot) {
-        dialog->popupHot = row;
-        drawPopup(dialog);
-      }
+    case WindowEventKind::mouseMove:
+      setHot(dialog, rowUnder(dialog, event.point));
       return true;
-    }
-    case WindowEventKind::buttonUp: {
-      const int32_t hot = dialog->popupHot;
-      const bool enabled = dialog->session->dialog.controlEnabled[dialog->popupPicker] == 1;
-      releasePopup(dialog);
-      if (hot != 0 && enabled) {
-        postCommand(dialog->window, kFirstMenuCommand + firstRowOf(dialog->popupPicker) + hot - 1);
-      }
+    case WindowEventKind::buttonDown:
+      setHot(dialog, rowUnder(dialog, event.point));
+      if (dialog->popupHot == 0) choose(dialog, 0);
       return true;
-    }
+    case WindowEventKind::buttonUp:
+      releaseOverPopup(dialog, event.point);
+      return true;
+    case WindowEventKind::key:
+      return keyOverPopup(dialog, event);
     default:
       return false;
   }
 }
 
-void openPicker(DialogState* dialog, int32_t id, Point screenPoint) {
+// --- Opening --------------------------------------------------------------------------------
+
+static void openPopupAt(DialogState* dialog, int32_t id, Point screenPoint, bool byKey) {
   if (dialog->popup != nullptr) return;
   const int32_t first = firstRowOf(id);
   const int32_t rows = rowsOf(id);
   dialog->popupPicker = id;
   dialog->popupHot = 0;
   dialog->popupWidth = 0;
+  dialog->popupStays = byKey;
+  dialog->popupPress = screenPoint;
+  dialog->popupTime = millisecondsNow();
   for (int32_t i = 0; i < rows; ++i) {
-    dialog->popupWidth = std::max(dialog->popupWidth, rowWidth(kMenuRows[first + i]));
+    const MenuRow& row = kMenuRows[first + i];
+    dialog->popupWidth = std::max(dialog->popupWidth, rowWidth(row));
+    if (byKey && row.value == dialog->controlValue[id]) dialog->popupHot = i + 1;
   }
   const int32_t height = rows * kRowHeight;
   PixelTarget target = {dialog->popupWidth + kRoomBeside, height, nullptr};
@@ -206,4 +295,14 @@ void openPicker(DialogState* dialog, int32_t id, Point screenPoint) {
     freeModuleBlock(target.rgb);
     dialog->popupCanvas = {};
   }
+}
+
+void openPicker(DialogState* dialog, int32_t id, Point screenPoint) {
+  openPopupAt(dialog, id, screenPoint, /*byKey=*/false);
+}
+
+void openPickerByKey(DialogState* dialog, int32_t id) {
+  const Rectangle rect = controlRect(id);
+  const Point beside = {static_cast<int16_t>((rect.top + rect.bottom) / 2), rect.right};
+  openPopupAt(dialog, id, clientToScreen(dialog->window, beside), /*byKey=*/true);
 }

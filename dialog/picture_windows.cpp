@@ -4,13 +4,16 @@
 #include <cstring>
 
 #include "dialog/buttons.h"
+#include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
 #include "dialog/small_controls.h"
+#include "persistence/path_parts.h"
 #include "persistence/picture_folder.h"
 #include "pictures/bitmap_file.h"
 #include "pictures/environment_picture.h"
 #include "pictures/picture_surface.h"
 #include "pictures/texture_picture.h"
+#include "services/alerts.h"
 #include "services/choosers.h"
 
 constexpr int32_t kSampleSide = 64;
@@ -56,6 +59,22 @@ void drawEnvironmentThumbnail(DialogState* dialog, const ItemState& state) {
              kEnvironmentSide, surface->rgb, kSurfaceBytesPerPixel * surface->width);
 }
 
+static void moveTexture(DialogState* dialog, int32_t dx, int32_t dy) {
+  EffectSettings* settings = settingsOf(dialog);
+  const int32_t width = shownSize(settings->textureWidth);
+  const int32_t height = shownSize(settings->textureHeight);
+  settings->textureOffsetX =
+      wrapped(int64_t{settings->textureOffsetX} + width - std::clamp(dx, -width, width), width);
+  settings->textureOffsetY =
+      wrapped(int64_t{settings->textureOffsetY} + height - std::clamp(dy, -height, height), height);
+}
+
+void stepTexture(DialogState* dialog, int32_t right, int32_t down) {
+  moveTexture(dialog, right, down);
+  repaintControl(dialog, kTextureFrame);
+  refreshPreview(dialog, {ChangeKind::steps, kTextureSample, /*continues=*/true});
+}
+
 void dragTexture(DialogState* dialog) {
   EffectSettings* settings = settingsOf(dialog);
   const Rectangle area = controlRect(kTextureSample);
@@ -63,17 +82,18 @@ void dragTexture(DialogState* dialog) {
   const int32_t dx = settings->mouse.h - settings->lastMouse.h;
   const int32_t dy = settings->mouse.v - settings->lastMouse.v;
   if ((dx != 0 || dy != 0) && settings->lastMouse.h != kJustPressed) {
-    const int32_t width = shownSize(settings->textureWidth);
-    const int32_t height = shownSize(settings->textureHeight);
     settings->textureDragMoved = 1;
-    settings->textureOffsetX =
-        wrapped(int64_t{settings->textureOffsetX} + width - std::clamp(dx, -width, width), width);
-    settings->textureOffsetY = wrapped(
-        int64_t{settings->textureOffsetY} + height - std::clamp(dy, -height, height), height);
+    moveTexture(dialog, dx, dy);
     drawTextureSample(dialog, /*withFrame=*/false);
     presentArea(dialog, controlRect(kTextureFrame));
   }
   pointerHandled(dialog);
+}
+
+// A file that is no picture changes nothing.
+static bool refuse(const char* path) {
+  showFileAlert(kNotPictureString, fileNameOf(path));
+  return false;
 }
 
 bool openEnvironmentPicture(DialogState* dialog) {
@@ -81,9 +101,9 @@ bool openEnvironmentPicture(DialogState* dialog) {
   char path[kPathBytes];
   if (settings->environmentPicture == nullptr) return false;
   if (!chooseFileToOpen(path, kPictureFiles, "Open an environment picture")) return false;
+  if (loadEnvironmentPicture(dialog->session, path) != kBitmapLoaded) return refuse(path);
   std::memcpy(settings->environmentPath, path, kPathBytes);
   learnPictureFolder(dialog->session, path);
-  loadEnvironmentPicture(dialog->session, settings->environmentPath);
   settings->environmentTurns = 0;
   return true;
 }
@@ -93,11 +113,16 @@ bool openTexturePicture(DialogState* dialog) {
   char path[kPathBytes];
   if (settings->texturePicture == nullptr) return false;
   if (!chooseFileToOpen(path, kPictureFiles, "Open a texture picture")) return false;
+  const int32_t width = settings->textureWidth;
+  const int32_t height = settings->textureHeight;
+  if (loadTexturePicture(dialog->session, path) != kBitmapLoaded) {
+    settings->textureWidth = width;
+    settings->textureHeight = height;
+    return refuse(path);
+  }
   std::memcpy(settings->texturePath, path, kPathBytes);
   learnPictureFolder(dialog->session, path);
-  if (loadTexturePicture(dialog->session, settings->texturePath) == kBitmapLoaded) {
-    settings->textureOffsetX = 0;
-    settings->textureOffsetY = 0;
-  }
+  settings->textureOffsetX = 0;
+  settings->textureOffsetY = 0;
   return true;
 }

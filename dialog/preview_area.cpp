@@ -3,15 +3,17 @@
 #include <algorithm>
 #include <cstring>
 
+#include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
+#include "geometry/field/selection_mask.h"
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
-#include "geometry/selection_mask.h"
 #include "platform/window.h"
 #include "services/fixed_point.h"
 #include "services/memory_blocks.h"
 
 constexpr int32_t kFrameInset = 2;
+constexpr int32_t kPanStep = 16;  // pixels of the preview
 
 static int16_t narrowed(int32_t value) {
   return saturateToInt16(value);
@@ -47,6 +49,13 @@ int32_t previewFactor(const DialogState* dialog) {
   const Rectangle& frame = dialog->session->render.previewFrame;
   return std::max(ceilingRatio(widthOf(whole), widthOf(frame)),
                   ceilingRatio(heightOf(whole), heightOf(frame)));
+}
+
+// A host that could not deliver the first picture will not deliver another one.
+static bool canRender(const DialogState* dialog) {
+  const FilterRecord* filter = dialog->session->filter;
+  const bool hostCouldDraw = filter->advanceState != nullptr && filter->displayPixels != nullptr;
+  return settingsOf(dialog)->hostDrawsPreview == 1 || !hostCouldDraw;
 }
 
 static void runPreviewUnderWaitCursor(DialogState* dialog) {
@@ -113,12 +122,16 @@ void drawPreview(DialogState* dialog, bool erase) {
 
 void renderPreview(DialogState* dialog) {
   forgetSource(dialog);
-  // A host that could not deliver the first picture will not deliver this one.
-  const FilterRecord* filter = dialog->session->filter;
-  const bool hostCouldDraw = filter->advanceState != nullptr && filter->displayPixels != nullptr;
-  if (settingsOf(dialog)->hostDrawsPreview != 1 && hostCouldDraw) return;
+  if (!canRender(dialog)) return;
   runPreviewUnderWaitCursor(dialog);
   repaintControl(dialog, kPreviewArea);
+}
+
+void renderPreviewAtOnce(DialogState* dialog) {
+  forgetSource(dialog);
+  if (!canRender(dialog)) return;
+  runPreview(dialog->session);
+  drawPreview(dialog, /*erase=*/false);
 }
 
 // --- Zoom -----------------------------------------------------------------------------------
@@ -231,6 +244,29 @@ void panPreview(DialogState* dialog) {
     showRawPicture(dialog);
   }
   settings->lastMouse = settings->mouse;
+}
+
+void finishPan(DialogState* dialog) {
+  readControls(dialog);
+  renderPreview(dialog);
+  noteChange(dialog, shownSettings(dialog), {});
+}
+
+void movePreviewBack(DialogState* dialog) {
+  forgetSource(dialog);
+  requestPreviewImage(dialog->session, settingsOf(dialog)->previewScale);
+  finishPan(dialog);
+}
+
+void stepPan(DialogState* dialog, int32_t right, int32_t down, bool end) {
+  EffectSettings* settings = settingsOf(dialog);
+  const Rectangle& whole = dialog->session->filter->filterRect;
+  if (settings->hostDrawsPreview != 1 || settings->previewScale == dialog->fitScale) return;
+  const int32_t step = kPanStep * settings->previewScale;
+  settings->previewOriginX += end ? right * widthOf(whole) : right * step;
+  settings->previewOriginY += end ? right * heightOf(whole) : down * step;
+  clampOrigin(dialog, settings->previewScale);
+  movePreviewBack(dialog);
 }
 
 // --- The untouched picture ------------------------------------------------------------------

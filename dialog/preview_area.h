@@ -21,6 +21,9 @@ void drawPreview(DialogState* dialog, bool erase);
 // Renders with the present settings and shows the result.
 void renderPreview(DialogState* dialog);
 
+// The same without telling the user to wait: another one may follow right away.
+void renderPreviewAtOnce(DialogState* dialog);
+
 // One step in or out, or to 100 %; each renders anew whatever "Auto preview" says.
 void zoomIn(DialogState* dialog);
 void zoomOut(DialogState* dialog);
@@ -31,6 +34,15 @@ void updateZoomButtons(DialogState* dialog);
 
 // A mouse move while the preview holds the capture.
 void panPreview(DialogState* dialog);
+
+// The release that ends it; a pan is rendered whatever "Auto preview" says, as zooming is.
+void finishPan(DialogState* dialog);
+
+// Shows the part where the settings stand again.
+void movePreviewBack(DialogState* dialog);
+
+// Moves what is shown by steps to the right and down, or, with `end`, as far as it goes that way.
+void stepPan(DialogState* dialog, int32_t right, int32_t down, bool end);
 
 // The untouched picture in place of what the preview shows, and that back again as it was. Whatever
 // renders or moves the preview forgets it.

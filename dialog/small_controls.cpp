@@ -12,18 +12,23 @@ constexpr int32_t kDisabledThumb = 241;
 constexpr int32_t kThumbSpace = 13;   // pixels of the track that the thumb needs at its end
 constexpr int32_t kPointerShift = 4;  // the pointer holds the thumb this far from its left
 constexpr int32_t kTextHeight = 14;
+constexpr int32_t kCaretSpace = 2;
 constexpr int32_t kValueGap = 3;  // rows at the bottom of a value area left alone
 
 // Bitmaps of the toggles by state.
 constexpr int32_t kAutoPreviewFaces[4] = {237, 238, 234, 236};
 constexpr int32_t kCausticFaces[4] = {148, 150, 149, 151};
 
-static void drawControlText(DialogState* dialog, int32_t id, const char* text, int32_t dy,
-                            Rgb8 colour) {
-  const Rectangle rect = controlRect(id);
+static void drawTextIn(DialogState* dialog, const Rectangle& rect, const char* text, int32_t dy,
+                       Rgb8 colour) {
   const int32_t height = rect.bottom - 2 - rect.top;
   const int32_t y = rect.top + dy + (height - kTextHeight) / 2;
   drawText(&dialog->canvas, text, rect.right - textWidth(text), y, colour);
+}
+
+static void drawControlText(DialogState* dialog, int32_t id, const char* text, int32_t dy,
+                            Rgb8 colour) {
+  drawTextIn(dialog, controlRect(id), text, dy, colour);
 }
 
 void drawLabel(DialogState* dialog, int32_t id) {
@@ -54,11 +59,21 @@ static void tellValue(DialogState* dialog, const Slider& slider) {
   setToolTip(dialog->window, slider.valueArea, tip);
 }
 
+// What is typed stands where the number will, with the caret behind it.
+static void drawTyped(DialogState* dialog, const Rectangle& ground) {
+  fillArea(&dialog->canvas, ground, kWhite);
+  Rectangle text = controlRect(findSlider(dialog->typed.slider)->valueArea);
+  text.right = static_cast<int16_t>(text.right - kCaretSpace);
+  drawTextIn(dialog, text, dialog->typed.text, -1, kBlack);
+  drawLine(&dialog->canvas, ground.right - 1, ground.top, ground.right - 1, ground.bottom, kBlack);
+}
+
 void drawValue(DialogState* dialog, int32_t id) {
   const Slider* slider = findSlider(id);
   if (slider == nullptr) return;
   Rectangle ground = controlRect(slider->valueArea);
   ground.bottom = static_cast<int16_t>(ground.bottom - kValueGap);
+  if (dialog->typed.slider == slider->id) return drawTyped(dialog, ground);
   fillArea(&dialog->canvas, ground, kValueGround);
   uint8_t text[kCountedTextBytes];
   numberToText(shownValue(*slider, dialog->controlValue[slider->id]), text);

@@ -4,6 +4,7 @@
 
 #include "dialog/dialog_state.h"
 #include "pictures/picture_surface.h"
+#include "platform/clock.h"
 #include "services/memory_blocks.h"
 #include "settings/light_angles.h"
 #include "settings/setting_fields.h"
@@ -113,15 +114,36 @@ void endUndo(DialogState* dialog) {
   dropStepsFrom(&dialog->undo, 0);
 }
 
-void noteChange(DialogState* dialog, const EffectSettings& shown) {
+// A texture that is chosen once more is generated anew.
+static bool isStep(const UndoStep& step, const EffectSettings& shown) {
+  return sameUserSettings(step.settings, shown) &&
+         !differs(shown.environmentPicture, step.environment) &&
+         !differs(shown.texturePicture, step.texture);
+}
+
+void endChange(DialogState* dialog) {
+  dialog->undo.last = {};
+}
+
+static bool continuesLast(const UndoHistory& undo, const Change& change) {
+  const bool same = change.kind == undo.last.kind && change.control == undo.last.control;
+  const bool soon =
+      change.kind != ChangeKind::steps || millisecondsNow() - undo.lastTime <= kStepPause;
+  return change.continues && same && soon && undo.position > 0 && undo.position + 1 == undo.count;
+}
+
+void noteChange(DialogState* dialog, const EffectSettings& shown, const Change& change) {
   UndoHistory* undo = &dialog->undo;
-  const UndoStep& last = undo->steps[undo->position];
-  // A texture that is chosen once more is generated anew.
-  if (sameUserSettings(last.settings, shown) &&
-      !differs(shown.environmentPicture, last.environment) &&
-      !differs(shown.texturePicture, last.texture)) {
-    return;
+  const bool continues = continuesLast(*undo, change);
+  endChange(dialog);
+  if (isStep(undo->steps[undo->position], shown)) return;
+  if (continues) {
+    dropStepsFrom(undo, undo->position);
+    --undo->position;
+    if (isStep(undo->steps[undo->position], shown)) return;  // there and back
   }
+  undo->last = change;
+  undo->lastTime = millisecondsNow();
   dropStepsFrom(undo, undo->position + 1);
   if (undo->position + 1 == kUndoSteps) {
     freePictures(undo->steps[0], undo->steps[1]);

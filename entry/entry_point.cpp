@@ -2,15 +2,14 @@
 
 #include "entry/entry_point.h"
 
-#include <algorithm>
 #include <cstring>
-#include <iterator>
 
 #include "entry/handles.h"
 #include "entry/load_mark.h"
 #include "entry/selector_handlers.h"
 #include "entry/session_record.h"
 #include "services/floating_point_modes.h"
+#include "services/memory_blocks.h"
 #include "settings/settings_validation.h"
 
 // In order of the selectors, from Parameters on.
@@ -36,19 +35,37 @@ static void initialiseSession(SessionRecord* session, FilterRecord* filter, int1
 // Handles of the session records made since the module was loaded. What else stands in a slot comes
 // from an earlier load, as a number or as copied bytes, and may not even be looked at; nothing in a
 // session record has to outlive its load.
-constexpr int32_t kRememberedSessions = 16;
-static Handle issuedSessions[kRememberedSessions];
-static int32_t issuedCount = 0;
+struct IssuedSession {
+  Handle handle;
+  IssuedSession* next;
+};
+static IssuedSession* issuedSessions = nullptr;
 
 static bool wasIssued(Handle handle) {
-  return std::find(std::begin(issuedSessions), std::end(issuedSessions), handle) !=
-         std::end(issuedSessions);
+  const IssuedSession* issued = issuedSessions;
+  while (issued != nullptr && issued->handle != handle) issued = issued->next;
+  return issued != nullptr;
 }
 
+// False without memory. A host may give an address a second time once it has freed it.
+static bool rememberIssued(Handle handle) {
+  if (wasIssued(handle)) return true;
+  auto* issued = static_cast<IssuedSession*>(newModuleBlock(sizeof(IssuedSession)));
+  if (issued == nullptr) return false;
+  *issued = {handle, issuedSessions};
+  issuedSessions = issued;
+  return true;
+}
+
+static bool slotHoldsSession(const FilterRecord* filter, intptr_t slot) {
+  auto handle = reinterpret_cast<Handle>(slot);
+  return handle != nullptr && wasIssued(handle) &&
+         handleMayHold(filter, handle, sizeof(SessionRecord));
+}
+
+// Null when it cannot be locked: the slot keeps it for the next call.
 static SessionRecord* keptSession(FilterRecord* filter, intptr_t slot, int16_t* result) {
   auto handle = reinterpret_cast<Handle>(slot);
-  if (handle == nullptr || !wasIssued(handle)) return nullptr;
-  if (!handleMayHold(filter, handle, sizeof(SessionRecord))) return nullptr;
   auto* session = static_cast<SessionRecord*>(lockHandle(filter, handle, /*moveHigh=*/true));
   if (session == nullptr) return nullptr;
   if (session->loadMark != loadMark()) {
@@ -62,13 +79,13 @@ static SessionRecord* keptSession(FilterRecord* filter, intptr_t slot, int16_t* 
 static SessionRecord* newSession(FilterRecord* filter, intptr_t* slot, int16_t* result) {
   Handle handle = newHandle(filter, sizeof(SessionRecord));
   if (handle == nullptr) return nullptr;
-  auto* session = static_cast<SessionRecord*>(lockHandle(filter, handle, /*moveHigh=*/true));
+  void* block = rememberIssued(handle) ? lockHandle(filter, handle, /*moveHigh=*/true) : nullptr;
+  auto* session = static_cast<SessionRecord*>(block);
   if (session == nullptr) {
     disposeHandle(filter, handle);
     return nullptr;
   }
   initialiseSession(session, filter, result);
-  issuedSessions[issuedCount++ % kRememberedSessions] = handle;
   *slot = reinterpret_cast<intptr_t>(handle);
   return session;
 }
@@ -91,8 +108,9 @@ static void enterModule(int16_t selector, void* parameterBlock, intptr_t* dataSl
     *result = kFilterBadParameters;
     return;
   }
-  SessionRecord* session = keptSession(filter, *dataSlot, result);
-  if (session == nullptr) session = newSession(filter, dataSlot, result);
+  SessionRecord* session = slotHoldsSession(filter, *dataSlot)
+                               ? keptSession(filter, *dataSlot, result)
+                               : newSession(filter, dataSlot, result);
   if (session == nullptr) {
     *result = kMemoryFull;
     return;

@@ -89,6 +89,13 @@ static bool dialogConfirmed(SessionRecord* session) {
   return true;
 }
 
+// Hands over the row in the host's buffers and gets the next; false with the host's reason.
+static bool exchangeRows(SessionRecord* session) {
+  *session->result = session->filter->advanceState();
+  session->render.exchangeFailed = *session->result == kNoError ? 0 : 1;
+  return *session->result == kNoError;
+}
+
 static void startFinalRender(SessionRecord* session) {
   EffectSettings* settings = settingsOf(session);
   RenderState* render = &session->render;
@@ -104,7 +111,7 @@ static void startFinalRender(SessionRecord* session) {
   *session->result = withdrawForRate(session, kFixedOne);
   if (*session->result != kNoError) return endRun(session);
   requestRowRects(session);
-  if (filter->advanceState != nullptr) *session->result = filter->advanceState();
+  if (filter->advanceState != nullptr) exchangeRows(session);
 }
 
 void doStart(SessionRecord* session) {
@@ -113,6 +120,8 @@ void doStart(SessionRecord* session) {
   freeBuffers(session);
   session->render.running = 0;
   session->render.requestedRate = 0;
+  session->render.started = 1;
+  session->render.exchangeFailed = 0;
   validateSettings(session);
   EffectSettings* settings = settingsOf(session);
   if (settings == nullptr) return emptyRects(session);
@@ -131,37 +140,34 @@ void doStart(SessionRecord* session) {
   startFinalRender(session);
 }
 
-static bool sameRect(const Rectangle& a, const Rectangle& b) {
-  return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
-}
-
-// Buffers and rows were asked for what the record said at Start; a host that changes it in the
-// middle, even in a callback, gets no further row.
-static bool recordUnchanged(const SessionRecord* session) {
-  const FilterRecord* filter = session->filter;
-  return filter->parameters != nullptr && filter->parameters == session->lockedSettings &&
-         sameRect(filter->filterRect, session->render.renderedRect) &&
-         filter->planes == session->render.renderedPlanes;
+// One step, unless a callback has changed what the run was started for: buffers and rows were asked
+// for that. False when the run is over or stopped.
+static bool stepAsStarted(SessionRecord* session) {
+  if (recordStands(session)) step(session);
+  if (*session->result != kNoError) return false;
+  if (recordStands(session)) return true;
+  *session->result = kFilterBadParameters;
+  endRun(session);
+  return false;
 }
 
 void doContinue(SessionRecord* session) {
   RenderState* render = &session->render;
   const FilterRecord* filter = session->filter;
+  // Without a Start, or after an exchange that failed, there are no rows to go on with.
+  if (render->started == 0 || render->exchangeFailed != 0) {
+    *session->result = kFilterBadParameters;
+    return endRun(session);
+  }
   if (render->running != 1) return endRun(session);
   do {
     do {
-      if (!recordUnchanged(session)) {
-        *session->result = kFilterBadParameters;
-        return endRun(session);
-      }
-      step(session);
-      if (*session->result != kNoError) return;
+      if (!stepAsStarted(session)) return;
     } while (render->internalPass == 1);
     requestRowRects(session);
     if (render->running != 1) return endRun(session);
     if (filter->advanceState == nullptr) return;
-    *session->result = filter->advanceState();
-  } while (*session->result == kNoError);
+  } while (exchangeRows(session));
 }
 
 void doFinish(SessionRecord* session) {

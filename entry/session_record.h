@@ -34,7 +34,8 @@ struct SessionRecord {
   PatternState pattern;
   SessionPictures pictures;
   SessionDialog dialog;
-  Handle lockedSettings;  // parameter handle locked for the current call, null for none
+  Handle lockedSettings;     // parameter handle locked for the current call, null for none
+  EffectSettings* settings;  // its block, which stays in place whatever the host does to the record
 };
 
 // Whether the render in progress is the dialog's preview.
@@ -42,8 +43,7 @@ inline bool isPreview(const EffectSettings* settings) {
   return settings->previewMode != 0;
 }
 
-// The settings in the host's parameter handle; null while there are none.
+// The settings in the host's parameter handle, as locked for this call; null while there are none.
 inline EffectSettings* settingsOf(const SessionRecord* session) {
-  const Handle handle = session->filter->parameters;
-  return handle == nullptr ? nullptr : static_cast<EffectSettings*>(*handle);
+  return session->settings;
 }

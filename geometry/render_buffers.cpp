@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "entry/session_record.h"
+#include "geometry/field/fast_field.h"
 #include "pictures/picture_release.h"
 #include "pictures/picture_tables.h"
 #include "services/fixed_point.h"
@@ -105,6 +106,7 @@ void freeBuffers(SessionRecord* session) {
   freeBuffer(filter, &render->edgeKernel);
   freeBuffer(filter, &render->environmentTable);
   freeBuffer(filter, &render->textureTable);
+  freeFastField(session);
 }
 
 bool geometryFitsBuffers(const SessionRecord* session) {
@@ -113,4 +115,15 @@ bool geometryFitsBuffers(const SessionRecord* session) {
          render->lineBuffer.bytes >= lineBufferBytes(render) &&
          render->heightField.bytes >= heightFieldBytes(render) &&
          render->coneKernel.address != nullptr && render->edgeKernel.address != nullptr;
+}
+
+static bool sameRect(const Rectangle& a, const Rectangle& b) {
+  return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
+}
+
+bool recordStands(const SessionRecord* session) {
+  const FilterRecord* filter = session->filter;
+  return filter->parameters != nullptr && filter->parameters == session->lockedSettings &&
+         sameRect(filter->filterRect, session->render.renderedRect) &&
+         filter->planes == session->render.renderedPlanes;
 }

@@ -25,5 +25,8 @@ void allocateBuffers(SessionRecord* session);
 // to offer its buffer services stay with that host.
 void freeBuffers(SessionRecord* session);
 
+// Whether the host's record still says what the final render was started for.
+bool recordStands(const SessionRecord* session);
+
 // Whether the buffers hold a render of the present geometry.
 bool geometryFitsBuffers(const SessionRecord* session);

@@ -1,11 +1,12 @@
 #include "geometry/render_setup.h"
 
 #include <cstdint>
-#include <cstring>
 
 #include "entry/session_record.h"
 #include "geometry/bevel_profiles.h"
-#include "geometry/cone_kernel.h"
+#include "geometry/field/cone_kernel.h"
+#include "geometry/field/fast_field.h"
+#include "geometry/field/height_field.h"
 #include "geometry/render_buffers.h"
 #include "geometry/row_machine.h"
 #include "pictures/picture_tables.h"
@@ -55,10 +56,10 @@ void renderSetUp(SessionRecord* session) {
   render->progressDone = 0;
   render->progressTotal = plannedSteps(render, settings);
   if (build) {
-    std::memset(fieldCells(render), 0,
-                size_t{2} * static_cast<size_t>(render->fieldStride) * render->fieldRows);
     radiusConstants(session);
     buildConeKernel(session);
+    prepareFastField(session);
+    if (render->fastField.inUse == 0) clearField(render);
     buildProfile(session);
   }
   buildIridescenceTable(session);

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "entry/host_interface.h"
+#include "geometry/field/fast_field_state.h"
 
 // One of the six large buffers, with the host buffer it came from (0: a block of our own).
 struct RenderBuffer {
@@ -63,12 +64,16 @@ struct RenderState {
   Rectangle previewFrame;  // the dialog's preview area; a preview image is never larger
   Rectangle renderedRect;  // filter rectangle that the final render was started for
   int16_t renderedPlanes;
+  uint8_t started;         // this session has seen a Start
+  uint8_t exchangeFailed;  // the last exchange of the final render has
 
   int32_t effRadius;         // 1 to kLargestRadius
   int32_t coneStep;          // the cone's value at distance 1
   int32_t kernelStride;      // cells
   int32_t edgeKernelKind;    // stamp that the edge kernel was last built for, -1 for none
   int32_t edgeKernelWeight;  // 0 to 255
+
+  FastFieldState fastField;
 
   int16_t profile[kProfileEntries];
   int32_t depthLow;            // smallest -profile entry

@@ -4,7 +4,9 @@
 
 #include "entry/session_record.h"
 #include "geometry/bevel_profiles.h"
-#include "geometry/height_field.h"
+#include "geometry/field/fast_field.h"
+#include "geometry/field/height_field.h"
+#include "geometry/render_buffers.h"
 #include "geometry/render_setup.h"
 #include "geometry/texture_relief.h"
 #include "services/alerts.h"
@@ -23,9 +25,25 @@ void enterShading(SessionRecord* session) {
   prepareShading(session);
 }
 
+static void stampStep(SessionRecord* session);
+
+// The host delivers the mask other than it did before: only stamps show what that comes to.
+// Progress starts over as well, but for a first row, on which nothing has been done yet.
+static void startOver(SessionRecord* session) {
+  RenderState* render = &session->render;
+  giveUpFastField(session);
+  if (render->phase == kPhaseStamp && render->row == -1) return stampStep(session);
+  render->progressDone = 0;
+  enterPhase(render, kPhaseStamp, -1, /*internal=*/false);
+}
+
 static void stampStep(SessionRecord* session) {
   RenderState* render = &session->render;
-  stampRow(session);
+  if (render->fastField.inUse == 0) {
+    stampRow(session);
+  } else if (!walkFieldRow(session)) {
+    return startOver(session);
+  }
   if (++render->row <= render->renderHeight) return;
   enterPhase(render, kPhaseBorder, 0, /*internal=*/false);
   render->maskPass = 1;
@@ -33,7 +51,11 @@ static void stampStep(SessionRecord* session) {
 
 static void borderStep(SessionRecord* session) {
   RenderState* render = &session->render;
-  fillBorderRow(session);
+  if (render->fastField.inUse == 0) {
+    fillBorderRow(session);
+  } else if (!scanFieldRow(session)) {
+    return startOver(session);
+  }
   if (++render->row <= render->renderHeight + 1) return;
   enterPhase(render, kPhaseSmoothForward, 0, /*internal=*/true);
 }
@@ -94,6 +116,7 @@ void step(SessionRecord* session) {
   const bool final = !isPreview(settingsOf(session));
   if (final && filter->progressProc != nullptr) {
     filter->progressProc(render->progressDone, render->progressTotal);
+    if (!recordStands(session)) return;
   }
   ++render->progressDone;
   render->currentRow = render->row;

@@ -1,12 +1,14 @@
 #include "persistence/settings_codec.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include "entry/handles.h"
 #include "persistence/mac_roman.h"
 #include "persistence/path_parts.h"
 #include "services/fixed_point.h"
+#include "settings/setting_fields.h"
 
 constexpr int32_t kWindowsEncoding = 1;
 constexpr int32_t kPairedItemsVersion = 25;  // first version that can name pictures
@@ -14,6 +16,8 @@ constexpr int32_t kPairedItemsVersion = 25;  // first version that can name pict
 // A reference block of another system's: where the picture's file name stands in it.
 constexpr int32_t kBlockNameStart = 51;
 constexpr int32_t kBlockNameEnd = 84;
+
+constexpr double kBeyondEveryRange = 1000000;  // no setting goes further
 
 constexpr int32_t kLargestBlock = 65534;  // bytes
 
@@ -223,4 +227,24 @@ void decodeSettings(const uint8_t* bytes, size_t count, EffectSettings* settings
     decoded->hasNames = decoded->version >= kPairedItemsVersion;
     decoded->complete = takeItems(&reader, settings, decoded);
   }
+}
+
+// --- Judging --------------------------------------------------------------------------------
+
+SettingsCheck checkSettings(const EffectSettings& settings, const DecodedSettings& decoded) {
+  // Too short for a version, it may have been any.
+  const bool known = decoded.version >= 0 && decoded.version <= kWrittenVersion;
+  if (!decoded.complete) return known ? SettingsCheck::damaged : SettingsCheck::notSettings;
+  SettingsCheck check = SettingsCheck::sound;
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    const SettingRange& range = kSettingRanges[i];
+    double values[3];
+    readSetting(settings, range, values);
+    for (int32_t k = 0; k < settingComponents(range.form); ++k) {
+      if (!(std::fabs(values[k]) <= kBeyondEveryRange)) return SettingsCheck::notSettings;
+      const bool within = values[k] >= range.minimum && values[k] <= range.maximum;
+      if (!within) check = SettingsCheck::outOfRange;
+    }
+  }
+  return check;
 }

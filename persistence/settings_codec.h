@@ -31,6 +31,15 @@ struct DecodedSettings {
   char names[kPictureNames][kPathBytes];  // Windows character set; without folder, "" for none
 };
 
+// Whether what has been read is a settings file: other files decode to something, too.
+enum class SettingsCheck {
+  sound,
+  outOfRange,   // whole, with values that the user could not set
+  notSettings,  // another kind of file
+  damaged,      // cut off
+};
+SettingsCheck checkSettings(const EffectSettings& settings, const DecodedSettings& decoded);
+
 // Reads bytes of any version into the settings. Fields whose items the bytes do not reach stay as
 // they were; nothing is limited to its range or derived. Reference blocks go to new module handles
 // that replace the fields' old ones.

@@ -11,10 +11,11 @@ struct FileChooser {
   const char* defaultExtension;  // "bmp"
 };
 
-// Each fills `path` with the full path chosen, zero-terminated. False, with an empty path, when the
-// user cancelled or the path does not fit.
-bool choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes);
-bool choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes);
+// Each fills `path` with the full path chosen, zero-terminated; it is empty when the user cancelled
+// or the path does not fit.
+enum class ChooserAnswer { cancelled, chosen, tooLong };
+ChooserAnswer choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes);
+ChooserAnswer choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes);
 
 // Lets the user choose a colour, starting from the one given (red, green, blue). The chooser's own
 // colours are kept between calls. False, with both as they were, when the user cancelled.

@@ -1,8 +1,9 @@
-// user_files: what a back end supplies about files and their names. Reading and writing is the
-// standard library's.
+// user_files: what a back end supplies about files, their names and how they are overwritten.
+// Reading is the standard library's.
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 // Between the folders of a path.
@@ -19,7 +20,16 @@ void windowsNameFromPath(const char* path, char* name, int32_t bytes);
 // path becomes that file's if it fits.
 void takeFileAsWritten(char* path, int32_t bytes);
 
+// Folder of the pictures that came with the program or the module, with a separator at its end.
+// False when there is none to be had.
+bool ownPicturesFolder(char* folder, int32_t bytes);
+
 // Path of the one file that keeps the settings of the user's last confirmed dialog. False when
 // there is none to be had, or when the run is cut off from the user. With `forWriting`, makes the
 // folder it lies in.
 bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes);
+
+// Puts these bytes over the beginning of a file, whose end stays where it is longer, or makes the
+// file. False when that failed: the file then is what it was, at least where it could not be opened
+// or nothing could be written; what was there is never emptied first.
+bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count);

@@ -33,7 +33,7 @@ struct WindowTemplate {
   const WindowControl* controls;
   int32_t controlCount;
   int32_t defaultButton;  // Enter presses it, 0 for none
-  int32_t cancelButton;   // Escape and the window's own closing press it, 0 for none
+  int32_t cancelButton;   // Escape, unless used, and the window's closing press it, 0 for none
 };
 
 // --- Events ---------------------------------------------------------------------------------
@@ -50,6 +50,7 @@ enum class WindowEventKind {
   otherUp,
   wheel,  // `amount` notches, positive away from the user, at `point`
   key,    // `key` with the modifiers
+  rest,   // asked for with awaitRest
 };
 
 enum class WindowKey {
@@ -58,7 +59,12 @@ enum class WindowKey {
   right,
   up,
   down,
+  pageUp,
+  pageDown,
+  home,
+  end,
   enter,
+  escape,
   backspace,
   undo,  // the system's usual keys for these
   redo,
@@ -131,6 +137,9 @@ void releaseMouse(Window* window);
 void postMouseMove(Window* window, Point point);
 void postCommand(Window* window, int32_t id);
 
+// Sends one `rest` event when nothing else is waiting any more.
+void awaitRest(Window* window);
+
 // The control that the keyboard acts on; 0 for none. Areas can have the focus when asked for.
 void setFocusedControl(Window* window, int32_t id);
 
@@ -140,8 +149,9 @@ void copyTextToClipboard(const char* text);
 // --- Pop-up ---------------------------------------------------------------------------------
 
 // Opens a pop-up of this client size at a place on the screen (see clientToScreen), owned by the
-// window, with the mouse captured. Its procedure gets initialise, mouseMove and buttonUp. Null when
-// it cannot be opened. closePopup may be called from its own procedure.
+// window, with the mouse captured. Its procedure gets initialise, mouseMove, buttonDown and
+// buttonUp, wherever they happen, and every key. Null when it cannot be opened. closePopup may be
+// called from its own procedure.
 Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t height,
                   WindowProcedure procedure, void* context);
 void closePopup(Window* popup);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # What everyone runs before a commit: format, includes, build with warnings as errors, tests.
-# The whole run, with the sanitizers and without Qt, is `./dev test`.
+# The whole run, with the sanitizers and the modules for Windows, is `./dev test`.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -14,6 +14,7 @@ cd "$root"
 declare -A levels=(
   [entry/host_interface]=0
   [entry/session_record]=0
+  [geometry/field/fast_field_state]=0
   [geometry/pattern_state]=0
   [geometry/render_state]=0
   [platform/]=0
@@ -53,8 +54,22 @@ edgeHeader='platform/+([^/]).h'
 backEnd='platform/+([^/])/*'
 
 # What a host may know of the module.
-hostMayInclude='@(entry/host_interface.h|platform/windows/windows_api.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|platform/desktop/desktop_session.h|persistence/settings_codec.h|persistence/settings_items.h|persistence/path_parts.h|entry/handles.h|hosts/*)'
-qtMayStandIn='@(platform/desktop|hosts/command_line|hosts/desktop|tests/command_line|tests/desktop|samples)/*'
+hostMayInclude='@(entry/host_interface.h|platform/windows/windows_api.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|platform/desktop/desktop_session.h|platform/unix/*.h|persistence/settings_codec.h|persistence/settings_items.h|persistence/path_parts.h|entry/handles.h|hosts/*)'
+
+# The rooms of the hosts have levels among themselves; the others take what they like.
+declare -A roomLevels=(
+  [substitute_host]=0
+  [process]=0
+  [picture_files]=1
+  [small_formats]=1
+  [formats_library]=2
+  [effect_runs]=2
+  [commands]=3
+  [window_commands]=3
+  [command_line]=4
+)
+qtMayStandIn='@(platform/desktop|hosts/window_commands|tests/command_line|tests/desktop|samples)/*'
+vipsMayStandIn='hosts/formats_library/*'
 mayIncludeAnything='@(tests|bench|fuzz|resources/artwork|samples/dialog_shots)/*'
 
 systemMacro='(^|[^A-Za-z0-9_])(_WIN32|_WIN64|WIN32|_MSC_VER|__MINGW32__|__CYGWIN__|__linux__|__linux|__gnu_linux__|__APPLE__|__unix__|__unix|__FreeBSD__|__ANDROID__)($|[^A-Za-z0-9_])'
@@ -83,11 +98,23 @@ checkSystemHeader() {  # file line header
   elif [[ $header == Q[A-Z]* || $header == Qt*/* || $header == q[a-z]*.h ]]; then
     [[ $file == $qtMayStandIn ]] ||
       report "$file" "$line" "may not include <$header>: Qt stays in $qtMayStandIn"
+  elif [[ $header == vips/* ]]; then
+    [[ $file == $vipsMayStandIn ]] ||
+      report "$file" "$line" "may not include <$header>: the picture library stays in $vipsMayStandIn"
   elif [[ $file == $coreFolder || $file == $edgeHeader ]]; then
     # Headers of the C++ library have no ending; anything else is a system's or a library's.
     [[ $header != */* && $header != *.h || $header == *intrin.h ]] ||
       report "$file" "$line" "may not include <$header>: the core uses the C++ library only"
   fi
+}
+
+checkRooms() {  # file line header, both of hosts
+  local file=$1 line=$2 header=$3 from to
+  [[ $header == hosts/* ]] || return 0
+  from=${file#hosts/} to=${header#hosts/}
+  from=${roomLevels[${from%%/*}]:-9} to=${roomLevels[${to%%/*}]:-0}
+  ((to <= from)) ||
+    report "$file" "$line" "may not include \"$header\": that room stands above this one"
 }
 
 checkOwnHeader() {  # file line header
@@ -98,13 +125,15 @@ checkOwnHeader() {  # file line header
   elif [[ $file == hosts/* ]]; then
     [[ $header == $hostMayInclude ]] ||
       report "$file" "$line" "may not include \"$header\": hosts know only $hostMayInclude"
+    checkRooms "$file" "$line" "$header"
   elif [[ $file == samples/* ]]; then
     [[ $header == samples/* ]] ||
       report "$file" "$line" "may not include \"$header\": samples stand alone"
   elif [[ $file == $backEnd ]]; then
     local folder=${file#platform/}
     folder=platform/${folder%%/*}/
-    if [[ $header == $coreFolder || $header == $edgeHeader || $header == "$folder"* ]]; then
+    if [[ $header == $coreFolder || $header == $edgeHeader || $header == "$folder"* ||
+          $header == platform/unix/*.h ]]; then
       return
     fi
     report "$file" "$line" "may not include \"$header\": a back end knows the core and itself"

@@ -6,7 +6,8 @@ set -euo pipefail
 
 declare -A packages=(
   [build]="cmake ninja-build g++ qt6-base-dev qt6-image-formats-plugins
-           fonts-liberation libcli11-dev libgtest-dev desktop-file-utils
+           libvips-dev libfontconfig-dev libisal-dev zlib1g-dev pkgconf
+           libimage-exiftool-perl fonts-liberation libcli11-dev libgtest-dev desktop-file-utils
            xvfb xdotool"
   [bench]="libbenchmark-dev"
   [format]="clang-format"

@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
 # Makes Wine available for 64-bit and for 32-bit programs, as far as it can be had: what is missing
 # is named in one line each, and is no failure. Quick when all is there.
+#   scripts/install_wine.sh [FOLDER]     FOLDER is where Wine is tried, as for run_wine.sh --check
 #
-# For 32-bit programs it takes Debian's i386 packages when they fit those installed. Otherwise it
-# keeps a small i386 system in the user's cache folder (1.1 GB); scripts/run_wine.sh enters it.
+# Where the machine starts 32-bit programs, it takes Debian's i386 packages when they fit those
+# installed. Otherwise it keeps a small i386 system in the user's cache folder (1.1 GB), which
+# scripts/run_wine.sh enters. Elsewhere nothing of that kind is installed.
 set -euo pipefail
+tryIn=${1:+$(realpath -m "$1")}
 cd "$(dirname "${BASH_SOURCE[0]}")"
 export HOME=${HOME:-~}
 
@@ -16,7 +19,7 @@ log=$cache/wine32.log
 libraries=(libxcursor1 libxfixes3 libxi6 libxrandr2 libxrender1)
 
 canRun() {  # bits
-  bash run_wine.sh "$1" --check 2>/dev/null
+  bash run_wine.sh "$1" --check ${tryIn:+"$tryIn"}
 }
 
 asRoot() {
@@ -74,19 +77,19 @@ makeRoot32() {
   return 1
 }
 
-report() {  # bits
-  if canRun "$1"; then return; fi
-  echo "install_wine: $1-bit Wine is not to be had here; the tests of the $1-bit module are skipped"
-}
+# Found out first, by running one: what is installed says nothing about it.
+runs32=
+if bash can_run_32.sh; then runs32=yes; fi
 
 if command -v dpkg >/dev/null && [[ $(dpkg --print-architecture) == amd64 ]]; then
   bash install_packages.sh wine || true
-  if canRun 64 && ! canRun 32 && { ((EUID == 0)) || command -v sudo >/dev/null; }; then
+  if [[ -n $runs32 ]] && canRun 64 && ! canRun 32 2>/dev/null &&
+    { ((EUID == 0)) || command -v sudo >/dev/null; }; then
     mkdir -p "$cache"
     exec 8>"$cache/lock"
     flock 8
-    canRun 32 || installPackages32 || makeRoot32 || true
+    canRun 32 2>/dev/null || installPackages32 || makeRoot32 || true
   fi
 fi
-report 64
-report 32
+canRun 64 || true
+canRun 32 || true

@@ -2,19 +2,25 @@
 # Runs a program for Windows under Wine, in a Windows of its own that nothing else uses.
 #   scripts/run_wine.sh 32|64 FOLDER PROGRAM [ARGUMENT]...
 #       FOLDER is where the program runs; every file it needs lies there.
-#   scripts/run_wine.sh 32|64 --check
+#   scripts/run_wine.sh 32|64 --check [FOLDER]
+#       runs a small program of Wine's own, to see whether that works.
 # Ends with the program's code, 124 when it took too long, 77 when such programs cannot be run here
-# (scripts/install_wine.sh changes that).
-#   MORVALIS_WINE_PREFIX   where that Windows is kept (beside FOLDER, wine-prefix-32 or -64)
-#   MORVALIS_WINE_SECONDS  how long the program may take (300)
+# (scripts/install_wine.sh may change that).
+#   MORVALIS_WINE_PREFIX      where that Windows is kept (beside FOLDER, wine-prefix-32 or -64)
+#   MORVALIS_WINE_SECONDS     how long the program may take (300)
+#   MORVALIS_WINE_CHECKED_32, MORVALIS_WINE_CHECKED_64
+#                             what a check has found before: yes, or the reason why not
 set -euo pipefail
 export HOME=${HOME:-~}
 
 readonly kCannotRun=77 kTookTooLong=124
+readonly kCheckCode=42
 readonly kSecondsToPrepare=300 # making a Windows takes some twenty seconds on a quiet machine
 
+scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/morvalis
 # Where a system for 32-bit programs is kept when this one has none; install_wine.sh makes it.
-root=${XDG_CACHE_HOME:-$HOME/.cache}/morvalis/wine32
+root=$cache/wine32
 
 cannotRun() {  # reason
   echo "run_wine: no $bits-bit programs for Windows here: $1" >&2
@@ -27,14 +33,27 @@ if (($# < 2)) || [[ $bits != 32 && $bits != 64 ]] || [[ $2 != --check && $# -lt 
   exit 2
 fi
 
+checked=MORVALIS_WINE_CHECKED_$bits
+checked=${!checked:-}
+if [[ -n $checked && $checked != yes ]]; then cannotRun "$checked"; fi
+if [[ -n $checked && $2 == --check ]]; then exit 0; fi
+
 # --- What there is to run it with -----------------------------------------------------------
 
+# By its own name: Debian's `wine` takes the loader for 32-bit programs whenever that is installed,
+# even on a machine that cannot start it.
+loader=wine
 rooted=
 if [[ $bits == 64 ]]; then
-  [[ -x /usr/lib/wine/wine64 ]] || cannotRun "Wine is not installed"
-elif [[ ! -x /usr/lib/wine/wine ]]; then
-  [[ -d $root ]] || cannotRun "32-bit Wine is not installed"
-  rooted=yes
+  loader=/usr/lib/wine/wine64
+  export WINELOADER=$loader
+  [[ -x $loader ]] || cannotRun "Wine is not installed"
+else
+  bash "$scripts/can_run_32.sh" || cannotRun "this machine's kernel starts no 32-bit programs at all"
+  if [[ ! -x /usr/lib/wine/wine ]]; then
+    [[ -d $root ]] || cannotRun "32-bit Wine is not installed"
+    rooted=yes
+  fi
 fi
 [[ -n ${DISPLAY:-} ]] || command -v Xvfb >/dev/null || cannotRun "no screen and no Xvfb"
 
@@ -48,7 +67,7 @@ if [[ -n $rooted && -z ${MORVALIS_WINE_MOUNTS:-} ]]; then
 fi
 
 enter=()
-mountRoot() {  # [FOLDER PREFIX]
+mountRoot() {  # FOLDER PREFIX
   local authority=${XAUTHORITY:-$HOME/.Xauthority}
   enter=(chroot "$root")
   {
@@ -59,9 +78,7 @@ mountRoot() {  # [FOLDER PREFIX]
       if [[ -d /tmp/.X11-unix ]]; then mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"; fi &&
       # The same fonts for both kinds of programs.
       if [[ -d /usr/share/fonts ]]; then mount --bind /usr/share/fonts "$root/usr/share/fonts"; fi &&
-      if (($# == 2)); then
-        mount --bind "$1" "$root/mnt/folder" && mount --bind "$2" "$root/mnt/prefix"
-      fi
+      mount --bind "$1" "$root/mnt/folder" && mount --bind "$2" "$root/mnt/prefix"
   } 2>/dev/null || cannotRun "mounting is not permitted"
   if [[ -f $authority ]]; then
     cp "$authority" "$root/tmp/xauthority"
@@ -69,20 +86,20 @@ mountRoot() {  # [FOLDER PREFIX]
   fi
 }
 
-if [[ $2 == --check ]]; then
-  if [[ -n $rooted ]]; then
-    mountRoot
-    "${enter[@]}" true || cannotRun "$root is damaged"
-  fi
-  exit 0
-fi
-
 # --- Running it -----------------------------------------------------------------------------
 
-folder=$(cd "$2" && pwd)
+checking=
+folder=$2
+shift 2
+if [[ $folder == --check ]]; then
+  checking=yes
+  folder=${1:-$cache/check}
+  mkdir -p "$folder"
+  set -- cmd.exe /c "exit $kCheckCode"
+fi
+folder=$(cd "$folder" && pwd)
 prefix=${MORVALIS_WINE_PREFIX:-${folder%/*}/wine-prefix-$bits}
 seconds=${MORVALIS_WINE_SECONDS:-300}
-shift 2
 mkdir -p "$prefix"
 prefix=$(cd "$prefix" && pwd)
 
@@ -144,19 +161,30 @@ within() {  # SECONDS command...
   return "$code"
 }
 
+doesNotStart() {
+  cannotRun "Wine is installed but does not start, see $prefix.log"
+}
+
 used=yes
 if [[ ! -f $prefix/prepared ]]; then
-  if ! within "$kSecondsToPrepare" wineboot --update >"$prefix.log" 2>&1; then
+  if ! within "$kSecondsToPrepare" "$loader" wineboot.exe --update >"$prefix.log" 2>&1; then
+    if [[ -n $checking ]]; then doesNotStart; fi
     echo "run_wine: the Windows in $prefix cannot be made; see $prefix.log" >&2
     exit 1
   fi
   # No screen of ours has a window manager; waiting for one takes two seconds a window.
-  wineDo wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>"$prefix.log" 2>&1
+  wineDo "$loader" reg.exe add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f \
+    >>"$prefix.log" 2>&1
   touch "$prefix/prepared"
 fi
 
 code=0
-within "$seconds" wine "$@" || code=$?
+if [[ -n $checking ]]; then
+  within "$seconds" "$loader" "$@" >>"$prefix.log" 2>&1 || code=$?
+  ((code == kCheckCode)) || doesNotStart
+  exit 0
+fi
+within "$seconds" "$loader" "$@" || code=$?
 if ((code == kTookTooLong || code == 128 + 9)); then
   code=$kTookTooLong
   echo "run_wine: $1: ended, it took more than $seconds s" >&2

@@ -49,6 +49,15 @@ struct StringRow {
 
 constexpr StringRow kStrings[] = {
     {kPreviewUnavailableString, "This program cannot show a preview of the effect."},
+    {kCannotOpenString, "\"^0\" cannot be opened. Nothing has been changed."},
+    {kNotSettingsString, "\"^0\" is not a settings file. Nothing has been changed."},
+    {kDamagedSettingsString, "\"^0\" is damaged or cut off. Nothing has been changed."},
+    {kLimitedSettingsString,
+     "\"^0\" has values that are out of range. Each has been taken as the nearest there is."},
+    {kCannotSaveString, "\"^0\" cannot be saved."},
+    {kNotPictureString,
+     "\"^0\" is not a Windows bitmap that can be opened. Nothing has been changed."},
+    {kPathTooLongString, "The path of that file is too long."},
 };
 
 void setAlertParameters(const char* p0, const char* p1, const char* p2, const char* p3) {
@@ -101,6 +110,15 @@ int32_t showAlert(const char* name) {
 
 void showStringAlert(int32_t number) {
   for (const StringRow& row : kStrings) {
-    if (row.number == number) showPlatformMessage(kMessageCaption, row.text);
+    if (row.number != number) continue;
+    char text[kAlertTextBytes];
+    std::snprintf(text, sizeof(text), "%s", row.text);
+    expandAlertText(text);
+    showPlatformMessage(kMessageCaption, text);
   }
+}
+
+void showFileAlert(int32_t number, const char* name) {
+  setAlertParameters(name, "", "", "");
+  showStringAlert(number);
 }

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/choosers.h"
+#include "services/alerts.h"
 #include "settings/effect_settings.h"
 
 static FileChooser chooserOf(int32_t kind, const char* title) {
@@ -10,12 +11,17 @@ static FileChooser chooserOf(int32_t kind, const char* title) {
   return {title, "Bitmap files (*.bmp)", "*.bmp", "bmp"};
 }
 
+static bool isChosen(ChooserAnswer answer) {
+  if (answer == ChooserAnswer::tooLong) showStringAlert(kPathTooLongString);
+  return answer == ChooserAnswer::chosen;
+}
+
 bool chooseFileToOpen(char* path, int32_t kind, const char* title) {
   std::memset(path, 0, kPathBytes);  // the whole field may be kept
-  return choosePlatformFileToOpen(chooserOf(kind, title), path, kPathBytes);
+  return isChosen(choosePlatformFileToOpen(chooserOf(kind, title), path, kPathBytes));
 }
 
 bool chooseFileToSave(char* path, int32_t kind, const char* title) {
   std::memset(path, 0, kPathBytes);
-  return choosePlatformFileToSave(chooserOf(kind, title), path, kPathBytes);
+  return isChosen(choosePlatformFileToSave(chooserOf(kind, title), path, kPathBytes));
 }

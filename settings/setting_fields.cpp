@@ -1,5 +1,6 @@
 #include "settings/setting_fields.h"
 
+#include <algorithm>
 #include <cstring>
 
 int32_t settingComponents(SettingForm form) {
@@ -62,5 +63,18 @@ void writeSetting(EffectSettings* settings, const SettingRange& range, const dou
                Color16{static_cast<uint16_t>(values[0]), static_cast<uint16_t>(values[1]),
                        static_cast<uint16_t>(values[2])});
       break;
+  }
+}
+
+void limitSettings(EffectSettings* settings) {
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    const SettingRange& range = kSettingRanges[i];
+    double values[3];
+    readSetting(*settings, range, values);
+    for (double& value : values) {
+      value =
+          std::clamp(value, static_cast<double>(range.minimum), static_cast<double>(range.maximum));
+    }
+    writeSetting(settings, range, values);
   }
 }

@@ -11,3 +11,6 @@ int32_t settingComponents(SettingForm form);
 // not have are 0, and are not written.
 void readSetting(const EffectSettings& settings, const SettingRange& range, double values[3]);
 void writeSetting(EffectSettings* settings, const SettingRange& range, const double values[3]);
+
+// Brings every setting into its range.
+void limitSettings(EffectSettings* settings);

@@ -20,41 +20,48 @@ static void mendKeptBlock(EffectSettings* settings) {
   settings->loadMark = loadMark();
 }
 
+// Locks the handle for this call; false when the host cannot.
+static bool holdSettings(SessionRecord* session, Handle handle) {
+  if (lockHandle(session->filter, handle, /*moveHigh=*/true) == nullptr || *handle == nullptr) {
+    *session->result = kMemoryFull;
+    return false;
+  }
+  session->lockedSettings = handle;
+  session->settings = static_cast<EffectSettings*>(*handle);
+  return true;
+}
+
 bool lockSettings(SessionRecord* session) {
   FilterRecord* filter = session->filter;
   const Handle handle = filter->parameters;
   if (handle == nullptr || session->lockedSettings == handle) return true;
   if (!handleMayHold(filter, handle, sizeof(EffectSettings))) {
+    // Left by another version of the module, which the host did not tell apart from this one.
     filter->parameters = nullptr;
+    disposeHandle(filter, handle);
     return true;
   }
-  if (lockHandle(filter, handle, /*moveHigh=*/true) == nullptr || *handle == nullptr) {
-    filter->parameters = nullptr;
-    *session->result = kMemoryFull;
-    return false;
-  }
-  session->lockedSettings = handle;
-  mendKeptBlock(settingsOf(session));
+  if (!holdSettings(session, handle)) return false;
+  mendKeptBlock(session->settings);
   return true;
 }
 
 void unlockSettings(SessionRecord* session) {
   if (session->lockedSettings != nullptr) unlockHandle(session->filter, session->lockedSettings);
   session->lockedSettings = nullptr;
+  session->settings = nullptr;
 }
 
 void validateSettings(SessionRecord* session) {
   FilterRecord* filter = session->filter;
   if (!lockSettings(session) || filter->parameters != nullptr) return;
-  Handle handle = newHandle(filter, sizeof(EffectSettings));
-  if (handle == nullptr || lockHandle(filter, handle, /*moveHigh=*/true) == nullptr ||
-      *handle == nullptr) {
-    if (handle != nullptr) disposeHandle(filter, handle);
+  const Handle handle = newHandle(filter, sizeof(EffectSettings));
+  if (handle == nullptr) {
     *session->result = kMemoryFull;
     return;
   }
+  if (!holdSettings(session, handle)) return disposeHandle(filter, handle);
   filter->parameters = handle;
-  session->lockedSettings = handle;
   EffectSettings* settings = settingsOf(session);
   fillDefaultSettings(settings);
   settings->loadMark = loadMark();

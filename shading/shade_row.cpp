@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "entry/session_record.h"
-#include "geometry/selection_mask.h"
+#include "geometry/field/selection_mask.h"
 #include "pictures/environment_picture.h"
 #include "shading/compose_pixel.h"
 #include "shading/lit_pixel.h"

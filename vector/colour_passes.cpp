@@ -1,7 +1,7 @@
 #include "vector/colour_passes.h"
 
-#include "vector/fast_passes.h"
 #include "vector/set_procedures.h"
+#include "vector/table_passes.h"
 
 namespace MORVALIS_SET {
 

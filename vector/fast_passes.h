@@ -5,10 +5,12 @@
 
 #include "vector/colour_passes.h"
 #include "vector/composition_passes.h"
+#include "vector/field_passes.h"
 #include "vector/light_passes.h"
 #include "vector/surface_passes.h"
 
 struct FastPasses {
+  const FieldPasses* field;
   const SurfacePasses* surface;
   const LightPasses* light;
   const ColourPasses* colour;
@@ -18,22 +20,13 @@ struct FastPasses {
 // The table of the chosen instruction set; null when the plain passes are to be used.
 const FastPasses* fastPasses();
 
-// One name space per set, each compiled with its instructions.
+// The table of each set (table_passes.cpp).
 namespace baseline {
-const SurfacePasses* surfacePasses();
-const LightPasses* lightPasses();
-const ColourPasses* colourPasses();
-const CompositionPasses* compositionPasses();
-}  // namespace baseline
+const FastPasses* passes();
+}
 namespace sse41 {
-const SurfacePasses* surfacePasses();
-const LightPasses* lightPasses();
-const ColourPasses* colourPasses();
-const CompositionPasses* compositionPasses();
-}  // namespace sse41
+const FastPasses* passes();
+}
 namespace avx2 {
-const SurfacePasses* surfacePasses();
-const LightPasses* lightPasses();
-const ColourPasses* colourPasses();
-const CompositionPasses* compositionPasses();
-}  // namespace avx2
+const FastPasses* passes();
+}

@@ -44,25 +44,17 @@ InstructionSet chosenInstructionSet() {
   return std::min(limitInForce(), bestInstructionSet());
 }
 
-#define PASSES_OF(set) \
-  { set::surfacePasses(), set::lightPasses(), set::colourPasses(), set::compositionPasses() }
-
 const FastPasses* fastPasses() {
-  static const FastPasses kBaselinePasses = PASSES_OF(baseline);
   switch (chosenInstructionSet()) {
     case InstructionSet::kPlain:
       return nullptr;
 #if defined(MORVALIS_X86_SETS)
-    case InstructionSet::kAvx2: {
-      static const FastPasses kPasses = PASSES_OF(avx2);
-      return &kPasses;
-    }
-    case InstructionSet::kSse41: {
-      static const FastPasses kPasses = PASSES_OF(sse41);
-      return &kPasses;
-    }
+    case InstructionSet::kAvx2:
+      return avx2::passes();
+    case InstructionSet::kSse41:
+      return sse41::passes();
 #endif
     default:
-      return &kBaselinePasses;
+      return baseline::passes();
   }
 }

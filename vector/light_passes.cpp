@@ -1,6 +1,6 @@
 #include "vector/light_passes.h"
 
-#include "vector/fast_passes.h"
+#include "vector/table_passes.h"
 
 namespace MORVALIS_SET {
 

@@ -1,8 +1,8 @@
 #include "vector/surface_passes.h"
 
-#include "vector/fast_passes.h"
 #include "vector/lane_arithmetic.h"
 #include "vector/set_procedures.h"
+#include "vector/table_passes.h"
 
 namespace MORVALIS_SET {
 

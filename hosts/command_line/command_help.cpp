@@ -2,9 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
-#include "hosts/command_line/command_failure.h"
 #include "hosts/command_line/command_outline.h"
-#include "hosts/command_line/name_matching.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/name_matching.h"
 
 static const CLI::App* findCommand(const CLI::App& app, const std::string& name) {
   for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {

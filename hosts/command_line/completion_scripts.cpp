@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <sstream>
 
-#include "hosts/command_line/command_failure.h"
-#include "hosts/command_line/name_matching.h"
-#include "hosts/command_line/setting_text.h"
+#include "hosts/effect_runs/setting_text.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/name_matching.h"
 
 std::string completionScript(const std::string& shell, const CommandOutline& program) {
   if (shell == "bash") return bashCompletion(program);

@@ -1,28 +1,22 @@
 // The program `morvalis`: the filter for picture files, without an image editor.
 
 #include <CLI/CLI.hpp>
-#include <QCoreApplication>
 #include <csignal>
 #include <cstdio>
 
-#include "hosts/command_line/command_failure.h"
 #include "hosts/command_line/command_help.h"
 #include "hosts/command_line/command_outline.h"
 #include "hosts/command_line/completion_scripts.h"
 #include "hosts/command_line/manual_page.h"
 #include "hosts/command_line/program_options.h"
-#include "hosts/command_line/settings_command.h"
 #include "hosts/command_line/usage_errors.h"
-#include "hosts/command_line/window_program.h"
-#include "hosts/substitute_host/substitute_host.h"
+#include "hosts/command_line/window_library.h"
+#include "hosts/commands/settings_command.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
 
 static int printText(const std::string& text) {
   std::fputs(text.c_str(), stdout);
-  return kExitDone;
-}
-
-static int showAbout() {
-  callAbout();
   return kExitDone;
 }
 
@@ -32,15 +26,9 @@ static int runCommand(const CLI::App& app, const ProgramOptions& options, char**
   if (app.got_subcommand("completion")) {
     return printText(completionScript(options.shell, outlineOf(app)));
   }
-  if (app.got_subcommand("gallery")) return runGalleryCommand(options.gallery, argv);
-  // The picture formats are plug-ins, which an application object finds. The options are ours.
-  int oneArgument = 1;
-  const bool about = app.got_subcommand("about");
-  if (about || app.got_subcommand("edit")) {
-    const auto application = startWindows(&oneArgument, argv);
-    return about ? showAbout() : runEditCommand(options.edit);
-  }
-  const QCoreApplication application(oneArgument, argv);
+  if (app.got_subcommand("gallery")) return runGalleryCommand(options.gallery);
+  if (app.got_subcommand("about")) return openAbout(argv);
+  if (app.got_subcommand("edit")) return openEdit(options.edit, argv);
   if (app.got_subcommand("settings")) return runSettingsCommand(options.settingsAsJson);
   if (app.got_subcommand("preset")) {
     const bool show = app.get_subcommand("preset")->got_subcommand("show");
@@ -72,7 +60,6 @@ int main(int argc, char** argv) {
   // program.
   std::signal(SIGXFSZ, SIG_IGN);
   std::signal(SIGPIPE, SIG_IGN);
-  // The libraries' remarks are not for the user; their failures come back as values.
-  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  fillStandardStreams();
   return runReporting([argc, argv] { return runProgram(argc, argv); });
 }

@@ -45,6 +45,33 @@ static void describeRun(CLI::App* command, std::string* seed, std::string* jobs,
                     "no progress bar, no seed, no word on what the\nresult loses");
 }
 
+static void describeSaving(CLI::App* command, SavingOptions* saving) {
+  command
+      ->add_option("--depth", saving->depth,
+                   "bits of the result's samples; without it those of the picture,\n"
+                   "where the format holds them")
+      ->type_name("8|16");
+  command
+      ->add_option("--quality", saving->quality,
+                   "of JPEG (95 if not said), AVIF, HEIC, and of WebP and JPEG XL,\n"
+                   "which are without loss if not said")
+      ->type_name("1-100");
+  command->add_flag("--lossless", saving->lossless, "without loss: WebP, AVIF, JPEG XL");
+  command
+      ->add_option("--compression", saving->compression,
+                   "how closely PNG is packed; quickly if not said, 9 is smallest")
+      ->type_name("0-9");
+  command
+      ->add_option("--chroma", saving->chroma,
+                   "whether JPEG, AVIF and HEIC keep every pixel's colour (444, the usual\n"
+                   "from quality 90 on) or every fourth's")
+      ->type_name("444|420");
+  command->add_flag("--strip", saving->strip, "nothing but pixels: no profile, no EXIF, no texts");
+  command
+      ->add_option("--format", saving->format, "the format of -o -, as an ending; png if not said")
+      ->type_name("EXT");
+}
+
 static void describeApply(CLI::App* apply, ApplyOptions* options) {
   apply
       ->add_option("IMAGE", options->images,
@@ -69,6 +96,7 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
                  "start from the settings and pictures of the last confirmed dialog")
       ->excludes(preset);
   describeSettings(apply, &options->effect);
+  describeSaving(apply, &options->saving);
   describeRun(apply, &options->seed, &options->jobs, &options->quiet);
   apply->footer(
       "Examples:\n"

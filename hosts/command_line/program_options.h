@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "hosts/command_line/apply_command.h"
-#include "hosts/command_line/edit_command.h"
-#include "hosts/command_line/gallery_command.h"
-#include "hosts/command_line/preset_command.h"
+#include "hosts/commands/apply_command.h"
+#include "hosts/commands/gallery_command.h"
+#include "hosts/commands/preset_command.h"
+#include "hosts/window_commands/edit_options.h"
 
 namespace CLI {
 class App;

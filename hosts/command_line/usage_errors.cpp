@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "hosts/command_line/command_outline.h"
-#include "hosts/command_line/name_matching.h"
-#include "hosts/command_line/setting_text.h"
+#include "hosts/effect_runs/setting_text.h"
+#include "hosts/process/name_matching.h"
 
 constexpr char kEndOfOptions[] = "--";
 
@@ -47,10 +47,6 @@ static std::string describeUnknown(const CLI::App& command) {
   }
   if (isSettingAssignment(text)) return describeStraySetting(text);
   return "\"" + text + "\" is one argument too many";
-}
-
-std::string describeStraySetting(const std::string& text) {
-  return text + ": put --set before it, as before every setting: --set " + text;
 }
 
 // Options that stand behind the mark have been taken for names of files.

@@ -10,6 +10,3 @@ class ParseError;
 }  // namespace CLI
 
 std::string describeUsageError(const CLI::App& app, const CLI::ParseError& error);
-
-// A setting among the files, since each needs a --set of its own.
-std::string describeStraySetting(const std::string& text);

@@ -38,7 +38,7 @@ static int16_t convert(ColorServicesInfo* info) {
 
 static int16_t samplePoint(ColorServicesInfo* info) {
   const Point* point = reinterpret_cast<const Point*>(info->selectorParameter);
-  const HostPicture& picture = host().source;
+  const HostPicture& picture = hostSource();
   if (point == nullptr || point->h < 0 || point->v < 0 || point->h >= picture.width ||
       point->v >= picture.height) {
     return kBadSamplePoint;

@@ -5,14 +5,16 @@
 #include "hosts/substitute_host/host_state.h"
 
 void logCall(const char* procedure) {
-  host().log.emplace_back(procedure);
+  if (host().switches.keepsLog) host().log.emplace_back(procedure);
 }
 
 int logExchange() {
+  ++host().exchangeCount;
+  if (!host().switches.keepsLog) return host().exchangeCount;
   const FilterRecord& record = *host().record;
   host().exchanges.push_back(
       {record.inRect, record.outRect, record.maskRect, record.inputRate, record.maskRate});
-  return static_cast<int>(host().exchanges.size());
+  return host().exchangeCount;
 }
 
 const std::vector<std::string>& hostLog() {

@@ -21,6 +21,10 @@ HostState& host() {
   return state;
 }
 
+const HostPicture& hostSource() {
+  return host().switches.inPlace == InPlace::off ? host().source : host().destination;
+}
+
 static uint8_t MORVALIS_CALL abortProc() {
   logCall("abortProc");
   const HostSwitches& switches = host().switches;
@@ -72,7 +76,7 @@ static void offerServices(FilterRecord* record) {
 }
 
 static void fillRecord(FilterRecord* record) {
-  const HostPicture& picture = host().source;
+  const HostPicture& picture = hostSource();
   const int16_t width = static_cast<int16_t>(picture.width);
   const int16_t height = static_cast<int16_t>(picture.height);
   record->imageSize = {height, width};
@@ -106,8 +110,8 @@ void openHost(const HostSwitches& switches, HostPicture picture, HostMask mask) 
   const size_t pixels = static_cast<size_t>(picture.width) * static_cast<size_t>(picture.height);
   picture.samples.resize(pixels * static_cast<size_t>(picture.planes));
   if (!mask.empty()) mask.resize(pixels);
-  state.source = std::move(picture);
-  state.destination = state.source;
+  state.destination = std::move(picture);
+  if (switches.inPlace == InPlace::off) state.source = state.destination;
   state.mask = std::move(mask);
   state.record = std::make_unique<FilterRecord>();
   fillRecord(state.record.get());
@@ -164,7 +168,7 @@ FilterRecord* hostRecord() {
 void beginRun() {
   HostState& state = host();
   releaseRows();
-  state.destination = state.source;
+  if (state.switches.inPlace == InPlace::off) state.destination = state.source;
   state.record->inRect = {};
   state.record->outRect = {};
   state.record->maskRect = {};
@@ -172,4 +176,8 @@ void beginRun() {
 
 const HostPicture& filteredPicture() {
   return host().destination;
+}
+
+HostPicture takeFilteredPicture() {
+  return std::exchange(host().destination, HostPicture());
 }

@@ -38,7 +38,7 @@ static bool requestsRows() {
 
 // More than any module needs that does at least a row of one pass in a call.
 static int32_t mostContinues() {
-  return 100 * host().source.height + 10000;
+  return 100 * hostSource().height + 10000;
 }
 
 static int16_t renderRows() {

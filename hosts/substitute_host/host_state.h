@@ -55,7 +55,7 @@ struct ReadSession {
 
 struct HostState {
   HostSwitches switches;
-  HostPicture source;
+  HostPicture source;  // empty when the host works in place; see hostSource()
   HostPicture destination;
   HostMask mask;
 
@@ -86,9 +86,13 @@ struct HostState {
 
   std::vector<std::string> log;
   std::vector<HostExchange> exchanges;
+  int32_t exchangeCount = 0;
   int32_t abortTests = 0;
   HostPicture displayed;
 };
 
 // The open host; its record is null while none has been opened.
 HostState& host();
+
+// What the module's input comes from.
+const HostPicture& hostSource();

@@ -1,34 +1,61 @@
 #include "hosts/substitute_host/row_exchange.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "hosts/substitute_host/host_ledger.h"
 #include "hosts/substitute_host/host_log.h"
 #include "hosts/substitute_host/host_state.h"
+#include "hosts/substitute_host/mask_mixing.h"
 #include "hosts/substitute_host/row_source.h"
+
+// One row of the output, `pixels` from `pixel` on.
+static void storeRow(const DeliveredRows& rows, const uint8_t* from, size_t pixel, int32_t pixels) {
+  HostPicture& picture = host().destination;
+  const int32_t planes = rows.hiPlane - rows.loPlane + 1;
+  uint8_t* to = &picture.samples[pixel * static_cast<size_t>(picture.planes)];
+  const bool allPlanes = planes == picture.planes;
+  if (allPlanes && host().switches.inPlace != InPlace::off && !host().mask.empty()) {
+    mixRow(&host().mask[pixel], from, pixels, picture.planes,
+           host().switches.inPlace == InPlace::whole, to);
+  } else if (allPlanes) {
+    std::memcpy(to, from, static_cast<size_t>(pixels) * static_cast<size_t>(planes));
+  } else {
+    to += rows.loPlane;
+    for (int32_t x = 0; x < pixels; ++x, to += picture.planes) {
+      for (int32_t plane = 0; plane < planes; ++plane) to[plane] = *from++;
+    }
+  }
+}
 
 static void storeOutput() {
   const DeliveredRows& rows = host().output;
   if (rows.bytes == nullptr) return;
-  HostPicture& picture = host().destination;
+  const HostPicture& picture = host().destination;
   const Rectangle& rect = rows.rect;
-  const int32_t planes = rows.hiPlane - rows.loPlane + 1;
   const int32_t left = std::max<int32_t>(rect.left, 0);
   const int32_t right = std::min<int32_t>(rect.right, picture.width);
   const int32_t top = std::max<int32_t>(rect.top, 0);
   const int32_t bottom = std::min<int32_t>(rect.bottom, picture.height);
+  if (left >= right) return;
+  const size_t planes = static_cast<size_t>(rows.hiPlane - rows.loPlane + 1);
   for (int32_t y = top; y < bottom; ++y) {
-    const size_t rowStart = static_cast<size_t>(y - rect.top) * (rect.right - rect.left);
-    for (int32_t x = left; x < right; ++x) {
-      const uint8_t* from = &rows.bytes[(rowStart + (x - rect.left)) * planes];
-      const size_t pixel = static_cast<size_t>(y) * picture.width + x;
-      std::copy(from, from + planes, &picture.samples[pixel * picture.planes + rows.loPlane]);
-    }
+    const size_t before = static_cast<size_t>(y - rect.top) * (rect.right - rect.left) +
+                          static_cast<size_t>(left - rect.left);
+    const size_t pixel = static_cast<size_t>(y) * picture.width + static_cast<size_t>(left);
+    storeRow(rows, &rows.bytes[before * planes], pixel, right - left);
   }
 }
 
 static bool sameRect(const Rectangle& a, const Rectangle& b) {
   return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
+}
+
+// Rows that are delivered clean and in their place need no new block each time.
+static bool canReuse(const DeliveredRows& rows, size_t size) {
+  const HostSwitches& switches = host().switches;
+  return rows.bytes != nullptr && rows.size == size && !switches.moveBuffers &&
+         !switches.dirtyMemory;
 }
 
 // Makes `rows` what the request asks for. Neither another rate nor other planes alone refill.
@@ -48,6 +75,8 @@ static int16_t deliver(const RowRequest& request, DeliveredRows* rows) {
   size_t size = rows->size;
   if (unchanged) {
     bytes = movedBlock(rows->bytes, static_cast<int64_t>(size));
+  } else if (canReuse(*rows, requestedBytes(request))) {
+    bytes = std::move(rows->bytes);
   } else {
     size = requestedBytes(request);
     bytes = newBlock(static_cast<int64_t>(size));
@@ -69,7 +98,7 @@ static int16_t deliverMask() {
   const FilterRecord& record = *host().record;
   // Without a mask its rectangle is not even read.
   if (record.haveMask == 0 || !host().switches.deliverMask) return kNoError;
-  const HostPicture& source = host().source;
+  const HostPicture& source = hostSource();
   return deliver({record.maskRect, 0, 0, record.maskRate, record.maskPadding, host().mask.data(),
                   source.width, source.height, 1},
                  &host().maskRows);
@@ -77,7 +106,7 @@ static int16_t deliverMask() {
 
 static int16_t deliverInput() {
   const FilterRecord& record = *host().record;
-  const HostPicture& source = host().source;
+  const HostPicture& source = hostSource();
   return deliver(
       {record.inRect, record.inLoPlane, record.inHiPlane, record.inputRate, record.inputPadding,
        source.samples.data(), source.width, source.height, source.planes},

@@ -2,13 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 #include "hosts/substitute_host/host_state.h"
 
 constexpr int16_t kPaddingUndefined = -2;
-
-constexpr int32_t kOutside = -1;
 
 size_t requestedBytes(const RowRequest& request) {
   const Rectangle& rect = request.rect;
@@ -20,51 +17,83 @@ static int32_t wholeFactor(int32_t rate) {
   return host().switches.honourSampling ? std::max(rate >> 16, 1) : 1;
 }
 
-// The picture coordinates that the reduced coordinates from `first` to before `end` stand for:
-// every factor-th pixel, of as many whole steps as the picture holds.
-static std::vector<int32_t> pictureCoordinates(int32_t first, int32_t end, int32_t size,
-                                               int32_t factor, int16_t padding) {
-  const int32_t reducedSize = size / factor;
-  std::vector<int32_t> coordinates;
-  coordinates.reserve(static_cast<size_t>(end - first));
-  for (int32_t reduced = first; reduced < end; ++reduced) {
-    int32_t used = reduced;
-    if (padding == kPaddingRepeatEdge && reducedSize > 0) {
-      used = std::clamp(used, 0, reducedSize - 1);
-    }
-    const bool inside = 0 <= used && used < reducedSize;
-    coordinates.push_back(inside ? used * factor : kOutside);
-  }
-  return coordinates;
+// Which pixels of a side a request covers, in reduced coordinates: those before the picture, those
+// inside, those behind.
+struct Span {
+  int32_t before;
+  int32_t inside;
+  int32_t behind;
+};
+
+static Span spanOf(int32_t first, int32_t end, int32_t reducedSize) {
+  const int32_t start = std::clamp(0, first, end);
+  const int32_t stop = std::clamp(reducedSize, start, end);
+  return {start - first, stop - start, end - stop};
 }
 
-static bool anyOutside(const std::vector<int32_t>& coordinates) {
-  return std::find(coordinates.begin(), coordinates.end(), kOutside) != coordinates.end();
+// `count` pixels of a row, every factor-th one.
+static uint8_t* copyPixels(const RowRequest& request, const uint8_t* from, int32_t count,
+                           int32_t factor, uint8_t* to) {
+  const size_t planes = static_cast<size_t>(request.hiPlane - request.loPlane + 1);
+  const size_t step = static_cast<size_t>(factor) * static_cast<size_t>(request.planes);
+  if (step == planes) {
+    std::memcpy(to, from, planes * static_cast<size_t>(count));
+    return to + planes * static_cast<size_t>(count);
+  }
+  for (int32_t i = 0; i < count; ++i, from += step) {
+    for (size_t plane = 0; plane < planes; ++plane) *to++ = from[plane];
+  }
+  return to;
+}
+
+// `count` times the one pixel.
+static uint8_t* repeatPixel(const uint8_t* pixel, size_t planes, int32_t count, uint8_t* to) {
+  for (int32_t i = 0; i < count; ++i, to += planes) std::memcpy(to, pixel, planes);
+  return to;
 }
 
 int16_t fillRows(const RowRequest& request, uint8_t* rows) {
   const int32_t factor = wholeFactor(request.rate);
   const Rectangle& rect = request.rect;
   const int16_t padding = request.padding;
-  const std::vector<int32_t> columns =
-      pictureCoordinates(rect.left, rect.right, request.width, factor, padding);
-  const std::vector<int32_t> lines =
-      pictureCoordinates(rect.top, rect.bottom, request.height, factor, padding);
+  const int32_t width = request.width / factor;
+  const int32_t height = request.height / factor;
+  const Span columns = spanOf(rect.left, rect.right, width);
+  const Span lines = spanOf(rect.top, rect.bottom, height);
+  const bool repeats = padding == kPaddingRepeatEdge && width > 0 && height > 0;
+  const bool allInside = columns.before + columns.behind + lines.before + lines.behind == 0;
   const bool paddingKnown = kPaddingUndefined <= padding && padding <= 255;
-  if (!paddingKnown && (anyOutside(columns) || anyOutside(lines))) return kBadParameter;
+  if (!paddingKnown && !allInside) return kBadParameter;
 
   const uint8_t outside = padding >= 0 ? static_cast<uint8_t>(padding) : kGarbage;
   const size_t planes = static_cast<size_t>(request.hiPlane - request.loPlane + 1);
-  uint8_t* to = rows;
-  for (const int32_t y : lines) {
-    for (const int32_t x : columns) {
-      if (x == kOutside || y == kOutside) {
-        std::memset(to, outside, planes);
-      } else {
-        const size_t pixel = static_cast<size_t>(y) * request.width + x;
-        std::memcpy(to, request.samples + pixel * request.planes + request.loPlane, planes);
-      }
-      to += planes;
+  const size_t rowBytes = planes * static_cast<size_t>(rect.right - rect.left);
+  const int32_t left = std::max<int32_t>(rect.left, 0);
+  for (int32_t y = rect.top; y < rect.bottom; ++y, rows += rowBytes) {
+    if (!repeats && (y < 0 || y >= height || columns.inside == 0)) {
+      std::memset(rows, outside, rowBytes);
+      continue;
+    }
+    const size_t line = static_cast<size_t>(repeats ? std::clamp(y, 0, height - 1) : y) *
+                        static_cast<size_t>(factor) * static_cast<size_t>(request.width);
+    const auto pixelAt = [&](int32_t x) {
+      return request.samples +
+             (line + static_cast<size_t>(x) * static_cast<size_t>(factor)) *
+                 static_cast<size_t>(request.planes) +
+             request.loPlane;
+    };
+    uint8_t* to = rows;
+    if (repeats) {
+      to = repeatPixel(pixelAt(0), planes, columns.before, to);
+    } else {
+      std::memset(to, outside, planes * static_cast<size_t>(columns.before));
+      to += planes * static_cast<size_t>(columns.before);
+    }
+    if (columns.inside > 0) to = copyPixels(request, pixelAt(left), columns.inside, factor, to);
+    if (repeats) {
+      repeatPixel(pixelAt(width - 1), planes, columns.behind, to);
+    } else {
+      std::memset(to, outside, planes * static_cast<size_t>(columns.behind));
     }
   }
   return kNoError;

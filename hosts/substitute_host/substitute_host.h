@@ -32,6 +32,10 @@ enum class SuiteOffer {
   missingProc,   // one needed procedure is null
 };
 
+// Whether the output is mixed into the source picture row by row, which is then held only once, and
+// cannot be filtered again. `whole` takes any selection, however faint, as a full one.
+enum class InPlace { off, mixed, whole };
+
 struct HostSwitches {
   bool advanceState = true;
   bool displayPixels = true;
@@ -42,11 +46,13 @@ struct HostSwitches {
   bool scriptingSuitesNull = false;   // with scripting usable: the block is there, both suites null
   bool scriptingShowsDialog = false;  // the answer to whether the dialog is to be shown
 
-  bool moveBuffers = false;     // delivered rows sit at another address after every exchange,
-                                // buffers when they are locked again after an unlock
-  bool dirtyMemory = true;      // new blocks and buffers hold garbage instead of zeros
-  bool deliverMask = true;      // false: haveMask is set, but maskData stays null
-  bool honourSampling = true;   // false: rates are ignored
+  bool moveBuffers = false;    // delivered rows sit at another address after every exchange,
+                               // buffers when they are locked again after an unlock
+  bool dirtyMemory = true;     // new blocks and buffers hold garbage instead of zeros
+  bool deliverMask = true;     // false: haveMask is set, but maskData stays null
+  bool honourSampling = true;  // false: rates are ignored
+  InPlace inPlace = InPlace::off;
+  bool keepsLog = true;         // false: hostLog() and hostExchanges() stay empty
   bool displaysTarget = false;  // displayPixels keeps a copy of what it was given
 
   int32_t abortAtTest = 0;     // the n-th abort test answers yes; 0 never
@@ -102,8 +108,11 @@ int16_t repeatFilter();
 int16_t runFilter();
 
 // The filtered picture so far: the source where nothing has been written. The selection does not
-// limit it.
+// limit it unless the host works in place.
 const HostPicture& filteredPicture();
+
+// The same, moved out of the host, which can only be closed afterwards.
+HostPicture takeFilteredPicture();
 
 // Mixes an effect into its source by a mask as an editor does, rounded to nearest. Extra planes
 // (2 of 2, 4 of 4) stay the source's. Without a mask the effect stands as it is.

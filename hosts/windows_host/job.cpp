@@ -22,6 +22,9 @@ const char kJobHelp[] =
     "  --environment FILE  picture files for the module to remember, written to the registry;\n"
     "  --texture FILE        - forgets\n"
     "  --forget            take away what the module has kept in earlier runs\n"
+    "  --ordinary-user     the machine's registry and folders refuse the module; what it keeps is "
+    "the\n"
+    "                      user's own\n"
     "  --kept-values FILE  what it keeps in the registry afterwards\n"
     "  --kept-settings F   its file of the last confirmed settings afterwards\n"
     "  --seed NUMBER       time of day that the module is to find\n"
@@ -58,6 +61,7 @@ static bool* switchOption(Job* job, const std::string& word) {
   if (word == "--about") return &job->about;
   if (word == "--by-hand") return &job->byHand;
   if (word == "--forget") return &job->forgets;
+  if (word == "--ordinary-user") return &job->ordinaryUser;
   if (word == "--repeat") return &job->repeats;
   if (word == "--reload") return &job->reloads;
   return nullptr;
@@ -219,6 +223,7 @@ static void load(const Job& job, const std::string& modulePath) {
   const std::string reason = loadModule(modulePath);
   if (!reason.empty()) failWith(modulePath + ": " + reason);
   if (job.hasSeed) fixModuleClock(job.seed);
+  if (job.ordinaryUser) refuseWhatIsTheMachines();
 }
 
 static int16_t filterAgain(const Job& job, HWND owner, const std::string& modulePath) {
@@ -236,6 +241,7 @@ int runJob(const Job& job, const std::string& modulePath) {
   HostPicture picture = {1, 1, 3, {0, 0, 0}};
   if (!job.picture.empty()) picture = readPicture(job.picture);
   openHost(switchesOf(job), picture, job.mask.empty() ? HostMask() : readMask(job.mask, picture));
+  if (job.ordinaryUser) keepValuesForUser();
   if (job.forgets) forgetKeptValues();
   setKeptValue("ChromeFile", job.environment);
   setKeptValue("TextureFile", job.texture);

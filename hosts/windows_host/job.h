@@ -29,6 +29,7 @@ struct Job {
   std::string keptSettingsOutput;
   std::vector<std::string> withheld;
   bool forgets = false;
+  bool ordinaryUser = false;
   bool about = false;
   bool reloads = false;
   bool repeats = false;

@@ -1,5 +1,6 @@
 #include "hosts/windows_host/kept_values.h"
 
+#include <cstdlib>
 #include <fstream>
 
 #include "hosts/windows_host/picture_files.h"
@@ -7,11 +8,19 @@
 
 constexpr char kKey[] = "SOFTWARE\\Quorrelin\\Morvalis\\2.08f";
 constexpr const char* kNames[] = {"EnviroPath", "ChromeFile", "TextureFile"};
-constexpr char kSettingsFile[] = "c:\\Windows\\Temp\\Morvalis cached settings";
+static HKEY root = HKEY_LOCAL_MACHINE;
+static std::string settingsFile = "c:\\Windows\\Temp\\Morvalis cached settings";
+
+void keepValuesForUser() {
+  root = HKEY_CURRENT_USER;
+  const char* folder = std::getenv("LOCALAPPDATA");
+  if (folder == nullptr) failWith("there is no folder for the user's data");
+  settingsFile = std::string(folder) + "\\Morvalis\\Morvalis cached settings";
+}
 
 static HKEY openKey() {
   HKEY key = nullptr;
-  if (RegCreateKeyA(HKEY_LOCAL_MACHINE, kKey, &key) != ERROR_SUCCESS) {
+  if (RegCreateKeyA(root, kKey, &key) != ERROR_SUCCESS) {
     failWith("the registry key cannot be opened");
   }
   return key;
@@ -31,7 +40,7 @@ void setKeptValue(const char* name, const std::string& text) {
 
 void forgetKeptValues() {
   for (const char* name : kNames) setKeptValue(name, "-");
-  DeleteFileA(kSettingsFile);
+  DeleteFileA(settingsFile.c_str());
 }
 
 void saveKeptValues(const std::string& path) {
@@ -49,6 +58,6 @@ void saveKeptValues(const std::string& path) {
 }
 
 void saveKeptSettings(const std::string& path) {
-  std::ifstream file(kSettingsFile, std::ios::binary);
-  writeBytes(path, file ? readBytes(kSettingsFile) : std::vector<uint8_t>());
+  std::ifstream file(settingsFile, std::ios::binary);
+  writeBytes(path, file ? readBytes(settingsFile) : std::vector<uint8_t>());
 }

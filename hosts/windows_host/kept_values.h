@@ -4,6 +4,9 @@
 
 #include <string>
 
+// From now on this is about what the module keeps where it may not write the machine's places.
+void keepValuesForUser();
+
 // Writes a text under one of the module's names in the registry; "-" takes the value away, ""
 // leaves it.
 void setKeptValue(const char* name, const std::string& text);

@@ -111,7 +111,35 @@ void unloadModuleForGood() {
   VirtualAlloc(place, 1, MEM_RESERVE, PAGE_NOACCESS);
 }
 
-// --- Its clock ------------------------------------------------------------------------------
+// --- What it imports ------------------------------------------------------------------------
+
+static void replaceImport(IMAGE_THUNK_DATA* slot, void* procedure) {
+  DWORD protection = 0;
+  VirtualProtect(slot, sizeof(*slot), PAGE_READWRITE, &protection);
+  slot->u1.Function = reinterpret_cast<ULONG_PTR>(procedure);
+  VirtualProtect(slot, sizeof(*slot), protection, &protection);
+}
+
+// Asks of every procedure that the module imports by name what is to stand in its place; null
+// leaves it.
+static void replaceImports(void* (*replacementOf)(const char* name)) {
+  auto* base = reinterpret_cast<uint8_t*>(module);
+  const auto* header = reinterpret_cast<IMAGE_NT_HEADERS*>(
+      base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+  const IMAGE_DATA_DIRECTORY& imports =
+      header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  const auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
+  for (; library->Name != 0; ++library) {
+    auto* names = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
+    auto* slots = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->FirstThunk);
+    for (; names->u1.AddressOfData != 0; ++names, ++slots) {
+      if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
+      const auto* byName = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+      void* procedure = replacementOf(reinterpret_cast<const char*>(byName->Name));
+      if (procedure != nullptr) replaceImport(slots, procedure);
+    }
+  }
+}
 
 static uint32_t fixedSeconds = 0;
 
@@ -125,40 +153,45 @@ static int32_t fixedTime32(int32_t* time) {
   return static_cast<int32_t>(fixedSeconds);
 }
 
-static void replaceImport(IMAGE_THUNK_DATA* slot, void* procedure) {
-  DWORD protection = 0;
-  VirtualProtect(slot, sizeof(*slot), PAGE_READWRITE, &protection);
-  slot->u1.Function = reinterpret_cast<ULONG_PTR>(procedure);
-  VirtualProtect(slot, sizeof(*slot), protection, &protection);
-}
-
-static void replaceTime(const char* name, IMAGE_THUNK_DATA* slot) {
+static void* clockFor(const char* name) {
   const bool wide = std::strcmp(name, "_time64") == 0;
   const bool narrow = std::strcmp(name, "_time32") == 0;
   const bool plain = std::strcmp(name, "time") == 0;
-  if (wide || (plain && sizeof(void*) == 8)) {
-    replaceImport(slot, reinterpret_cast<void*>(fixedTime64));
-  } else if (narrow || plain) {
-    replaceImport(slot, reinterpret_cast<void*>(fixedTime32));
-  }
+  if (wide || (plain && sizeof(void*) == 8)) return reinterpret_cast<void*>(fixedTime64);
+  if (narrow || plain) return reinterpret_cast<void*>(fixedTime32);
+  return nullptr;
 }
 
-// Puts a clock of ours in the place of the one that the module imports.
 void fixModuleClock(uint32_t seconds) {
   fixedSeconds = seconds;
-  auto* base = reinterpret_cast<uint8_t*>(module);
-  const auto* header = reinterpret_cast<IMAGE_NT_HEADERS*>(
-      base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-  const IMAGE_DATA_DIRECTORY& imports =
-      header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  const auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
-  for (; library->Name != 0; ++library) {
-    auto* names = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
-    auto* slots = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->FirstThunk);
-    for (; names->u1.AddressOfData != 0; ++names, ++slots) {
-      if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
-      const auto* byName = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-      replaceTime(reinterpret_cast<const char*>(byName->Name), slots);
-    }
+  replaceImports(clockFor);
+}
+
+// What users without the rights of an administrator are refused.
+static LSTATUS WINAPI createKeyAsUser(HKEY root, LPCSTR name, DWORD reserved, LPSTR kind,
+                                      DWORD options, REGSAM access, SECURITY_ATTRIBUTES* security,
+                                      HKEY* key, DWORD* disposition) {
+  if (root == HKEY_LOCAL_MACHINE && (access & KEY_SET_VALUE) != 0) return ERROR_ACCESS_DENIED;
+  return RegCreateKeyExA(root, name, reserved, kind, options, access, security, key, disposition);
+}
+
+static HANDLE WINAPI createFileAsUser(LPCSTR path, DWORD access, DWORD sharing,
+                                      SECURITY_ATTRIBUTES* security, DWORD creation, DWORD flags,
+                                      HANDLE pattern) {
+  const bool machines = _strnicmp(path, "c:\\Windows\\", 11) == 0;
+  if (machines && (access & GENERIC_WRITE) != 0) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
   }
+  return CreateFileA(path, access, sharing, security, creation, flags, pattern);
+}
+
+static void* refusalFor(const char* name) {
+  if (std::strcmp(name, "RegCreateKeyExA") == 0) return reinterpret_cast<void*>(createKeyAsUser);
+  if (std::strcmp(name, "CreateFileA") == 0) return reinterpret_cast<void*>(createFileAsUser);
+  return nullptr;
+}
+
+void refuseWhatIsTheMachines() {
+  replaceImports(refusalFor);
 }

@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "platform/desktop/alert_dialog_qt.h"
-#include "platform/desktop/desktop_session.h"
+#include "platform/unix/program_session.h"
 #include "platform/desktop/session_state.h"
 
 constexpr int32_t kCancelButton = 1;  // the number of every alert's Cancel

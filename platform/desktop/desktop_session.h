@@ -1,22 +1,6 @@
-// desktop_session: how a program on the desktop sets up the back end for a run.
+// desktop_session: how a program with windows shows itself on the desktop.
 
 #pragma once
-
-#include <cstdint>
-
-// Cuts the run off from the user: remembered values live in memory only, start empty, and end with
-// the program.
-void keepRememberedValuesInMemory();
-
-// From here on this is found remembered (null: nothing is), until the module remembers another
-// value of the name. What the user has is not touched.
-void stageRememberedValue(const char* name, const char* text);
-
-// The clock stands at this time from now on.
-void fixClock(uint32_t seconds);
-
-// How many alerts have been reported so far, so that a program does not report a failure twice.
-int32_t reportedAlerts();
 
 // The windows of this program belong to the desktop file of this name and show its icon; the
 // module's own where it is not installed. Needs the application object.

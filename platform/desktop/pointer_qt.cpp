@@ -77,7 +77,8 @@ void releaseMouse(Window* window) {
 // --- Screen ---------------------------------------------------------------------------------
 
 Point clientToScreen(Window* window, Point point) {
-  const QPoint screen = window->widget->mapToGlobal(QPoint(point.h, point.v));
+  const QPoint inside(point.h + window->frame, point.v + window->frame);
+  const QPoint screen = window->widget->mapToGlobal(inside);
   return {saturateToInt16(screen.y()), saturateToInt16(screen.x())};
 }
 

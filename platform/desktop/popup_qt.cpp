@@ -1,5 +1,6 @@
 #include "platform/desktop/popup_qt.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWidget>
@@ -7,6 +8,14 @@
 #include "platform/desktop/window_record_qt.h"
 
 constexpr QPointF kOutside(-1000, -1000);
+
+// Both sides of the frame, and what it leaves free beside the rows and below them.
+constexpr int32_t kRoomAcross = 10;  // pixels
+constexpr int32_t kRoomDown = 8;
+
+// From the outside in: left and top, right and bottom.
+constexpr QRgb kFrameColors[kPopupFrame][2] = {
+    {0xFFDEDEDE, 0xFF000000}, {0xFFFFFFFF, 0xFF808080}, {0xFFDEDEDE, 0xFFDEDEDE}};
 
 namespace {
 
@@ -25,6 +34,7 @@ class Popup final : public QWidget {
   void letGoOutside();
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -40,8 +50,9 @@ class Popup final : public QWidget {
 
 Popup::Popup(Window* owner, int32_t width, int32_t height, WindowProcedure procedure, void* context)
     : QWidget(owner->widget, Qt::Popup | Qt::FramelessWindowHint), owner_(owner) {
-  prepareWindow(&window_, this, width, height, procedure, context);
-  setFixedSize(width, height);
+  prepareWindow(&window_, this, width + kRoomAcross, height, procedure, context);
+  window_.frame = kPopupFrame;
+  setFixedSize(width + kRoomAcross, height + kRoomDown);
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setCursor(Qt::ArrowCursor);
@@ -62,13 +73,16 @@ void Popup::letGoOutside() {
   end();
 }
 
-// The button is down while a pop-up is open, so a press means that its release went elsewhere.
+void Popup::keyPressEvent(QKeyEvent* event) {
+  sendKey(&window_, *event);
+}
+
 void Popup::mousePressEvent(QMouseEvent* event) {
-  if (!rect().contains(event->position().toPoint())) letGoOutside();
+  sendMousePress(&window_, *event, /*isDouble=*/false);
 }
 
 void Popup::mouseMoveEvent(QMouseEvent* event) {
-  sendEvent(&window_, pointerEvent(WindowEventKind::mouseMove, event->position()));
+  sendEvent(&window_, pointerIn(window_, WindowEventKind::mouseMove, event->position()));
 }
 
 void Popup::mouseReleaseEvent(QMouseEvent* event) {
@@ -81,9 +95,21 @@ void Popup::hideEvent(QHideEvent* event) {
   if (!window_.ended) letGoOutside();
 }
 
+// A raised frame, as around a dialog; what is presented goes on up to it in its corner's colour.
 void Popup::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  painter.fillRect(rect(), window_.pixels.pixelColor(0, 0));
   paintPixels(window_, &painter);
+  const int right = width() - 1;
+  const int bottom = height() - 1;
+  for (int i = 0; i < kPopupFrame; ++i) {
+    painter.setPen(kFrameColors[i][0]);
+    painter.drawLine(i, i, right - i, i);
+    painter.drawLine(i, i, i, bottom - i);
+    painter.setPen(kFrameColors[i][1]);
+    painter.drawLine(right - i, i, right - i, bottom - i);
+    painter.drawLine(i, bottom - i, right - i, bottom - i);
+  }
 }
 
 Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t height,

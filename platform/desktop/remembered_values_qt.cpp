@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/desktop/desktop_session.h"
+#include "platform/unix/program_session.h"
 #include "platform/desktop/session_state.h"
 
 static bool keptInMemory = false;

@@ -8,6 +8,3 @@ constexpr char kApplication[] = "Morvalis";
 // Whether the program has windows: it then shows its alerts and choosers, and reports on standard
 // error otherwise.
 bool programHasWindows();
-
-// Whether keepRememberedValuesInMemory has cut the run off from the user.
-bool runIsCutOff();

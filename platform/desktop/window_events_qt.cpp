@@ -1,6 +1,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -71,6 +72,21 @@ void postCommand(Window* window, int32_t id) {
   postEvent(window, commandEvent(id));
 }
 
+// A timer without time comes after everything that is queued. While an event is in progress, which
+// may have opened another modal window, the next one asks again.
+void awaitRest(Window* window) {
+  if (window->awaitsRest) return;
+  window->awaitsRest = true;
+  try {
+    QTimer::singleShot(0, window->widget, [window] {
+      window->awaitsRest = false;
+      if (window->eventsInProgress == 0) sendInput(window, eventOf(WindowEventKind::rest));
+    });
+  } catch (...) {
+    window->awaitsRest = false;  // out of memory
+  }
+}
+
 // --- Records --------------------------------------------------------------------------------
 
 WindowEvent eventOf(WindowEventKind kind) {
@@ -90,6 +106,10 @@ WindowEvent pointerEvent(WindowEventKind kind, const QPointF& position) {
   return event;
 }
 
+WindowEvent pointerIn(const Window& window, WindowEventKind kind, const QPointF& position) {
+  return pointerEvent(kind, position - QPointF(window.frame, window.frame));
+}
+
 WindowEvent commandEvent(int32_t id) {
   WindowEvent event = eventOf(WindowEventKind::command);
   event.id = id;
@@ -98,20 +118,20 @@ WindowEvent commandEvent(int32_t id) {
 
 bool sendMousePress(Window* window, const QMouseEvent& event, bool isDouble) {
   if (event.button() == Qt::RightButton) {
-    return sendInput(window, pointerEvent(WindowEventKind::otherDown, event.position()));
+    return sendInput(window, pointerIn(*window, WindowEventKind::otherDown, event.position()));
   }
   if (event.button() != Qt::LeftButton) return false;
   const WindowEventKind kind =
       isDouble ? WindowEventKind::doubleClick : WindowEventKind::buttonDown;
-  return sendInput(window, pointerEvent(kind, event.position()));
+  return sendInput(window, pointerIn(*window, kind, event.position()));
 }
 
 bool sendMouseRelease(Window* window, const QMouseEvent& event) {
   if (event.button() == Qt::RightButton) {
-    return sendInput(window, pointerEvent(WindowEventKind::otherUp, event.position()));
+    return sendInput(window, pointerIn(*window, WindowEventKind::otherUp, event.position()));
   }
   if (event.button() != Qt::LeftButton) return false;
-  return sendInput(window, pointerEvent(WindowEventKind::buttonUp, event.position()));
+  return sendInput(window, pointerIn(*window, WindowEventKind::buttonUp, event.position()));
 }
 
 // --- Keys -----------------------------------------------------------------------------------
@@ -135,6 +155,16 @@ static WindowKey plainKey(int key) {
       return WindowKey::up;
     case Qt::Key_Down:
       return WindowKey::down;
+    case Qt::Key_PageUp:
+      return WindowKey::pageUp;
+    case Qt::Key_PageDown:
+      return WindowKey::pageDown;
+    case Qt::Key_Home:
+      return WindowKey::home;
+    case Qt::Key_End:
+      return WindowKey::end;
+    case Qt::Key_Escape:
+      return WindowKey::escape;
     case Qt::Key_Return:
     case Qt::Key_Enter:
       return WindowKey::enter;

@@ -17,7 +17,7 @@ void presentPixels(Window* window, const PixelTarget& target, const Rectangle& p
     const uint8_t* from = target.rgb + 3 * (int64_t{y} * target.width + left);
     std::memcpy(pixels.scanLine(y) + 3 * left, from, 3 * static_cast<size_t>(right - left));
   }
-  window->widget->update(left, top, right - left, bottom - top);
+  window->widget->update(left + window->frame, top + window->frame, right - left, bottom - top);
 }
 
 void* beginHostDrawing(Window*, PixelTarget* target) {
@@ -30,5 +30,5 @@ void endHostDrawing(Window*, PixelTarget*, void*) {
 void paintPixels(const Window& window, QPainter* painter) {
   const double scale = painter->deviceTransform().m11();
   painter->setRenderHint(QPainter::SmoothPixmapTransform, scale != std::round(scale));
-  painter->drawImage(0, 0, window.pixels);
+  painter->drawImage(window.frame, window.frame, window.pixels);
 }

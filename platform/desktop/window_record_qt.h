@@ -22,11 +22,13 @@ struct Window {
   WindowProcedure procedure;
   void* context;
   QImage pixels;  // what has been presented, in client pixels
+  int32_t frame;  // pixels around them
 
   bool ended;
   int32_t code;  // that it ended with
   int32_t eventsInProgress;
   std::deque<WindowEvent> posted;
+  bool awaitsRest;
 
   std::vector<ItemButton*> buttons;     // in the order of the controls
   int32_t focusedArea;                  // id, 0 when a button or nothing has the focus
@@ -50,6 +52,9 @@ bool sendInput(Window* window, const WindowEvent& event);
 
 WindowEvent eventOf(WindowEventKind kind);
 WindowEvent pointerEvent(WindowEventKind kind, const QPointF& position);
+
+// The same from a position in the widget, frame and all.
+WindowEvent pointerIn(const Window& window, WindowEventKind kind, const QPointF& position);
 WindowEvent commandEvent(int32_t id);
 
 // Each hands the Qt event over in the window's own terms; true when the procedure has used it. A

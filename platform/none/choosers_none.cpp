@@ -5,23 +5,25 @@
 
 #include "platform/none/none_state.h"
 
-static bool answerChooser(const FileChooser& chooser, bool forSaving, char* path, int32_t bytes) {
+static ChooserAnswer answerChooser(const FileChooser& chooser, bool forSaving, char* path,
+                                   int32_t bytes) {
   NoneState& state = noneState();
   const size_t answered = state.record.choosers.size();
   state.record.choosers.push_back({chooser.title, chooser.pattern, forSaving});
   path[0] = 0;
-  if (answered >= state.script.chosenPaths.size()) return false;
+  if (answered >= state.script.chosenPaths.size()) return ChooserAnswer::cancelled;
   const std::string& chosen = state.script.chosenPaths[answered];
-  if (chosen.empty() || chosen.size() >= static_cast<size_t>(bytes)) return false;
+  if (chosen.empty()) return ChooserAnswer::cancelled;
+  if (chosen.size() >= static_cast<size_t>(bytes)) return ChooserAnswer::tooLong;
   std::snprintf(path, static_cast<size_t>(bytes), "%s", chosen.c_str());
-  return true;
+  return ChooserAnswer::chosen;
 }
 
-bool choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes) {
+ChooserAnswer choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes) {
   return answerChooser(chooser, /*forSaving=*/false, path, bytes);
 }
 
-bool choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes) {
+ChooserAnswer choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes) {
   return answerChooser(chooser, /*forSaving=*/true, path, bytes);
 }
 

@@ -5,3 +5,7 @@
 uint32_t secondsNow() {
   return noneState().script.seconds;
 }
+
+uint32_t millisecondsNow() {
+  return noneState().script.milliseconds;
+}

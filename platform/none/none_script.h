@@ -53,9 +53,11 @@ struct NoneScript {
   std::vector<std::string> chosenPaths;  // one after the other, then cancelled; "" cancels
   std::vector<std::optional<NoneColor>> chosenColors;  // one after the other, then cancelled
   std::string cachedSettingsPath;                      // "": there is none
+  std::string ownPictures;                             // folder; "": there is none
   bool forgetsValues = false;                          // what is to be remembered is lost
   char separator = '\\';
   uint32_t seconds = 1;
+  uint32_t milliseconds = 1;
 };
 
 struct NoneRecord {

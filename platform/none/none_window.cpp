@@ -126,13 +126,24 @@ static void actOnKey(NoneWindow user, Window* window, const WindowEvent& event) 
     moveFocus(window, neighbourOf(window, window->focused, event.shift));
   } else if (event.key == WindowKey::enter) {
     user.clickButton(window->content->defaultButton);
+  } else if (event.key == WindowKey::escape) {
+    cancelWindow(window);
   } else if (event.key == WindowKey::character && event.character == ' ') {
     user.clickButton(window->focused);
   }
 }
 
+// An open pop-up has the keyboard.
 static void sendKey(NoneWindow user, Window* window, WindowKey key, char character, bool shift) {
   if (!window->open) return;
+  if (window->popup != nullptr) {
+    WindowEvent event = eventOf(WindowEventKind::key);
+    event.key = key;
+    event.character = character;
+    event.shift = shift;
+    sendEvent(window->popup.get(), event);
+    return;
+  }
   WindowEvent event = eventOf(WindowEventKind::key);
   event.id = window->focused;
   event.key = key;
@@ -152,6 +163,10 @@ void NoneWindow::type(const char* characters) {
 }
 
 void NoneWindow::escape() {
+  key(WindowKey::escape);
+}
+
+void NoneWindow::close() {
   if (window_->popup != nullptr) return dismissPopup(window_);
   if (window_->open && window_->content != nullptr) cancelWindow(window_);
 }
@@ -194,6 +209,12 @@ std::string NoneWindow::toolTip(int32_t id) const {
 
 bool NoneWindow::hasPopup() const {
   return window_->popup != nullptr;
+}
+
+Point NoneWindow::placeInPopup(Point point) const {
+  const Point screen = clientToScreen(window_, point);
+  const Point& origin = window_->popup->origin;
+  return {static_cast<int16_t>(screen.v - origin.v), static_cast<int16_t>(screen.h - origin.h)};
 }
 
 NoneWindow NoneWindow::popup() const {

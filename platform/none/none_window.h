@@ -41,7 +41,8 @@ class NoneWindow {
 
   void key(WindowKey key, bool shift = false);
   void type(const char* characters);  // one key each; space presses the button that has the focus
-  void escape();                      // the window's own closing does the same
+  void escape();
+  void close();  // by its frame
 
   // The drawItem event of a button in a state of the script's choosing.
   void drawButton(int32_t id, const ItemState& state);
@@ -54,6 +55,7 @@ class NoneWindow {
   std::string toolTip(int32_t id) const;  // "" for none
   bool hasPopup() const;
   NoneWindow popup() const;  // only while hasPopup()
+  Point placeInPopup(Point point) const;
 
  private:
   Window* window_;

@@ -110,6 +110,11 @@ void postCommand(Window* window, int32_t id) {
   postEvent(window, commandEvent(id, 0));
 }
 
+// There is nothing to wait for but what has been posted.
+void awaitRest(Window* window) {
+  window->awaitsRest = true;
+}
+
 void setFocusedControl(Window* window, int32_t id) {
   moveFocus(window, id);
 }
@@ -127,6 +132,7 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
   owner->popup = newWindow(width, height, procedure, context);
   Window* popup = owner->popup.get();
   popup->owner = owner;
+  popup->origin = screenOrigin;
   popup->captured = true;
   sendEvent(popup, eventOf(WindowEventKind::initialise));
   return owner->popup.get();  // null when it closed itself at once
@@ -138,9 +144,9 @@ void closePopup(Window* popup) {
   owner->closedPopups.push_back(std::move(owner->popup));
 }
 
-Point clientToScreen(Window*, Point point) {
-  return {static_cast<int16_t>(point.v + kClientOrigin.v),
-          static_cast<int16_t>(point.h + kClientOrigin.h)};
+Point clientToScreen(Window* window, Point point) {
+  const Point origin = window->owner != nullptr ? window->origin : kClientOrigin;
+  return {static_cast<int16_t>(point.v + origin.v), static_cast<int16_t>(point.h + origin.h)};
 }
 
 int32_t screenHeight() {

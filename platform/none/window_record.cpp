@@ -46,6 +46,10 @@ bool sendEvent(Window* window, const WindowEvent& event) {
     root->posted.pop_front();
     sendEvent(root, next);
   }
+  if (root->eventsInProgress == 0 && root->awaitsRest) {
+    root->awaitsRest = false;
+    sendEvent(root, eventOf(WindowEventKind::rest));
+  }
   return used;
 }
 

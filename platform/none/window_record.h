@@ -20,6 +20,7 @@ struct Window {
   int32_t code;              // that it ended with
   int32_t eventsInProgress;  // a pop-up counts in its owner
   std::deque<WindowEvent> posted;
+  bool awaitsRest;
 
   CursorShape cursor;
   bool captured;
@@ -29,6 +30,7 @@ struct Window {
   bool pressedInside;
 
   Window* owner;  // of a pop-up
+  Point origin;   // of a pop-up, on the screen
   std::unique_ptr<Window> popup;
   std::vector<std::unique_ptr<Window>> closedPopups;  // whose procedures may still be running
 };

@@ -42,9 +42,9 @@ static void buildFilter(const FileChooser& chooser, char filter[kFilterBytes]) {
 
 using ChooserCall = BOOL(WINAPI*)(OPENFILENAMEA* request);
 
-static bool chooseFile(const FileChooser& chooser, DWORD flags, ChooserCall show, char* path,
-                       int32_t bytes) {
-  if (bytes <= 0) return false;
+static ChooserAnswer chooseFile(const FileChooser& chooser, DWORD flags, ChooserCall show,
+                                char* path, int32_t bytes) {
+  if (bytes <= 0) return ChooserAnswer::cancelled;
   path[0] = '\0';
   char filter[kFilterBytes];
   buildFilter(chooser, filter);
@@ -60,16 +60,17 @@ static bool chooseFile(const FileChooser& chooser, DWORD flags, ChooserCall show
   request.Flags = flags | OFN_EXPLORER | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_ENABLEHOOK |
                   OFN_NOCHANGEDIR;  // the host's current folder stays what it was
   request.lpfnHook = chooserHook;
-  if (show(&request)) return true;
+  if (show(&request)) return ChooserAnswer::chosen;
+  const bool tooLong = CommDlgExtendedError() == FNERR_BUFFERTOOSMALL;
   path[0] = '\0';
-  return false;
+  return tooLong ? ChooserAnswer::tooLong : ChooserAnswer::cancelled;
 }
 
-bool choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes) {
+ChooserAnswer choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes) {
   return chooseFile(chooser, OFN_FILEMUSTEXIST, GetOpenFileNameA, path, bytes);
 }
 
-bool choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes) {
+ChooserAnswer choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes) {
   return chooseFile(chooser, OFN_OVERWRITEPROMPT, GetSaveFileNameA, path, bytes);
 }
 

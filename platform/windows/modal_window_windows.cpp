@@ -87,6 +87,12 @@ static void paint(const Window* window) {
   ReleaseDC(window->handle, context);
 }
 
+static void tellRest(Window* window) {
+  if (!window->awaitsRest) return;
+  window->awaitsRest = false;
+  sendEvent(window, eventOf(WindowEventKind::rest));
+}
+
 static HCURSOR cursorOf(CursorShape shape) {
   constexpr WORD kClosedHand = 107;  // cursor resources
   constexpr WORD kOpenHand = 108;
@@ -114,7 +120,11 @@ static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM
       return 1;
     case WM_PAINT:
       paint(window);
+      tellRest(window);
       return 0;  // the system counts the window as painted
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) == WA_INACTIVE) dismissPopup(window);
+      return 0;
     case WM_ERASEBKGND:
       showAll(window, reinterpret_cast<HDC>(wParam));
       return 1;
@@ -158,7 +168,7 @@ static bool belongsTo(const Window* window, HWND target) {
 static bool useBeforeSystem(Window* window, const MSG& message) {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   if (window->popup == nullptr) return offerKey(window, message);
-  if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) dismissPopup(window);
+  offerKey(window->popup, message);
   return true;  // the menu has the user's attention
 }
 

@@ -45,6 +45,7 @@ static LRESULT CALLBACK popupProcedure(HWND handle, UINT message, WPARAM wParam,
       paint(popup);
       return 0;
     case WM_MOUSEMOVE:
+    case WM_LBUTTONDOWN:
     case WM_LBUTTONUP:
       sendMouseMessage(popup, message, wParam, lParam);
       return 0;

@@ -34,6 +34,12 @@ void postMouseMove(Window* window, Point point) {
   PostMessageA(window->handle, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(point.h, point.v));
 }
 
+// Paint messages come when no others are left.
+void awaitRest(Window* window) {
+  window->awaitsRest = true;
+  RedrawWindow(window->handle, nullptr, nullptr, RDW_INTERNALPAINT);
+}
+
 void postCommand(Window* window, int32_t id) {
   PostMessageA(window->handle, WM_COMMAND, MAKEWPARAM(id, 0), 0);
 }
@@ -147,8 +153,18 @@ static WindowKey plainKey(WPARAM virtualKey) {
       return WindowKey::up;
     case VK_DOWN:
       return WindowKey::down;
+    case VK_PRIOR:
+      return WindowKey::pageUp;
+    case VK_NEXT:
+      return WindowKey::pageDown;
+    case VK_HOME:
+      return WindowKey::home;
+    case VK_END:
+      return WindowKey::end;
     case VK_RETURN:
       return WindowKey::enter;
+    case VK_ESCAPE:
+      return WindowKey::escape;
     case VK_BACK:
       return WindowKey::backspace;
     case VK_TAB:
@@ -171,6 +187,7 @@ static char characterOf(const MSG& message) {
 
 bool offerKey(Window* window, const MSG& message) {
   if (message.message != WM_KEYDOWN || isDown(VK_MENU)) return false;
+  sendPostedMove(window);
   WindowEvent event = eventOf(WindowEventKind::key);
   event.id = focusedControl(window);
   event.shift = isDown(VK_SHIFT);

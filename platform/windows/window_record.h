@@ -18,6 +18,7 @@ struct Window {
   int32_t code;              // that it ended with
   int32_t eventsInProgress;  // a pop-up's count in its owner
   CursorShape cursor;
+  bool awaitsRest;
   bool movePosted;      // by the window itself, and not arrived yet
   Point postedMove;     // client pixels
   bool captured;        // has asked for the mouse and not let go of it

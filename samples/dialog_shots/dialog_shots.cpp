@@ -11,11 +11,11 @@
 
 #include "dialog/about_box.h"
 #include "dialog/control_table.h"
-#include "hosts/command_line/command_failure.h"
-#include "hosts/command_line/effect_run.h"
-#include "hosts/command_line/open_host.h"
-#include "hosts/command_line/picture_load.h"
-#include "hosts/command_line/selection.h"
+#include "hosts/effect_runs/effect_run.h"
+#include "hosts/effect_runs/open_host.h"
+#include "hosts/effect_runs/selection.h"
+#include "hosts/picture_files/picture_load.h"
+#include "hosts/process/command_failure.h"
 #include "samples/dialog_shots/dialog_user.h"
 #include "services/alerts.h"
 

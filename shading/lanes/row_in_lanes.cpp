@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "entry/session_record.h"
-#include "geometry/selection_mask.h"
+#include "geometry/field/selection_mask.h"
 #include "shading/lanes/lane_constants.h"
 #include "shading/shade_row.h"
 #include "vector/fast_passes.h"

@@ -90,7 +90,7 @@ TEST_F(Batches, StopAtAnInterruptionAndLeaveNothingHalf) {
                                  "2",     "-o",    "out/{name}.bmp", "--quiet"};
   for (const int signal : {SIGTERM, SIGINT}) {
     const RunResult result = runUntilSignal(arguments, signal, 400);
-    EXPECT_EQ(result.exitCode, 130);
+    EXPECT_EQ(result.exitCode, 128 + signal);
     EXPECT_EQ(result.errors, "morvalis: interrupted\n");
     EXPECT_TRUE(QDir(path("out")).isEmpty(QDir::Files | QDir::Hidden));
   }
@@ -169,7 +169,7 @@ TEST_F(Batches, SuggestTheNearestCommandAndOption) {
   expectUsage({"aply", "a.png"}, "no command aply; did you mean apply?");
   expectUsage({"preset", "sow", "x"}, "no command sow; did you mean show?");
   expectUsage({"apply", "a.png", "--ouput", "x.png"}, "no option --ouput; did you mean --output?");
-  expectUsage({"apply", "a.png", "-o", "x.png", "-q"}, "did you mean --quiet?");
+  expectUsage({"apply", "a.png", "-o", "x.png", "--quite"}, "did you mean --quiet?");
   expectUsage({"apply", "a.png", "-o", "x.png", "--enviroment=x"}, "did you mean --environment?");
   expectUsage({"gallery", "a.png", "-o", "x.png", "--preset", "p"}, "did you mean --presets?");
   expectUsage({"completion", "bsh"}, "did you mean bash?");

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "platform/desktop/desktop_session.h"
 #include "platform/remembered_values.h"
+#include "platform/unix/program_session.h"
 #include "platform/user_files.h"
 #include "tests/command_line/program_run.h"
 

@@ -15,6 +15,7 @@ TEST_F(Installation, IsWholeAndWorksElsewhere) {
   ASSERT_EQ(installer.exitCode(), 0) << installer.readAllStandardError().toStdString();
   for (const char* name :
        {"bin/morvalis", "share/applications/morvalis.desktop",
+        "lib/morvalis/libmorvalis_formats.so", "lib/morvalis/libmorvalis_window.so",
         "share/bash-completion/completions/morvalis", "share/zsh/site-functions/_morvalis",
         "share/fish/vendor_completions.d/morvalis.fish",
         "share/icons/hicolor/48x48/apps/morvalis.png"}) {
@@ -29,6 +30,21 @@ TEST_F(Installation, IsWholeAndWorksElsewhere) {
   const RunResult sheet = runShell(
       "root/bin/morvalis gallery in.png --presets root/share/morvalis/presets -o s.png --quiet");
   EXPECT_EQ(sheet.exitCode, 0) << sheet.errors.toStdString();
+}
+
+// A server has neither, and a small picture would wait for them.
+TEST_F(Installation, LinksNoWindowsAndNoPictureLibrary) {
+  const RunResult linked = runShell("ldd \"$0\"");
+  ASSERT_TRUE(linked.output.contains("libisal")) << linked.errors.toStdString();
+  EXPECT_FALSE(linked.output.contains("Qt") || linked.output.contains("vips"));
+  const RunResult formats = runShell("ldd " MORVALIS_BUILD "/libmorvalis_formats.so");
+  EXPECT_TRUE(formats.output.contains("vips"));
+  EXPECT_FALSE(formats.output.contains("Qt"));
+  ASSERT_EQ(runShell("mkdir bin; cp \"$0\" bin").exitCode, 0);
+  const RunResult alone = runShell("bin/morvalis about");
+  EXPECT_EQ(alone.exitCode, 1);
+  EXPECT_TRUE(alone.errors.contains("is not installed (there is no libmorvalis_window.so"))
+      << alone.errors.toStdString();
 }
 
 // What `./dev build` builds is the program; an installation that needs another target would fail.

@@ -22,6 +22,7 @@ class DesktopSession {
     filter_.filterRect = {0, 0, 8, 8};
     session_->result = &result_;
     session_->filter = &filter_;
+    session_->settings = &settings_;
     setGeometry(session_.get(), filter_.filterRect, 1);
     allocateBuffers(session_.get());
     createBuiltInTexture(session_.get());

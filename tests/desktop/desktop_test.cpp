@@ -1,6 +1,7 @@
 // The Qt back end with its windows: alerts, choosers, remembered values, names between systems.
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QApplication>
 #include <QDialog>
@@ -12,6 +13,7 @@
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <csignal>
 #include <functional>
 
 #include "entry/handles.h"
@@ -171,7 +173,7 @@ TEST(QtPresets, SavedAndOpenedThroughTheChoosers) {
   const Visitor visitor({choosePreset("Save a settings file", pictures + "presets/gold"),
                          choosePreset("Open a settings file", pictures + "presets/gold.q9q"),
                          press("button1")});
-  EXPECT_TRUE(savePreset(saving.session()));
+  EXPECT_TRUE(savePreset(settingsOf(saving.session())));
   DesktopSession opening;
   EXPECT_TRUE(openPreset(opening.session()));
   EXPECT_EQ(visitor.answered(), 2U) << "nothing is missing";
@@ -187,12 +189,12 @@ TEST(QtChoosers, PathsThatFitAndPathsThatDoNot) {
   char path[260];
   {
     const Visitor visitor({choose(folder.path() + "/a.bmp")});
-    EXPECT_TRUE(choosePlatformFileToOpen(chooser, path, sizeof(path)));
+    EXPECT_EQ(choosePlatformFileToOpen(chooser, path, sizeof(path)), ChooserAnswer::chosen);
     EXPECT_EQ(QString::fromUtf8(path), folder.path() + "/a.bmp");
   }
   {
     const Visitor visitor({choose(folder.path() + "/a.bmp")});
-    EXPECT_FALSE(choosePlatformFileToOpen(chooser, path, 10));
+    EXPECT_EQ(choosePlatformFileToOpen(chooser, path, 10), ChooserAnswer::tooLong);
     EXPECT_STREQ(path, "");
   }
 }
@@ -223,6 +225,35 @@ TEST(DesktopFiles, CachedSettingsAndNames) {
   char cut[4];
   pathFromWindowsName("ab\xE4\xE4", cut, sizeof(cut));
   EXPECT_STREQ(cut, "ab") << "no half character";
+}
+
+static QByteArray contentOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+}
+
+// Whole or not at all: a disk that is full leaves the old file, and nothing beside it.
+TEST(DesktopFiles, OverwritingKeepsTheOldFileWhenItFails) {
+  const QTemporaryDir folder;
+  const QByteArray path = folder.filePath("settings").toUtf8();
+  const std::vector<uint8_t> first(20, 'a');
+  const std::vector<uint8_t> second(8, 'b');
+  ASSERT_TRUE(overwriteUserFile(path, first.data(), first.size()));
+  ASSERT_TRUE(overwriteUserFile(path, second.data(), second.size()));
+  const QByteArray overwritten = QByteArray(8, 'b') + QByteArray(12, 'a');
+  EXPECT_EQ(contentOf(path), overwritten) << "the end of a longer file stays";
+
+  rlimit before = {};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  const rlimit full = {4, before.rlim_max};
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+  EXPECT_FALSE(overwriteUserFile(path, first.data(), first.size()));
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(contentOf(path), overwritten);
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+  EXPECT_FALSE(overwriteUserFile("/dev/null", first.data(), first.size())) << "no ordinary file";
 }
 
 TEST(DesktopFiles, InOtherCapitals) {

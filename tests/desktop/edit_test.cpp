@@ -128,8 +128,8 @@ TEST_F(Edit, NamesTheResultAfterThePicture) {
   };
   savePicture("my photo.v2.JPG", 20, 20);
   expectName("my photo.v2.JPG", "my photo.v2-morvalis.JPG");
-  savePicture("old.xpm", 20, 20);
-  expectName("old.xpm", "old-morvalis.png");
+  savePicture("old.pbm", 20, 20);
+  expectName("old.pbm", "old-morvalis.png");
   ASSERT_TRUE(QDir(path("").c_str()).mkdir("album"));
   savePicture("album/page.bmp", 20, 20);
   expectName("album/page.bmp", "album/page-morvalis.bmp");

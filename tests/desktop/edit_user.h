@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/command_line/edit_command.h"
+#include "hosts/window_commands/edit_command.h"
 
 class QWidget;
 

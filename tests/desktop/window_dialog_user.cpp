@@ -17,7 +17,8 @@
 #include <deque>
 
 #include "dialog/control_table.h"
-#include "platform/desktop/desktop_session.h"
+#include "platform/desktop/popup_qt.h"
+#include "platform/unix/program_session.h"
 #include "platform/user_files.h"
 #include "tests/desktop/window_pointer.h"
 #include "tests/desktop/window_user.h"
@@ -79,7 +80,12 @@ static const SystemKey kKeys[] = {
     {WindowKey::right, Qt::Key_Right, {}},
     {WindowKey::up, Qt::Key_Up, {}},
     {WindowKey::down, Qt::Key_Down, {}},
+    {WindowKey::pageUp, Qt::Key_PageUp, {}},
+    {WindowKey::pageDown, Qt::Key_PageDown, {}},
+    {WindowKey::home, Qt::Key_Home, {}},
+    {WindowKey::end, Qt::Key_End, {}},
     {WindowKey::enter, Qt::Key_Return, {}},
+    {WindowKey::escape, Qt::Key_Escape, {}},
     {WindowKey::backspace, Qt::Key_Backspace, {}},
     {WindowKey::undo, Qt::Key_Z, Qt::ControlModifier},
     {WindowKey::redo, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier},
@@ -106,6 +112,14 @@ void DialogUser::escape() {
   window_->user.key(Qt::Key_Escape);
 }
 
+void DialogUser::close() {
+  window_->user.window()->close();
+}
+
+void DialogUser::wait(int32_t time) {
+  passMilliseconds(static_cast<uint32_t>(time));
+}
+
 // --- The pop-up -----------------------------------------------------------------------------
 
 bool DialogUser::hasPopup() {
@@ -114,12 +128,22 @@ bool DialogUser::hasPopup() {
 
 // The events still come in at the window that the button was pressed in.
 static QPoint fromPopup(const WindowUser& user, Point point) {
-  return user.window()->mapFromGlobal(
-      QApplication::activePopupWidget()->mapToGlobal(placeOf(point)));
+  const QWidget* popup = QApplication::activePopupWidget();
+  if (popup == nullptr) return placeOf(point);  // gone with the press
+  const QPoint inside = placeOf(point) + QPoint(kPopupFrame, kPopupFrame);
+  return user.window()->mapFromGlobal(popup->mapToGlobal(inside));
+}
+
+void DialogUser::popupPress(Point point) {
+  window_->user.press(fromPopup(window_->user, point));
 }
 
 void DialogUser::popupMove(Point point) {
   window_->user.move(fromPopup(window_->user, point));
+}
+
+void DialogUser::releaseOverPopup(Point point) {
+  window_->user.release(placeOf(point));
 }
 
 void DialogUser::popupRelease(Point point) {
@@ -141,8 +165,19 @@ static WindowPicture grabbed(QWidget* widget) {
   return picture;
 }
 
+// As wide as the rows, beside which only their ground goes on.
+static WindowPicture withoutFrame(const WindowPicture& whole) {
+  WindowPicture rows = {whole.width - 10, whole.height - 8, {}};
+  for (int y = 0; y < rows.height; ++y) {
+    const auto row =
+        whole.rgb.begin() + 3 * ((y + kPopupFrame) * int64_t{whole.width} + kPopupFrame);
+    rows.rgb.insert(rows.rgb.end(), row, row + 3 * rows.width);
+  }
+  return rows;
+}
+
 WindowPicture DialogUser::popupPixels() {
-  return grabbed(QApplication::activePopupWidget());
+  return withoutFrame(grabbed(QApplication::activePopupWidget()));
 }
 
 // --- The window -----------------------------------------------------------------------------
@@ -192,6 +227,7 @@ void resetDialogUser() {
   chooserTitles.clear();
   alerts = 0;
   fixClock(1);
+  passMilliseconds(0);
   QSettings("Quorrelin", "Morvalis").clear();
   char path[260];
   if (cachedSettingsPath(/*forWriting=*/false, path, sizeof(path))) std::remove(path);

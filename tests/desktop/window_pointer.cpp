@@ -45,10 +45,11 @@ struct KeyName {
 };
 
 static const KeyName kNames[] = {
-    {Qt::Key_Left, "Left"},   {Qt::Key_Right, "Right"},   {Qt::Key_Up, "Up"},
-    {Qt::Key_Down, "Down"},   {Qt::Key_Return, "Return"}, {Qt::Key_Backspace, "BackSpace"},
-    {Qt::Key_Tab, "Tab"},     {Qt::Key_Backtab, "Tab"},   {Qt::Key_Escape, "Escape"},
-    {Qt::Key_Space, "space"}, {Qt::Key_Minus, "minus"}};
+    {Qt::Key_Left, "Left"},     {Qt::Key_Right, "Right"},   {Qt::Key_Up, "Up"},
+    {Qt::Key_Down, "Down"},     {Qt::Key_Return, "Return"}, {Qt::Key_Backspace, "BackSpace"},
+    {Qt::Key_Tab, "Tab"},       {Qt::Key_Backtab, "Tab"},   {Qt::Key_Escape, "Escape"},
+    {Qt::Key_Space, "space"},   {Qt::Key_Minus, "minus"},   {Qt::Key_PageUp, "Prior"},
+    {Qt::Key_PageDown, "Next"}, {Qt::Key_Home, "Home"},     {Qt::Key_End, "End"}};
 
 QString xdotoolKey(int key, Qt::KeyboardModifiers modifiers) {
   QString name = QString(QChar(key)).toLower();

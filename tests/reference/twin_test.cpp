@@ -31,6 +31,8 @@ static const ReferenceField& fieldAfter(const ReferenceOutput& output, int32_t p
 
 static void compareField(const SessionRecord& session, const ReferenceField& expected,
                          int32_t phase) {
+  // Without stamps the field says what it should only when both of its passes are through.
+  if (phase == kPhaseStamp && session.render.fastField.inUse != 0) return;
   const auto* cells = static_cast<const int16_t*>(session.render.heightField.address);
   for (size_t i = 0; i < expected.cells.size(); ++i) {
     ASSERT_EQ(cells[i], expected.cells[i])

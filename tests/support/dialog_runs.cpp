@@ -43,7 +43,10 @@ HostSwitches displayingHost() {
 }
 
 SessionRecord* hostSession() {
-  return static_cast<SessionRecord*>(*reinterpret_cast<Handle>(host().dataSlot));
+  auto* session = static_cast<SessionRecord*>(*reinterpret_cast<Handle>(host().dataSlot));
+  // Between calls no settings are locked, and tests call procedures that want them.
+  if (session->lockedSettings == nullptr) session->settings = hostSettings();
+  return session;
 }
 
 int32_t settingOf(const char* name) {

@@ -14,8 +14,8 @@ void runScript(const DialogScript& script) {
 const std::vector<DialogScript>& dialogScripts() {
   static const std::vector<DialogScript> all = [] {
     std::vector<DialogScript> scripts;
-    for (const auto& part :
-         {controlScripts(), pictureScripts(), previewScripts(), extraScripts()}) {
+    for (const auto& part : {controlScripts(), pictureScripts(), previewScripts(), extraScripts(),
+                             keyboardScripts()}) {
       scripts.insert(scripts.end(), part.begin(), part.end());
     }
     return scripts;

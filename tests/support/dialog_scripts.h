@@ -22,6 +22,7 @@ const std::vector<DialogScript>& controlScripts();
 const std::vector<DialogScript>& pictureScripts();
 const std::vector<DialogScript>& previewScripts();
 const std::vector<DialogScript>& extraScripts();
+const std::vector<DialogScript>& keyboardScripts();
 
 inline std::ostream& operator<<(std::ostream& out, const DialogScript& script) {
   return out << script.name;

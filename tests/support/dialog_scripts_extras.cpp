@@ -44,52 +44,6 @@ static void wheelAndArrows() {
   });
 }
 
-static void typedNumbers() {
-  runDialog([](DialogUser& user) {
-    user.click(sliderPoint(kGloss, 20));
-    user.type("78");
-    EXPECT_EQ(settingOf("gloss"), 20) << "not before Enter";
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("gloss"), 78);
-    EXPECT_TRUE(user.isOpen());
-    user.type("999");
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("gloss"), 100) << "the nearest there is";
-    user.type("45");
-    user.key(WindowKey::backspace);
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("gloss"), 4);
-    user.click(sliderPoint(kHeight, 20));
-    user.type("-3-7");
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("height"), -37);
-    user.type("-");
-    user.key(WindowKey::backspace);
-    user.type("12");
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("height"), 12);
-    // The number of the radius is in pixels.
-    user.click(sliderPoint(kRadiusSlider, 20));
-    user.type("150");
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("radius"), 100);
-    user.type("52");
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("radius"), 51);
-    user.type("1");
-    user.key(WindowKey::enter);
-    EXPECT_EQ(settingOf("radius"), 2);
-    look(user, "typed");
-    // What was begun elsewhere is forgotten, and Enter is OK again.
-    user.type("33");
-    user.click(sliderPoint(kGloss, 10));
-    user.key(WindowKey::enter);
-    EXPECT_FALSE(user.isOpen());
-  });
-  EXPECT_EQ(settingOf("radius"), 2);
-  EXPECT_EQ(settingOf("gloss"), 10);
-}
-
 static void doubleClicks() {
   runDialog([](DialogUser& user) {
     for (const Slider& slider : kSliders) {
@@ -205,7 +159,10 @@ static void undoAndRedo() {
 // More changes than are kept.
 static void longHistory() {
   runDialog([](DialogUser& user) {
-    for (int32_t i = 0; i < 130; ++i) user.wheel(sliderPoint(kGloss, 20), i % 2 == 0 ? 3 : -2);
+    for (int32_t i = 0; i < 130; ++i) {
+      user.wheel(sliderPoint(kGloss, 20), i % 2 == 0 ? 3 : -2);
+      user.wait(701);
+    }
     const int32_t last = settingOf("gloss");
     EXPECT_GT(last, 90);
     chooseRow(user, kTexturePicker, 3);
@@ -217,6 +174,50 @@ static void longHistory() {
     EXPECT_EQ(settingOf("textureChoice"), 3);
     look(user, "end");
     user.clickButton(kOkButton);
+  });
+}
+
+// Single steps on one control that come soon after one another are one step; so is a double click
+// with what its first click did.
+static void steps() {
+  runDialog([](DialogUser& user) {
+    for (int32_t i = 0; i < 5; ++i) {
+      user.wheel(sliderPoint(kGloss, 20), 1);
+      user.wait(700);
+    }
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 50);
+    user.key(WindowKey::redo);
+    EXPECT_EQ(settingOf("gloss"), 55);
+    user.wheel(sliderPoint(kGloss, 20), 2);
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 55) << "after an undo another one begins";
+    user.wheel(sliderPoint(kGloss, 20), 3);
+    user.wait(701);
+    user.wheel(sliderPoint(kGloss, 20), 3);
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 58) << "too late";
+    user.wheel(sliderPoint(kGloss, 20), 1);
+    user.wheel(sliderPoint(kHeight, 20), 1);
+    user.wheel(sliderPoint(kGloss, 20), 1);
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 59) << "another control has come between";
+    user.key(WindowKey::undo);
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 58);
+    user.wheel(sliderPoint(kGloss, 20), 4);
+    user.wheel(sliderPoint(kGloss, 20), -4);
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 55) << "there and back is no step";
+    user.doubleClick(sliderPoint(kGloss, 90));
+    EXPECT_EQ(settingOf("gloss"), 50);
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 55);
+    user.click(sliderPoint(kGloss, 90));
+    user.click(sliderPoint(kGloss, 20));
+    user.key(WindowKey::undo);
+    EXPECT_EQ(settingOf("gloss"), 90) << "two clicks are two";
+    user.escape();
   });
 }
 
@@ -344,10 +345,10 @@ static void aboutBox() {
 
 const std::vector<DialogScript>& extraScripts() {
   static const std::vector<DialogScript> scripts = {{"WheelAndArrows", wheelAndArrows},
-                                                    {"TypedNumbers", typedNumbers},
                                                     {"DoubleClicks", doubleClicks},
                                                     {"UndoAndRedo", undoAndRedo},
                                                     {"LongHistory", longHistory},
+                                                    {"Steps", steps},
                                                     {"UntouchedPicture", untouchedPicture},
                                                     {"CopiedCommand", copiedCommand},
                                                     {"ToolTips", toolTips},

@@ -8,9 +8,11 @@
 #include "dialog/control_table.h"
 #include "hosts/substitute_host/host_state.h"
 #include "services/random_numbers.h"
+#include "settings/setting_fields.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_runs.h"
 #include "tests/support/dialog_scripts.h"
+#include "tests/support/written_settings.h"
 
 // A picture file of this size, no two lines alike.
 static std::string pictureFile(const std::string& name, int32_t width, int32_t height) {
@@ -89,18 +91,23 @@ static void textureSample() {
   });
 }
 
-// A file that is no picture is remembered and changes nothing else.
+// A file that is no picture is told of and changes nothing.
 static void unreadablePictures() {
   const std::string text = temporaryFile("text.bmp");
   std::ofstream(text) << "no picture";
   answerFiles({text, text});
   runDialog([&](DialogUser& user) {
+    const int32_t width = hostSettings()->textureWidth;
     user.clickButton(kEnvironmentButton);
     look(user, "environment");
     user.click(middleOf(kTextureSample));
     look(user, "texture");
-    EXPECT_EQ(hostSettings()->texturePath, text);
-    EXPECT_EQ(settingOf("textureChoice"), 13);
+    EXPECT_EQ(shownAlerts(), 2);
+    EXPECT_STREQ(hostSettings()->environmentPath, "");
+    EXPECT_STREQ(hostSettings()->texturePath, "");
+    EXPECT_EQ(settingOf("reflection"), 0);
+    EXPECT_EQ(settingOf("textureChoice"), 6);
+    EXPECT_EQ(hostSettings()->textureWidth, width);
     user.escape();
   });
   std::remove(text.c_str());
@@ -215,6 +222,92 @@ static void settingsFiles() {
   std::remove(path.c_str());
 }
 
+static void writeFile(const std::string& path, const Bytes& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+}
+
+// Every failure is told and changes nothing, also what the controls show and "Auto preview" has not
+// yet taken.
+static void settingsFilesThatFail() {
+  const std::string path = temporaryFile("odd.q9q");
+  const Bytes whole = fileOf(31).bytes;
+  const Bytes cut(whole.begin(), whole.begin() + 60);
+  Bytes huge;
+  for (int32_t i = 0; i < 200; ++i) putNumber(&huge, 0x4D414C00 + i);
+  Bytes strangers(whole);
+  for (size_t i = 4; i < 60; ++i) strangers[i] = 0x41;
+  runDialog([&](DialogUser& user) {
+    user.click(middleOf(kAutoPreviewToggle));
+    user.click(sliderPoint(28, 90));
+    answerFiles({""});
+    user.clickButton(kLoadButton);
+    EXPECT_EQ(shownAlerts(), 0) << "cancelled";
+    int32_t alerts = 0;
+    for (const Bytes& bytes : {cut, huge, strangers, Bytes{}, Bytes{'P', 'N', 'G'}}) {
+      writeFile(path, bytes);
+      answerFiles({path});
+      user.clickButton(kLoadButton);
+      EXPECT_EQ(shownAlerts(), ++alerts);
+    }
+    for (const char* nowhere : {"/nowhere/at/all.q9q", "/"}) {
+      answerFiles({nowhere});
+      user.clickButton(kLoadButton);
+      answerFiles({nowhere});
+      user.clickButton(kSaveButton);
+    }
+    look(user, "nothing has changed");
+    EXPECT_EQ(settingOf("gloss"), 50);
+    user.clickButton(kOkButton);
+  });
+  EXPECT_GE(shownAlerts(), 5 + 2);
+  EXPECT_EQ(settingOf("gloss"), 90) << "what was shown is what is confirmed";
+  EXPECT_EQ(settingOf("radius"), 10);
+  std::remove(path.c_str());
+}
+
+static void shownIsSaved() {
+  const std::string path = temporaryFile("shown.q9q");
+  answerFiles({path, path});
+  runDialog([&](DialogUser& user) {
+    user.click(middleOf(kAutoPreviewToggle));
+    user.click(sliderPoint(28, 90));
+    user.clickButton(kSaveButton);
+    user.click(sliderPoint(28, 20));
+    user.clickButton(kLoadButton);
+    EXPECT_EQ(settingOf("gloss"), 90);
+    EXPECT_EQ(shownAlerts(), 0);
+    user.escape();
+  });
+  std::remove(path.c_str());
+}
+
+// Values out of range come in as the nearest there is, and the user is told.
+static void settingsOutOfRange() {
+  const std::string path = temporaryFile("wide.q9q");
+  FileContent content;
+  content.tarnish = 900;
+  writeFile(path, fileOf(31, content).bytes);
+  answerFiles({path});
+  runDialog([&](DialogUser& user) {
+    user.clickButton(kLoadButton);
+    EXPECT_GE(shownAlerts(), 1);
+    EXPECT_EQ(settingOf("tarnish"), 100);
+    for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+      double values[3];
+      readSetting(*hostSettings(), kSettingRanges[i], values);
+      for (const double value : values) {
+        EXPECT_GE(value, kSettingRanges[i].minimum < 0 ? kSettingRanges[i].minimum : 0);
+        EXPECT_LE(value, kSettingRanges[i].maximum) << kSettingRanges[i].name;
+      }
+    }
+    look(user, "limited");
+    user.clickButton(kOkButton);
+  });
+  std::remove(path.c_str());
+}
+
 // The draws in the order that old presets were made in, by the rule for each: written down here
 // once more, apart from the dialog.
 static int32_t drawn(int32_t low, int32_t high) {
@@ -277,12 +370,16 @@ static void randomizing() {
 }
 
 const std::vector<DialogScript>& pictureScripts() {
-  static const std::vector<DialogScript> scripts = {{"TextureFiles", textureFiles},
-                                                    {"TextureSample", textureSample},
-                                                    {"UnreadablePictures", unreadablePictures},
-                                                    {"Environment", environment},
-                                                    {"Colours", colours},
-                                                    {"SettingsFiles", settingsFiles},
-                                                    {"Randomizing", randomizing}};
+  static const std::vector<DialogScript> scripts = {
+      {"TextureFiles", textureFiles},
+      {"TextureSample", textureSample},
+      {"UnreadablePictures", unreadablePictures},
+      {"Environment", environment},
+      {"Colours", colours},
+      {"SettingsFiles", settingsFiles},
+      {"SettingsFilesThatFail", settingsFilesThatFail},
+      {"ShownIsSaved", shownIsSaved},
+      {"SettingsOutOfRange", settingsOutOfRange},
+      {"Randomizing", randomizing}};
   return scripts;
 }

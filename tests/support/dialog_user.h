@@ -41,11 +41,15 @@ class DialogUser {
   void key(WindowKey key, bool shift = false);
   void type(const char* characters);
   void escape();
+  void close();             // by the window's frame
+  void wait(int32_t time);  // milliseconds
 
   // An open pop-up has the pointer; points are its own client pixels.
   bool hasPopup();
   void popupMove(Point point);
+  void popupPress(Point point);  // once it stays open without a button
   void popupRelease(Point point);
+  void releaseOverPopup(Point point);  // a place of the window, from which the pop-up was opened
   WindowPicture popupPixels();
 
   bool isOpen();

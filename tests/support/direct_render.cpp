@@ -68,6 +68,7 @@ DirectOutput renderDirectly(const DirectInput& input, const PhaseWatcher& watche
   auto session = std::make_unique<SessionRecord>();
   session->result = &result;
   session->filter = &filter;
+  session->settings = &settings;
   session->render.buildHeightField = 1;
 
   DirectOutput output;

@@ -11,6 +11,7 @@ SessionFixture::SessionFixture() : session(std::make_unique<SessionRecord>()) {
   filter.parameters = &master;
   session->result = &result;
   session->filter = &filter;
+  session->settings = &settings;
   session->render.buildHeightField = 1;
 }
 

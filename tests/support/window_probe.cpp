@@ -3,8 +3,9 @@
 #include <utility>
 
 static std::string describeKey(const WindowEvent& event) {
-  static const char* const kNames[] = {"none",      "left", "right", "up",   "down", "enter",
-                                       "backspace", "undo", "redo",  "copy", "tab"};
+  static const char* const kNames[] = {"none",     "left", "right", "up",    "down",   "pageUp",
+                                       "pageDown", "home", "end",   "enter", "escape", "backspace",
+                                       "undo",     "redo", "copy",  "tab"};
   std::string text = event.key == WindowKey::character ? std::string("'") + event.character + "'"
                                                        : kNames[static_cast<int>(event.key)];
   if (event.shift) text += " shift";
@@ -38,6 +39,8 @@ static std::string describe(const WindowEvent& event) {
       return "wheel " + std::to_string(event.amount) + " at " + at;
     case WindowEventKind::key:
       return "key " + describeKey(event);
+    case WindowEventKind::rest:
+      return "rest";
   }
   return "?";
 }

@@ -267,6 +267,41 @@ TEST_P(WindowsDialog, RemembersWhatWasConfirmed) {
   EXPECT_EQ(outputThere(), filteredPicture().samples);
 }
 
+// Without the rights of an administrator all of it is kept for the user, the folder of a preset's
+// pictures as well: the second session asks for nothing.
+TEST_P(WindowsDialog, RemembersForOrdinaryUsers) {
+  if (folder_.empty()) return;
+  DialogActions saving;
+  drag(&saving, sliderPoint(28, 20), sliderPoint(28, 77));
+  pressForFile(&saving, kEnvironmentButton, kEnvironment);
+  pressForFile(&saving, kSaveButton, "named.q9q");
+  saving.push_back({"button", {kCancelButton}, ""});
+  playThere(saving, {"--forget", "--ordinary-user"}, 1);
+
+  DialogActions loading;
+  pressForFile(&loading, kLoadButton, "named.q9q");
+  loading.push_back({"answer", {2}, ""});
+  loading.push_back({"file", {}, kEnvironment});
+  const DialogAction confirm = {"button", {kOkButton}, ""};
+  loading.push_back(confirm);
+  playThere(loading, {"--forget", "--ordinary-user", "--kept-settings", "kept.q9q", "--kept-values",
+                      "values.txt"});
+  EXPECT_EQ(readBytes(folder_ + "/kept.q9q"), readBytes(folder_ + "/settings.q9q"));
+  const std::string values = readText("values.txt");
+  EXPECT_NE(values.find("EnviroPath 1 260 "), std::string::npos) << values;
+  EXPECT_NE(values.find("\\elsewhere\\\n"), std::string::npos) << values;
+  EXPECT_NE(values.find("ChromeFile 1 260 "), std::string::npos) << values;
+
+  DialogActions again;
+  pressForFile(&again, kLoadButton, "named.q9q");
+  again.push_back(confirm);
+  playThere(again, {"--ordinary-user"});
+  ASSERT_EQ(playHere(loading), 0);
+  EXPECT_EQ(settingOf("gloss"), 77);
+  expectSameSettings();
+  EXPECT_EQ(outputThere(), filteredPicture().samples);
+}
+
 // A preset names a picture that is not where the module looks; then the user shows where it is.
 TEST_P(WindowsDialog, FindsPicturesOfPresets) {
   if (folder_.empty()) return;

@@ -3,7 +3,6 @@
 #include <sys/wait.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -39,20 +38,34 @@ static int exitCode(int status) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-static bool canRun(int bits) {
-  static int known[2] = {-1, -1};
-  int& answer = known[bits == 64];
-  if (answer < 0) answer = exitCode(std::system((scriptCall(bits) + "--check").c_str()));
-  return answer != kNotHere;
+// What the call prints, errors too.
+static std::string printedBy(const std::string& call, int* code) {
+  std::FILE* pipe = popen((call + " 2>&1").c_str(), "r");
+  std::string printed;
+  char part[4096];
+  while (const size_t count = std::fread(part, 1, sizeof(part), pipe)) printed.append(part, count);
+  *code = exitCode(pclose(pipe));
+  return printed;
+}
+
+// Why programs of this kind cannot be run here; empty when they can.
+static std::string whyNot(int bits) {
+  int code = 0;
+  const std::string printed =
+      printedBy(scriptCall(bits) + "--check " + quoted(MORVALIS_WINE_FOLDERS "/check"), &code);
+  return code == kNotHere ? printed : "";
 }
 
 std::string wineFolder(int bits, const std::string& name) {
-  const auto skip = [bits](const char* reason) {
-    [bits, reason] { GTEST_SKIP() << bits << "-bit Windows: " << reason; }();
+  const auto skip = [](const std::string& reason) {
+    [&reason] { GTEST_SKIP() << reason; }();
     return std::string();
   };
   if (!fs::exists(modulePath(bits))) return skip("the module is not built (./dev windows)");
-  if (!canRun(bits)) return skip("Wine is not to be had here");
+  static std::string reasons[2] = {"unknown", "unknown"};  // asked once each
+  std::string& reason = reasons[bits == 64];
+  if (reason == "unknown") reason = whyNot(bits);
+  if (!reason.empty()) return skip(reason);
   const fs::path folder = fs::path(MORVALIS_WINE_FOLDERS) / (name + "-" + std::to_string(bits));
   fs::remove_all(folder);
   fs::create_directories(folder);
@@ -65,11 +78,8 @@ std::string runWindowsHost(int bits, const std::string& folder,
                            const std::vector<std::string>& words, int expected) {
   std::string call = scriptCall(bits) + quoted(folder) + " windows_host.exe Morvalis.8bf";
   for (const std::string& word : words) call += " " + quoted(word);
-  std::FILE* pipe = popen((call + " 2>&1").c_str(), "r");
-  std::string printed;
-  char part[4096];
-  while (const size_t count = std::fread(part, 1, sizeof(part), pipe)) printed.append(part, count);
-  const int code = exitCode(pclose(pipe));
+  int code = 0;
+  const std::string printed = printedBy(call, &code);
   EXPECT_EQ(code, expected) << call << "\n" << printed;
   return printed;
 }

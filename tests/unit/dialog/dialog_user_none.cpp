@@ -65,6 +65,14 @@ void DialogUser::escape() {
   window_->window.escape();
 }
 
+void DialogUser::close() {
+  window_->window.close();
+}
+
+void DialogUser::wait(int32_t time) {
+  noneScript().milliseconds += static_cast<uint32_t>(time);
+}
+
 bool DialogUser::hasPopup() {
   return window_->window.hasPopup();
 }
@@ -73,8 +81,17 @@ void DialogUser::popupMove(Point point) {
   window_->window.popup().move(point);
 }
 
+void DialogUser::popupPress(Point point) {
+  window_->window.popup().press(point);
+}
+
+// The button may be let go over what is under a pop-up that its press has closed.
 void DialogUser::popupRelease(Point point) {
-  window_->window.popup().release(point);
+  if (hasPopup()) window_->window.popup().release(point);
+}
+
+void DialogUser::releaseOverPopup(Point point) {
+  window_->window.popup().release(window_->window.placeInPopup(point));
 }
 
 static WindowPicture pictureOf(const NonePicture& shown) {

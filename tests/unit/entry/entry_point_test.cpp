@@ -97,7 +97,8 @@ TEST_F(EntryPoint, BlocksFromAnotherLoadLoseTheirPointers) {
   EXPECT_EQ(hostLedger().misuses, 0);
 }
 
-TEST_F(EntryPoint, SlotThatCannotBeLockedGetsANewRecord) {
+// A lock that fails once costs that call and nothing else.
+TEST_F(EntryPoint, SlotThatCannotBeLockedStaysForTheNextCall) {
   openHost({}, testPicture(20, 10, 3), {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
   const Handle first = reinterpret_cast<Handle>(host().dataSlot);
@@ -111,10 +112,46 @@ TEST_F(EntryPoint, SlotThatCannotBeLockedGetsANewRecord) {
   };
   HandleProcs* const original = hostRecord()->handleProcs;
   hostRecord()->handleProcs = &procs;
-  EXPECT_EQ(callSelector(kSelectorPrepare), 0);
-  EXPECT_NE(reinterpret_cast<Handle>(host().dataSlot), first);
+  for (int16_t selector : {kSelectorPrepare, kSelectorContinue, kSelectorFinish}) {
+    EXPECT_EQ(callSelector(selector), -108);
+    EXPECT_EQ(reinterpret_cast<Handle>(host().dataSlot), first);
+  }
   hostRecord()->handleProcs = original;
-  original->disposeProc(first);
+  EXPECT_EQ(renderFilter(), 0);
+  EXPECT_EQ(reinterpret_cast<Handle>(host().dataSlot), first);
+  EXPECT_EQ(hostLedger().handles, 2);
+}
+
+// However many the host keeps at once, each slot finds its own record again.
+TEST_F(EntryPoint, ManySessionsAtOnce) {
+  constexpr int32_t kSessions = 40;
+  openHost({}, testPicture(20, 10, 3), {});
+  intptr_t slots[kSessions] = {};
+  for (intptr_t& slot : slots) {
+    host().dataSlot = 0;
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    slot = host().dataSlot;
+  }
+  for (intptr_t slot : slots) {
+    host().dataSlot = slot;
+    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+    EXPECT_EQ(host().dataSlot, slot);
+  }
+  EXPECT_EQ(hostLedger().handles, kSessions + 1);
+}
+
+TEST_F(EntryPoint, ContinueNeedsAStartAndDeliveredRows) {
+  openHost({}, testPicture(20, 10, 3), {});
+  EXPECT_EQ(callSelector(kSelectorContinue), -30100) << "nothing has been started";
+  closeHost();
+  HostSwitches switches;
+  switches.failExchangeAt = 9;
+  openHost(switches, testPicture(20, 10, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  EXPECT_EQ(renderFilter(), -36);
+  EXPECT_EQ(callSelector(kSelectorContinue), -30100) << "no rows have been delivered";
+  EXPECT_EQ(hostLedger().buffers, 0);
+  EXPECT_EQ(renderFilter(), 0);
 }
 
 TEST_F(EntryPoint, FilterRectangleThatChangesInMidRunEndsIt) {
@@ -141,8 +178,12 @@ TEST_F(EntryPoint, SettingsBlockThatIsTooSmallIsSetAside) {
     procs->disposeProc(hostRecord()->parameters);
     const Handle small = procs->newProc(64);
     hostRecord()->parameters = small;
-    EXPECT_EQ(callSelector(selector), 0);
-    EXPECT_FALSE(hostRecord()->parameters == small);
+    EXPECT_EQ(callSelector(selector), selector == kSelectorContinue ? -30100 : 0);
+    const Handle now = hostRecord()->parameters;
+    if (now != nullptr) {
+      EXPECT_GE(procs->getSizeProc(now), int32_t{sizeof(EffectSettings)});
+    }
+    EXPECT_LE(hostLedger().handles, 2) << "the block set aside is given back";
     EXPECT_EQ(callSelector(kSelectorFinish), 0);  // lets go of what Start has taken
     EXPECT_EQ(hostLedger().misuses, 0);
     closeHost();
@@ -167,15 +208,20 @@ TEST_F(EntryPoint, DeadSlotNumbersGetANewRecord) {
 }
 
 static AdvanceStateProc originalAdvance = nullptr;
-static int32_t advanceCalls = 0;
+static int32_t callbackCalls = 0;
 static void (*changeRecord)(FilterRecord* record) = nullptr;
+
+static void changeAtThirtieth() {
+  if (++callbackCalls == 30) changeRecord(hostRecord());
+}
 
 static int16_t MORVALIS_CALL advanceAndChange() {
   const int16_t error = originalAdvance();
-  if (++advanceCalls == 30) changeRecord(hostRecord());
+  changeAtThirtieth();
   return error;
 }
 
+// In whichever callback, and in every pass, nothing is read or written by the changed record.
 TEST_F(EntryPoint, RecordThatChangesInACallbackEndsTheRun) {
   void (*const changes[])(FilterRecord*) = {
       [](FilterRecord* record) {
@@ -183,18 +229,35 @@ TEST_F(EntryPoint, RecordThatChangesInACallbackEndsTheRun) {
       },
       [](FilterRecord* record) { record->planes = 4; },
       [](FilterRecord* record) { record->parameters = nullptr; }};
+  void (*const callbacks[])(FilterRecord*) = {
+      [](FilterRecord* record) {
+        originalAdvance = record->advanceState;
+        record->advanceState = advanceAndChange;
+      },
+      [](FilterRecord* record) {
+        record->progressProc = [](int32_t, int32_t) { changeAtThirtieth(); };
+      },
+      [](FilterRecord* record) {
+        record->abortProc = []() -> uint8_t {
+          changeAtThirtieth();
+          return 0;
+        };
+      }};
   for (const auto change : changes) {
-    openHost({}, testPicture(20, 12, 3), testMask(20, 12));
-    ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-    const Handle parameters = hostRecord()->parameters;
-    originalAdvance = hostRecord()->advanceState;
-    advanceCalls = 0;
-    changeRecord = change;
-    hostRecord()->advanceState = advanceAndChange;
-    EXPECT_EQ(renderFilter(), -30100);
-    EXPECT_EQ(hostLedger().buffers, 0);
-    hostRecord()->parameters = parameters;
-    closeHost();
+    for (const auto callback : callbacks) {
+      for (int32_t callsBefore : {29, 0, -5}) {
+        openHost({}, testPicture(20, 12, 3), testMask(20, 12));
+        ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+        const Handle parameters = hostRecord()->parameters;
+        callbackCalls = callsBefore;
+        changeRecord = change;
+        callback(hostRecord());
+        EXPECT_EQ(renderFilter(), -30100);
+        EXPECT_EQ(hostLedger().buffers, 0);
+        hostRecord()->parameters = parameters;
+        closeHost();
+      }
+    }
   }
 }
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "geometry/bevel_profiles.h"
-#include "geometry/cone_kernel.h"
-#include "geometry/height_field.h"
+#include "geometry/field/cone_kernel.h"
+#include "geometry/field/height_field.h"
 #include "geometry/render_buffers.h"
 #include "geometry/texture_relief.h"
 #include "tests/support/session_fixture.h"

@@ -398,6 +398,41 @@ TEST_F(SubstituteHost, AnswersScriptErrorsAgainAtTheClose) {
   EXPECT_EQ(block.descriptor, nullptr);
 }
 
+// Rows of the selection, an edge of it, and planes that the module leaves alone.
+TEST_F(SubstituteHost, MixesInPlaceAsAnEditorDoes) {
+  for (const int32_t planes : {1, 2, 3, 4}) {
+    const HostPicture source = testPicture(planes);
+    HostMask mask = testMask();
+    for (size_t i = 0; i < mask.size(); i += 3) mask[i] = 0;
+    HostPicture effect = source;
+    for (uint8_t& sample : effect.samples) sample = static_cast<uint8_t>(200 - sample);
+    HostMask full = mask;
+    for (uint8_t& weight : full) weight = weight == 0 ? 0 : 255;
+    for (const InPlace manner : {InPlace::mixed, InPlace::whole}) {
+      HostSwitches switches;
+      switches.inPlace = manner;
+      switches.dirtyMemory = false;
+      openHost(switches, source, mask);
+      record = hostRecord();
+      record->inHiPlane = record->outHiPlane = static_cast<int16_t>(planes - 1);
+      const size_t bytes = static_cast<size_t>(kWidth * planes);
+      for (int32_t y = 0; y < kHeight; ++y) {
+        record->inRect = record->outRect = rectOf(0, y, kWidth, y + 1);
+        ASSERT_EQ(record->advanceState(), kNoError);
+        const uint8_t* before = &source.samples[static_cast<size_t>(y) * bytes];
+        const uint8_t* after = &effect.samples[static_cast<size_t>(y) * bytes];
+        EXPECT_TRUE(std::equal(before, before + bytes, static_cast<uint8_t*>(record->inData)));
+        std::copy_n(after, bytes, static_cast<uint8_t*>(record->outData));
+      }
+      record->inRect = record->outRect = {};
+      ASSERT_EQ(record->advanceState(), kNoError);
+      EXPECT_EQ(takeFilteredPicture().samples,
+                mixByMask(source, effect, manner == InPlace::whole ? full : mask).samples);
+      closeHost();
+    }
+  }
+}
+
 TEST(MixByMask, RoundsToNearestAndKeepsTheExtraPlane) {
   HostPicture source = {256, 1, 1, std::vector<uint8_t>(256)};
   HostPicture effect = source;

@@ -71,7 +71,7 @@ TEST_F(SettingsFile, RoundTripKeepsEveryStoredField) {
     randomSettings(&random, &settings);
     settings.light1Dir.x = static_cast<float>(randomBetween(&random, -100, 100) / 100.0);
     std::strcpy(settings.environmentPath, kPicture);
-    ASSERT_TRUE(writeSettingsFile(session, path.c_str()));
+    ASSERT_TRUE(writeSettingsFile(settingsOf(session), path.c_str()));
     const Bytes first = readBytes(path);
     const float written = settings.light1Dir.x;
     std::memset(static_cast<void*>(&settings), 0, sizeof(settings));
@@ -80,7 +80,7 @@ TEST_F(SettingsFile, RoundTripKeepsEveryStoredField) {
     // A hundredth may be lost where the product lies just below a whole number; nothing else may.
     ASSERT_NEAR(settings.light1Dir.x, written, 0.010001);
     std::strcpy(settings.environmentPath, kPicture);
-    ASSERT_TRUE(writeSettingsFile(session, path.c_str()));
+    ASSERT_TRUE(writeSettingsFile(settingsOf(session), path.c_str()));
     const Bytes second = readBytes(path);
     ASSERT_EQ(second.size(), first.size());
     for (size_t at = 0; at < first.size(); ++at) {
@@ -92,7 +92,7 @@ TEST_F(SettingsFile, RoundTripKeepsEveryStoredField) {
 
 TEST_F(SettingsFile, LongerOldFileKeepsItsTail) {
   writeBytes(path, Bytes(500, 0xEE));
-  ASSERT_TRUE(writeSettingsFile(session, path.c_str()));
+  ASSERT_TRUE(writeSettingsFile(settingsOf(session), path.c_str()));
   const Bytes after = readBytes(path);
   ASSERT_EQ(after.size(), 500U);
   EXPECT_EQ(after[3], 31);
@@ -100,8 +100,8 @@ TEST_F(SettingsFile, LongerOldFileKeepsItsTail) {
   settings.radius = 77;
   readSettingsFile(session, path.c_str(), /*loadPictures=*/false);
   EXPECT_EQ(settings.radius, 10);
-  EXPECT_FALSE(writeSettingsFile(session, "/nowhere/at/all"));
-  EXPECT_FALSE(writeSettingsFile(session, "/dev/full")) << "a full disk is noticed";
+  EXPECT_FALSE(writeSettingsFile(settingsOf(session), "/nowhere/at/all"));
+  EXPECT_FALSE(writeSettingsFile(settingsOf(session), "/dev/full")) << "a full disk is noticed";
 }
 
 TEST_F(SettingsFile, WithoutAFileOnlyTheFolderIsRead) {
@@ -208,14 +208,14 @@ TEST_F(SettingsFile, NotFoundFlow) {
   EXPECT_EQ(noneRecord().choosers[1].pattern, "*.bmp");
 
   // Cancelled: path, picture and the settings read so far stay.
-  content.environmentName = "";
+  content.environmentName = "none";
   const EffectSettings before = settings;
   noneRecord() = {};
   noneScript() = {};
   writeBytes(path, fileOf(31, content).bytes);
   readSettingsFile(session, path.c_str(), true);
   ASSERT_EQ(noneRecord().alerts.size(), 1U);
-  EXPECT_EQ(noneRecord().alerts[0].texts[0], "Can't open the environment file \".bmp\".");
+  EXPECT_EQ(noneRecord().alerts[0].texts[0], "Can't open the environment file \"none.bmp\".");
   EXPECT_STREQ(settings.environmentPath, before.environmentPath);
   EXPECT_EQ(settings.radius, 13);
 
@@ -245,6 +245,9 @@ TEST_F(SettingsFile, FolderIsLearntFromPaths) {
   noneScript().chosenPaths = {"D:\\Art\\Environments and Textures\\gold.q9q",
                               "D:\\Art\\environments and textures\\presets\\gold.q9q",
                               "E:\\environments and textures\\other.q9q"};
+  // To this system they are names of files in the present folder.
+  for (const std::string& file : noneScript().chosenPaths) writeBytes(file, fileOf(24).bytes);
+  const std::vector<std::string> files = noneScript().chosenPaths;
   openPreset(session);
   EXPECT_STREQ(settings.pictureFolder, "");
   openPreset(session);
@@ -252,13 +255,16 @@ TEST_F(SettingsFile, FolderIsLearntFromPaths) {
   openPreset(session);
   EXPECT_STREQ(settings.pictureFolder, "D:\\Art\\environments and textures\\");
   EXPECT_EQ(rememberedValue("EnviroPath"), "D:\\Art\\environments and textures\\");
+  for (const std::string& file : files) std::remove(file.c_str());
+  noneScript().chosenPaths.push_back("F:\\environments and textures\\missing.q9q");
+  EXPECT_FALSE(openPreset(session)) << "not there";
   EXPECT_FALSE(openPreset(session)) << "cancelled";
   EXPECT_EQ(noneRecord().choosers[0].title, "Open a settings file");
   EXPECT_EQ(noneRecord().choosers[0].pattern, "*.q9q");
 }
 
-// Where nothing can be remembered, a folder lasts until the next file is read, or found again.
-TEST_F(SettingsFile, FolderIsLostWhereItCannotBeKept) {
+// Where nothing can be remembered, a folder lasts until the next file is read; the file lies in it.
+TEST_F(SettingsFile, FolderIsFoundWhereItCannotBeKept) {
   const std::string folder = temporaryPath("environments and textures\\");
   const std::string preset = folder + "gold.q9q";
   FileContent content;
@@ -269,10 +275,9 @@ TEST_F(SettingsFile, FolderIsLostWhereItCannotBeKept) {
     readAsPreset(fileOf(24).bytes);
     scriptBitmap(folder + "gold.bmp", 64, 64, redPicture());
     noneScript().forgetsValues = forgets;
-    noneScript().chosenPaths = {preset, folder + "any.bmp"};
-    noneScript().alertAnswers = {2};
+    noneScript().chosenPaths = {preset};
     EXPECT_TRUE(openPreset(session));
-    EXPECT_EQ(noneRecord().alerts.size(), forgets ? 1U : 0U);
+    EXPECT_TRUE(noneRecord().alerts.empty());
     EXPECT_EQ(settings.environmentPath, folder + "gold.bmp");
   }
   std::remove(preset.c_str());
@@ -312,10 +317,34 @@ TEST_F(SettingsFile, CachedSettingsComeBack) {
   EXPECT_TRUE(noneRecord().alerts.empty()) << "their pictures are not looked for";
   noneScript().chosenPaths = {path};
   settings.gloss = 17;
-  EXPECT_TRUE(savePreset(session));
+  EXPECT_TRUE(savePreset(settingsOf(session)));
   EXPECT_TRUE(noneRecord().choosers[0].forSaving);
   EXPECT_EQ(noneRecord().choosers[0].title, "Save a settings file");
   settings.gloss = 1;
   loadCachedSettings(session);
   EXPECT_EQ(settings.gloss, 17);
+}
+
+// Around the settings file, then where the module's own pictures are; the first one counts.
+TEST_F(SettingsFile, PicturesAreLookedForInManyPlaces) {
+  const std::string usual = "environments and textures/";
+  noneScript().separator = '/';
+  noneScript().ownPictures = "/own/";
+  writeRememberedValue("EnviroPath", "/known/");
+  FileContent content;
+  content.environmentName = "sky.bmp";
+  const Bytes bytes = fileOf(31, content).bytes;
+  const std::string beside = path.substr(0, path.rfind('/') + 1);
+  const std::string above = beside.substr(0, beside.rfind('/', beside.size() - 2) + 1);
+  const std::string places[] = {"/own/", above + usual, beside + usual, beside, "/known/"};
+  for (const std::string& place : places) {
+    scriptBitmap(place + "sky.bmp", 64, 64, redPicture());
+    readAsPreset(bytes);
+    EXPECT_EQ(settings.environmentPath, place + "sky.bmp");
+  }
+  EXPECT_TRUE(noneRecord().alerts.empty());
+  // A file without the name of an environment asks for none.
+  content.environmentName = "";
+  readAsPreset(fileOf(31, content).bytes);
+  EXPECT_TRUE(noneRecord().alerts.empty());
 }

@@ -1,0 +1,96 @@
+#include "hosts/commands/apply_command.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "hosts/commands/output_names.h"
+#include "hosts/effect_runs/effect_run.h"
+#include "hosts/effect_runs/selection.h"
+#include "hosts/effect_runs/setting_text.h"
+#include "hosts/picture_files/picture_load.h"
+#include "hosts/picture_files/picture_save.h"
+#include "hosts/picture_files/picture_warnings.h"
+#include "hosts/process/child_processes.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
+#include "hosts/process/file_names.h"
+#include "hosts/process/interrupt.h"
+
+static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
+                           const std::string& image, const std::string& output) {
+  const PictureFormat& format = chosenFormat(options.saving, output);
+  const SavingChoice saving = parseSaving(options.saving);
+  Picture picture = loadPicture(image);
+  setDepth(saving.depth, &picture);
+  checkFormatHolds(format, picture, output);
+  Selection selection = loadSelection(options.mask, picture, image);
+  if (!options.quiet) warnOfLoss(picture, format, saving.choices.strip, image);
+  warnOfEmptiness(selection);
+  stopIfInterrupted();
+  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
+  renderEffect(plan, &picture, std::move(selection), quiet, image);
+  savePicture(std::move(picture), format, saving.choices, output);
+}
+
+// What fails for all of them fails once, before any is begun.
+static void applyToPictures(const ApplyOptions& options, const ChosenEffect& effect, uint32_t seed,
+                            const std::vector<std::string>& outputs, int jobs) {
+  runInChild([&] {
+    planEffect(options.effect, effect, seed);
+    return kExitDone;
+  });
+  ChildWork work;
+  work.names = options.images;
+  work.jobs = jobs;
+  work.quiet = options.quiet;
+  work.command = [&](size_t i) {
+    checkWritable(outputs[i]);
+    const EffectPlan plan = planEffect(options.effect, effect, seed);
+    applyToPicture(plan, options, options.images[i], outputs[i]);
+    return kExitDone;
+  };
+  const std::vector<bool> done = runInChildren(work);
+  const auto failed = std::count(done.begin(), done.end(), false);
+  if (failed == 0) return;
+  throw CommandFailure{kExitFailed, std::to_string(failed) + " of " + std::to_string(done.size()) +
+                                        " pictures failed"};
+}
+
+// A list of settings behind one --set ends up among the pictures.
+static void checkImages(const std::vector<std::string>& images) {
+  for (const std::string& image : images) {
+    if (isSettingAssignment(image) && !fileExists(image)) {
+      failOnUsage(describeStraySetting(image));
+    }
+  }
+}
+
+// Only the built-in textures are drawn by chance.
+static bool usesSeed(const EffectSettings& settings) {
+  return settings.textureChoice != kTextureChoiceNone &&
+         settings.textureChoice != kTextureChoiceFile;
+}
+
+int runApplyCommand(const ApplyOptions& options) {
+  const uint32_t seed = parseSeed(options.seed);
+  const int jobs = parseJobs(options.jobs);
+  checkImages(options.images);
+  const std::vector<std::string> outputs = outputNames(options.images, options.output);
+  parseSaving(options.saving);
+  for (const std::string& output : outputs) chosenFormat(options.saving, output);
+  watchForInterrupts();
+  const bool single = outputs.size() == 1;
+  if (single) checkWritable(outputs[0]);
+  const ChosenEffect effect = chooseEffect(options.effect);
+  if (single) {
+    const EffectPlan plan = planEffect(options.effect, effect, seed);
+    applyToPicture(plan, options, options.images[0], outputs[0]);
+  } else {
+    applyToPictures(options, effect, seed, outputs, jobs);
+  }
+  if (!options.quiet && options.seed.empty() && usesSeed(effect.settings)) {
+    std::FILE* place = outputs[0] == kStandardStream ? stderr : stdout;
+    std::fprintf(place, "seed %u\n", seed);
+  }
+  return kExitDone;
+}

@@ -1,0 +1,57 @@
+#include "hosts/commands/output_names.h"
+
+#include <map>
+
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
+#include "hosts/process/file_names.h"
+
+constexpr char kNameMark[] = "{name}";
+constexpr char kNameOfStandardInput[] = "stdin";
+
+static std::string outputName(const std::string& image, const std::string& pattern) {
+  const std::string name = image == kStandardStream ? kNameOfStandardInput : bareName(image);
+  std::string text;
+  size_t start = 0;
+  for (;;) {
+    const size_t mark = pattern.find(kNameMark, start);
+    text += pattern.substr(start, mark - start);
+    if (mark == std::string::npos) return text;
+    text += name;
+    start = mark + sizeof(kNameMark) - 1;
+  }
+}
+
+static void checkCollisions(const std::vector<std::string>& images,
+                            const std::vector<std::string>& outputs) {
+  std::map<std::string, size_t> written;
+  for (size_t i = 0; i < outputs.size(); ++i) {
+    const auto [other, isNew] = written.emplace(placeOf(outputs[i]), i);
+    if (!isNew) {
+      failOnUsage(images[other->second] + " and " + images[i] + " would both be written to " +
+                  outputs[i]);
+    }
+  }
+  for (size_t i = 0; i < images.size(); ++i) {
+    if (images[i] == kStandardStream) continue;
+    const auto found = written.find(placeOf(images[i]));
+    if (found == written.end()) continue;
+    const std::string& source = images[found->second];
+    failOnUsage("the result of " + source + " would replace " +
+                (found->second == i ? "it" : images[i] + ", which is to be read too") +
+                "; choose another name, as in -o '{name}-lit.png'");
+  }
+}
+
+std::vector<std::string> outputNames(const std::vector<std::string>& images,
+                                     const std::string& pattern) {
+  const bool marked = pattern.find(kNameMark) != std::string::npos;
+  if (images.size() > 1 && !marked) {
+    failOnUsage("-o " + pattern + ": several pictures need {name} in the result's name, as in -o " +
+                "'out/{name}.png'");
+  }
+  std::vector<std::string> outputs;
+  for (const std::string& image : images) outputs.push_back(outputName(image, pattern));
+  if (marked) checkCollisions(images, outputs);
+  return outputs;
+}

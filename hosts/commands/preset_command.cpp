@@ -1,0 +1,158 @@
+#include "hosts/commands/preset_command.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+#include "hosts/commands/json_text.h"
+#include "hosts/effect_runs/picture_lookup.h"
+#include "hosts/effect_runs/preset_file.h"
+#include "hosts/effect_runs/preset_lookup.h"
+#include "hosts/effect_runs/setting_text.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
+#include "hosts/process/file_names.h"
+#include "hosts/process/interrupt.h"
+#include "platform/user_files.h"
+
+// --- Showing --------------------------------------------------------------------------------
+
+struct ShownItem {
+  std::string name;
+  std::string value;  // as --set takes it, where it does
+  std::string json;
+};
+
+static ShownItem shownSetting(const SettingRange& row, const EffectSettings& settings) {
+  const std::vector<std::string> parts = componentsOf(row, settings);
+  return {row.name, formatValue(row, settings), parts.size() == 1 ? parts[0] : jsonArray(parts)};
+}
+
+static ShownItem shownPattern(const EffectSettings& settings) {
+  std::vector<std::string> parts;
+  std::string text;
+  for (int i = 0; i < 3; ++i) {
+    parts.push_back(std::to_string(settings.proceduralTexture[i]));
+    text += (i == 0 ? "" : ",") + parts.back();
+  }
+  return {"proceduralTexture", text, jsonArray(parts)};
+}
+
+// An item that no option sets.
+static ShownItem shownNumber(const SettingsItem& item, const EffectSettings& settings) {
+  if (item.offset == offsetof(EffectSettings, constantOne)) {
+    const std::string text = std::to_string(settings.constantOne);
+    return {item.field, text, text};
+  }
+  int32_t number = 0;
+  std::memcpy(&number, reinterpret_cast<const char*>(&settings) + item.offset, sizeof(number));
+  return {item.field, std::to_string(number), std::to_string(number)};
+}
+
+static ShownItem shownItem(const SettingsItem& item, const EffectSettings& settings) {
+  const SettingRange* row = findSetting(item.field);
+  if (row != nullptr) return shownSetting(*row, settings);
+  if (std::strcmp(item.field, "proceduralTexture") == 0) return shownPattern(settings);
+  return shownNumber(item, settings);
+}
+
+// Fields of several items, and one that old and new files hold at different places, appear once.
+static std::vector<ShownItem> shownItems(const Preset& preset) {
+  const std::string version = std::to_string(preset.decoded.version);
+  std::vector<ShownItem> items = {{"formatVersion", version, version}};
+  int32_t names = 0;
+  for (const SettingsItem& item : kSettingsItems) {
+    const bool known = std::any_of(items.begin(), items.end(), [&item](const ShownItem& other) {
+      return other.name == item.field;
+    });
+    if (known || item.form == ItemForm::block || item.form == ItemForm::encoding) continue;
+    if (item.form == ItemForm::name) {
+      const std::string name = nameInUtf8(preset.decoded.names[names++]);
+      items.push_back({item.field, name, jsonString(name)});
+    } else {
+      items.push_back(shownItem(item, preset.settings));
+    }
+  }
+  return items;
+}
+
+static void printJson(const std::vector<ShownItem>& items) {
+  std::puts("{");
+  for (const ShownItem& item : items) {
+    const char* end = &item == &items.back() ? "" : ",";
+    std::printf("  %s: %s%s\n", jsonString(item.name).c_str(), item.json.c_str(), end);
+  }
+  std::puts("}");
+}
+
+// Names come from files, which may hold anything.
+static std::string printable(std::string text) {
+  for (char& c : text) {
+    if (static_cast<unsigned char>(c) < ' ' || c == 127) c = '?';
+  }
+  return text;
+}
+
+static void printTable(const std::vector<ShownItem>& items) {
+  size_t width = 0;
+  size_t valueWidth = 0;
+  for (const ShownItem& item : items) {
+    width = std::max(width, item.name.size());
+    if (findSetting(item.name.c_str()) != nullptr) {
+      valueWidth = std::max(valueWidth, item.value.size());
+    }
+  }
+  for (const ShownItem& item : items) {
+    const SettingRange* row = findSetting(item.name.c_str());
+    const std::string value = printable(item.value);
+    if (row == nullptr) {
+      std::printf("%-*s  %s\n", static_cast<int>(width), item.name.c_str(), value.c_str());
+    } else {
+      std::printf("%-*s  %-*s  %s\n", static_cast<int>(width), item.name.c_str(),
+                  static_cast<int>(valueWidth), value.c_str(), row->meaning);
+    }
+  }
+}
+
+int runPresetShow(const PresetShowOptions& options) {
+  const std::vector<ShownItem> items = shownItems(readPreset(findPreset(options.file)));
+  if (options.json) {
+    printJson(items);
+  } else {
+    printTable(items);
+  }
+  return kExitDone;
+}
+
+// --- Saving ---------------------------------------------------------------------------------
+
+// The name that the file will hold has to lead back to the picture: it has no folder, it is read
+// in small letters and with the usual ending, and its character set is small.
+static std::string nameOfPicture(const std::string& file) {
+  const BitmapPath checked = findBitmap(file);
+  char stored[kPathBytes];
+  windowsNameFromPath(lastName(file).c_str(), stored, kPathBytes);
+  if (lastName(findPictureByName(folderOf(file), stored)) != lastName(file)) {
+    failOnFile(file,
+               "a settings file cannot name this picture; its name has to end in .bmp, consist of "
+               "Western European letters, and differ from others in more than capitals");
+  }
+  return stored;
+}
+
+int runPresetSave(const PresetSaveOptions& options) {
+  const ChosenEffect effect = chooseEffect(options.effect);
+  std::string names[kPictureNames];
+  for (int32_t kind = 0; kind < kPictureNames; ++kind) {
+    const ChosenPicture& picture = effect.pictures[kind];
+    names[kind] = picture.path.empty() ? picture.name : nameOfPicture(picture.path);
+  }
+  watchForInterrupts();
+  checkWritable(options.output);
+  writePreset(effect.settings, names, options.output);
+  if (options.output != kStandardStream && !options.output.ends_with(".q9q")) {
+    reportWarning(options.output +
+                  ": does not end in .q9q, so that `morvalis gallery` leaves it out");
+  }
+  return kExitDone;
+}

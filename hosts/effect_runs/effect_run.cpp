@@ -1,0 +1,56 @@
+#include "hosts/effect_runs/effect_run.h"
+
+#include <charconv>
+#include <utility>
+
+#include "hosts/effect_runs/open_host.h"
+#include "hosts/effect_runs/render_result.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/interrupt.h"
+#include "hosts/process/progress_bar.h"
+#include "platform/clock.h"
+#include "platform/remembered_values.h"
+#include "platform/unix/program_session.h"
+
+uint32_t parseSeed(const std::string& text) {
+  if (text.empty()) return secondsNow();
+  uint32_t seed = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, seed);
+  if (stop != end || error != std::errc()) {
+    failOnUsage("--seed " + text + ": takes a whole number, 0 to 4294967295");
+  }
+  return seed;
+}
+
+EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, uint32_t seed) {
+  EffectPlan plan = {};
+  plan.settings = effect.settings;
+  keepRememberedValuesInMemory();
+  fixClock(seed);
+  plan.found = findPictures(options, effect);
+  const std::string& environment = plan.found.pictures[kEnvironmentName].path;
+  const std::string& texture = plan.found.pictures[kTextureName].path;
+  if (!environment.empty()) writeRememberedValue("ChromeFile", environment.c_str());
+  if (!texture.empty()) writeRememberedValue("TextureFile", texture.c_str());
+  return plan;
+}
+
+void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection, bool quiet,
+                  const std::string& file) {
+  ProgressBar bar = makeProgressBar(quiet);
+  HostSwitches switches;
+  switches.dirtyMemory = false;
+  switches.keepsLog = false;
+  switches.inPlace = placeFor(*picture, selection);
+  switches.abortTest = interrupted;
+  switches.progress = [&bar](int32_t done, int32_t total) { drawProgress(&bar, done, total); };
+  const HostMask mask = picture->deep.colors.empty() ? HostMask() : selection.mask;
+  const OpenHost host(switches, std::move(picture->colors), std::move(selection.mask));
+  checkResult(callSelector(kSelectorPrepare), file);
+  copySettings(plan.settings, moduleSettings(file));
+  const int16_t result = renderFilter();
+  clearProgress(&bar);
+  checkResult(result, file);
+  takeResult(mask, selection.byOwnAlpha, picture);
+}

@@ -1,0 +1,25 @@
+// effect_run: one run of the module on a picture in memory.
+
+#pragma once
+
+#include <string>
+
+#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_runs/selection.h"
+
+// Everything a run needs besides the picture.
+struct EffectPlan {
+  EffectSettings settings;
+  FoundPictures found;
+};
+
+// The seed that --seed names, or the clock's for ""; ends the command when it is not a number.
+uint32_t parseSeed(const std::string& text);
+
+// Cuts the run off from the user: from here on it depends on the plan and the seed alone.
+EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, uint32_t seed);
+
+// Puts the effect into the picture's selection. Failures name `file`, where the picture is from,
+// and leave a picture without pixels.
+void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection, bool quiet,
+                  const std::string& file);

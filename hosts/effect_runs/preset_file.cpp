@@ -1,0 +1,59 @@
+#include "hosts/effect_runs/preset_file.h"
+
+#include <sys/stat.h>
+
+#include "entry/handles.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
+#include "persistence/path_parts.h"
+#include "platform/user_files.h"
+#include "settings/settings_defaults.h"
+
+constexpr int32_t kUtf8Bytes = 3 * kPathBytes;  // a Windows character takes three at most
+
+Preset emptyPreset() {
+  Preset preset = {};
+  fillDefaultSettings(&preset.settings);
+  return preset;
+}
+
+// The blocks only matter for the names in them, which have been read.
+static void dropReferenceBlocks(EffectSettings* settings) {
+  disposeModuleHandle(settings->environmentRef);
+  disposeModuleHandle(settings->textureRef);
+  settings->environmentRef = nullptr;
+  settings->textureRef = nullptr;
+}
+
+Preset readPreset(const std::string& file) {
+  const FileBytes contents = readFileStart(file, "a settings file", kLargestSettingsFile);
+  Preset preset = emptyPreset();
+  decodeSettings(contents.data(), contents.size(), &preset.settings, &preset.decoded);
+  dropReferenceBlocks(&preset.settings);
+  const SettingsCheck check = checkSettings(preset.settings, preset.decoded);
+  if (check == SettingsCheck::notSettings) failOnFile(file, "is not a settings file");
+  if (check == SettingsCheck::damaged) failOnFile(file, "is damaged or cut off");
+  return preset;
+}
+
+std::string nameInUtf8(const char* windowsName) {
+  char name[kUtf8Bytes];
+  pathFromWindowsName(windowsName, name, kUtf8Bytes);
+  return name;
+}
+
+void writePreset(const EffectSettings& settings, const std::string names[kPictureNames],
+                 const std::string& file) {
+  uint8_t bytes[kLongestEncodedSettings];
+  const char* const texts[kPictureNames] = {names[kEnvironmentName].c_str(),
+                                            names[kTextureName].c_str()};
+  const size_t count = encodeNamedSettings(&settings, texts, bytes);
+  FileBytes contents(bytes, bytes + count);
+  struct stat old = {};
+  if (file != kStandardStream && stat(file.c_str(), &old) == 0 &&
+      static_cast<size_t>(old.st_size) > count) {
+    const FileBytes before = readWholeFile(file, "a settings file");
+    contents.insert(contents.end(), before.begin() + static_cast<ptrdiff_t>(count), before.end());
+  }
+  writeWholeFile(file, contents);
+}

@@ -1,0 +1,212 @@
+#include <algorithm>
+#include <cstring>
+
+#include "hosts/formats_library/formats.h"
+#include "hosts/picture_files/exif_block.h"
+
+constexpr int kMostBands = 4;
+
+static void stopWhenAsked(VipsImage* image, void*, void* stop) {
+  if (reinterpret_cast<bool (*)()>(stop)()) vips_image_set_kill(image, TRUE);
+}
+
+void watchStop(VipsImage* image, bool (*stop)()) {
+  vips_image_set_progress(image, TRUE);
+  g_signal_connect(image, "eval", G_CALLBACK(stopWhenAsked), reinterpret_cast<void*>(stop));
+}
+
+// Families of the ISO container: pictures as phones take them.
+static bool isHeif(BytesView file) {
+  return beginsWith(file.part(4), "ftyp");
+}
+
+// Of a file that was cut off some readers do not even know what it was.
+static bool beginsAsPicture(BytesView file) {
+  using namespace std::string_view_literals;
+  constexpr std::string_view kMarks[] = {"II*\0"sv, "MM\0*"sv, "GIF8"sv, "\xFF\xD8\xFF"sv};
+  const bool webp = beginsWith(file, "RIFF") && beginsWith(file.part(8), "WEBP");
+  return webp || std::any_of(std::begin(kMarks), std::end(kMarks),
+                             [file](std::string_view mark) { return beginsWith(file, mark); });
+}
+
+static std::string failure(bool (*stop)()) {
+  const std::string reason = takeReason();
+  if (stop()) return kStopped;
+  return "is damaged or cut off" + (reason.empty() ? "" : ": " + reason);
+}
+
+// --- Colours --------------------------------------------------------------------------------
+
+static bool needsProfile(VipsInterpretation kind) {
+  return kind == VIPS_INTERPRETATION_CMYK;
+}
+
+static const char* nameOf(VipsInterpretation kind) {
+  switch (kind) {
+    case VIPS_INTERPRETATION_CMYK:
+      return "CMYK";
+    case VIPS_INTERPRETATION_LAB:
+    case VIPS_INTERPRETATION_LABQ:
+    case VIPS_INTERPRETATION_LABS:
+      return "Lab";
+    case VIPS_INTERPRETATION_scRGB:
+      return "floating-point";
+    default:
+      return "";
+  }
+}
+
+// To sRGB by the picture's own profile, or a usual one of its kind.
+static bool convertColors(VipsRef* held, Picture* picture) {
+  const VipsInterpretation kind = held->image->Type;
+  const std::string name = nameOf(kind);
+  if (name.empty()) return true;
+  const bool deep = vips_format_sizeof(held->image->BandFmt) > 1;
+  VipsImage* out = nullptr;
+  int error = 0;
+  if (needsProfile(kind)) {
+    error = vips_icc_transform(held->image, &out, "srgb", "embedded", TRUE, "input_profile", "cmyk",
+                               "depth", deep ? 16 : 8, nullptr);
+  } else {
+    error = vips_colourspace(held->image, &out,
+                             deep ? VIPS_INTERPRETATION_RGB16 : VIPS_INTERPRETATION_sRGB, nullptr);
+  }
+  if (error != 0) return false;
+  held->replace(out);
+  vips_image_remove(held->image, VIPS_META_ICC_NAME);
+  if (kind != VIPS_INTERPRETATION_scRGB) picture->converted = name;
+  return true;
+}
+
+// To 8 or 16 bits without a sign.
+static bool convertSamples(VipsRef* held) {
+  const VipsBandFormat format = held->image->BandFmt;
+  if (format == VIPS_FORMAT_UCHAR || format == VIPS_FORMAT_USHORT) return true;
+  VipsImage* out = nullptr;
+  if (format == VIPS_FORMAT_FLOAT || format == VIPS_FORMAT_DOUBLE) {
+    VipsRef scaled;
+    if (vips_linear1(held->image, &scaled.image, 65535, 0.5, nullptr) != 0 ||
+        vips_cast_ushort(scaled.image, &out, nullptr) != 0) {
+      return false;
+    }
+  } else if (vips_cast(held->image, &out, VIPS_FORMAT_USHORT, "shift", TRUE, nullptr) != 0) {
+    return false;
+  }
+  held->replace(out);
+  return true;
+}
+
+// --- Planes ---------------------------------------------------------------------------------
+
+static uint8_t shallow(uint8_t sample) {
+  return sample;
+}
+static uint8_t shallow(uint16_t sample) {
+  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
+}
+
+template <typename Sample>
+static void takePlanes(const Sample* from, size_t pixels, int bands, Picture* picture) {
+  const int planes = picture->colors.planes;
+  const bool alpha = bands == 2 || bands == kMostBands;
+  picture->colors.samples.resize(pixels * static_cast<size_t>(planes));
+  if (alpha) picture->alpha.resize(pixels);
+  uint8_t* color = picture->colors.samples.data();
+  for (size_t i = 0; i < pixels; ++i, from += bands) {
+    for (int plane = 0; plane < planes; ++plane) *color++ = shallow(from[plane]);
+    if (alpha) picture->alpha[i] = shallow(from[planes]);
+  }
+}
+
+static void takeDeepPlanes(const uint16_t* from, size_t pixels, int bands, Picture* picture) {
+  const int planes = picture->colors.planes;
+  for (size_t i = 0; i < pixels; ++i, from += bands) {
+    picture->deep.colors.insert(picture->deep.colors.end(), from, from + planes);
+    if (bands > planes) picture->deep.alpha.push_back(from[planes]);
+  }
+}
+
+static bool takePixels(VipsImage* image, Picture* picture) {
+  size_t bytes = 0;
+  void* memory = vips_image_write_to_memory(image, &bytes);
+  if (memory == nullptr) return false;
+  const int bands = std::min(image->Bands, kMostBands);
+  HostPicture& colors = picture->colors;
+  colors.width = image->Xsize;
+  colors.height = image->Ysize;
+  colors.planes = bands < 3 ? 1 : 3;
+  const size_t pixels = static_cast<size_t>(image->Xsize) * static_cast<size_t>(image->Ysize);
+  if (image->BandFmt == VIPS_FORMAT_USHORT) {
+    picture->sampleBits = 16;
+    takePlanes(static_cast<const uint16_t*>(memory), pixels, bands, picture);
+    takeDeepPlanes(static_cast<const uint16_t*>(memory), pixels, bands, picture);
+  } else {
+    takePlanes(static_cast<const uint8_t*>(memory), pixels, bands, picture);
+  }
+  g_free(memory);
+  return true;
+}
+
+// --- The file -------------------------------------------------------------------------------
+
+static VipsImage* openImage(BytesView file, std::string* loader) {
+  if (isHeif(file)) loadPlugIn("vips-heif.so");
+  VipsSource* source = vips_source_new_from_memory(file.data, file.size);
+  if (source == nullptr) return nullptr;
+  const char* found = vips_foreign_find_load_source(source);
+  VipsImage* image = nullptr;
+  if (found != nullptr) {
+    *loader = found;
+    image = vips_image_new_from_source(source, "", "access", VIPS_ACCESS_SEQUENTIAL, "fail_on",
+                                       VIPS_FAIL_ON_ERROR, nullptr);
+  }
+  g_object_unref(source);
+  return image;
+}
+
+// Upright. Sequential files are taken as a whole first, since turning needs every row at once.
+static bool turn(VipsRef* held, int orientation) {
+  if (orientation <= 1) return true;
+  VipsImage* whole = vips_image_copy_memory(held->image);
+  if (whole == nullptr) return false;
+  held->replace(whole);
+  vips_image_set_int(held->image, VIPS_META_ORIENTATION, orientation);
+  VipsImage* upright = nullptr;
+  if (vips_autorot(held->image, &upright, nullptr) != 0) return false;
+  held->replace(upright);
+  return true;
+}
+
+static int orientationOf(VipsImage* image, const PictureMetadata& metadata) {
+  const int said = vips_image_get_orientation(image);
+  return said > 1 ? said : exifOrientation(metadata.exif);
+}
+
+std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), bool (*stop)(),
+                       Picture* picture) {
+  std::string loader;
+  VipsRef held(openImage(file, &loader));
+  if (loader.empty()) {
+    vips_error_clear();
+    return beginsAsPicture(file) ? "is damaged or cut off" : kNotAPicture;
+  }
+  if (held.image == nullptr) return failure(stop);
+  const std::string refused = refuse(held.image->Xsize, held.image->Ysize);
+  if (!refused.empty()) return refused;
+  picture->pictureCount = std::max(1, vips_image_get_n_pages(held.image));
+  watchStop(held.image, stop);
+
+  PictureMetadata& metadata = picture->metadata;
+  const bool png =
+      beginsWith(file, "\x89PNG");  // whose words have been read already, better than here
+  if (!png) takeMetadata(held.image, file, false, &metadata);
+  const int orientation = orientationOf(held.image, metadata);
+  picture->sidesSwapped = orientation >= 5;
+  if (picture->sidesSwapped) std::swap(metadata.dotsPerMeterX, metadata.dotsPerMeterY);
+  if (!convertColors(&held, picture) || !convertSamples(&held) || !turn(&held, orientation) ||
+      !takePixels(held.image, picture)) {
+    return failure(stop);
+  }
+  if (!picture->converted.empty()) metadata.profile.clear();
+  return "";
+}

@@ -1,0 +1,135 @@
+#include <algorithm>
+
+#include "hosts/formats_library/formats.h"
+
+constexpr int kJpegQuality = 95;
+constexpr int kFineChroma = 90;  // from this quality on colours are as sharp as brightness
+constexpr int kHeifQuality = 80;
+
+// The planes beside each other, as the picture library wants them.
+template <typename Sample>
+static std::vector<Sample> interleaved(const std::vector<Sample>& colors,
+                                       const std::vector<Sample>& alpha, int32_t planes) {
+  std::vector<Sample> pixels;
+  pixels.reserve(colors.size() + alpha.size());
+  for (size_t i = 0; i < alpha.size(); ++i) {
+    const auto color = colors.begin() + static_cast<ptrdiff_t>(i) * planes;
+    pixels.insert(pixels.end(), color, color + planes);
+    pixels.push_back(alpha[i]);
+  }
+  return pixels;
+}
+
+// `room` holds the pixels where they cannot stay where they are.
+struct PixelRoom {
+  std::vector<uint8_t> shallow;
+  std::vector<uint16_t> deep;
+};
+
+static VipsImage* imageOf(const Picture& picture, PixelRoom* room) {
+  const HostPicture& colors = picture.colors;
+  const bool deep = !picture.deep.colors.empty();
+  const bool alpha = !picture.alpha.empty();
+  const void* pixels = deep ? static_cast<const void*>(picture.deep.colors.data())
+                            : static_cast<const void*>(colors.samples.data());
+  if (alpha && deep) {
+    room->deep = interleaved(picture.deep.colors, picture.deep.alpha, colors.planes);
+    pixels = room->deep.data();
+  } else if (alpha) {
+    room->shallow = interleaved(colors.samples, picture.alpha, colors.planes);
+    pixels = room->shallow.data();
+  }
+  const int bands = colors.planes + (alpha ? 1 : 0);
+  const size_t bytes = static_cast<size_t>(colors.width) * static_cast<size_t>(colors.height) *
+                       static_cast<size_t>(bands) * (deep ? 2 : 1);
+  VipsImage* memory = vips_image_new_from_memory(pixels, bytes, colors.width, colors.height, bands,
+                                                 deep ? VIPS_FORMAT_USHORT : VIPS_FORMAT_UCHAR);
+  if (memory == nullptr) return nullptr;
+  const PictureMetadata& metadata = picture.metadata;
+  const bool grey = colors.planes == 1;
+  const VipsInterpretation kind =
+      grey ? (deep ? VIPS_INTERPRETATION_GREY16 : VIPS_INTERPRETATION_B_W)
+           : (deep ? VIPS_INTERPRETATION_RGB16 : VIPS_INTERPRETATION_sRGB);
+  VipsImage* image = nullptr;
+  // 72 to the inch where nothing is said, as most programs take it.
+  const double x = metadata.dotsPerMeterX > 0 ? metadata.dotsPerMeterX / 1000 : 72 / 25.4;
+  const double y = metadata.dotsPerMeterY > 0 ? metadata.dotsPerMeterY / 1000 : 72 / 25.4;
+  vips_copy(memory, &image, "interpretation", kind, "xres", x, "yres", y, nullptr);
+  g_object_unref(memory);
+  return image;
+}
+
+static int saveJpeg(VipsImage* image, const SaveChoices& choices, void** data, size_t* bytes) {
+  const int quality = choices.quality < 0 ? kJpegQuality : choices.quality;
+  const bool fine = choices.chroma.empty() ? quality >= kFineChroma : choices.chroma == "444";
+  return vips_jpegsave_buffer(
+      image, data, bytes, "Q", quality, "strip", TRUE, "optimize_coding", TRUE, "subsample_mode",
+      fine ? VIPS_FOREIGN_SUBSAMPLE_OFF : VIPS_FOREIGN_SUBSAMPLE_ON, nullptr);
+}
+
+static int saveWebp(VipsImage* image, const SaveChoices& choices, void** data, size_t* bytes) {
+  const bool lossless = choices.lossless || choices.quality < 0;
+  return vips_webpsave_buffer(image, data, bytes, "lossless", lossless, "Q",
+                              choices.quality < 0 ? 75 : choices.quality, nullptr);
+}
+
+static int saveHeif(VipsImage* image, FormatKind kind, const SaveChoices& choices, void** data,
+                    size_t* bytes) {
+  loadPlugIn("vips-heif.so");
+  const bool av1 = kind == FormatKind::avif;
+  const bool fine = choices.chroma.empty() ? choices.lossless || choices.quality >= kFineChroma
+                                           : choices.chroma == "444";
+  return vips_heifsave_buffer(
+      image, data, bytes, "compression",
+      av1 ? VIPS_FOREIGN_HEIF_COMPRESSION_AV1 : VIPS_FOREIGN_HEIF_COMPRESSION_HEVC, "Q",
+      choices.quality < 0 ? kHeifQuality : choices.quality, "lossless", choices.lossless,
+      "subsample_mode", fine ? VIPS_FOREIGN_SUBSAMPLE_OFF : VIPS_FOREIGN_SUBSAMPLE_ON, nullptr);
+}
+
+static int saveJxl(VipsImage* image, const SaveChoices& choices, void** data, size_t* bytes) {
+  loadPlugIn("vips-jxl.so");
+  const bool lossless = choices.lossless || choices.quality < 0;
+  return vips_jxlsave_buffer(image, data, bytes, "lossless", lossless, "Q",
+                             choices.quality < 0 ? 75 : choices.quality, nullptr);
+}
+
+static int saveTiff(VipsImage* image, void** data, size_t* bytes) {
+  return vips_tiffsave_buffer(image, data, bytes, "compression",
+                              VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE, "predictor",
+                              VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr);
+}
+
+static int save(VipsImage* image, FormatKind kind, const SaveChoices& choices, void** data,
+                size_t* bytes) {
+  switch (kind) {
+    case FormatKind::jpeg:
+      return saveJpeg(image, choices, data, bytes);
+    case FormatKind::webp:
+      return saveWebp(image, choices, data, bytes);
+    case FormatKind::tiff:
+      return saveTiff(image, data, bytes);
+    case FormatKind::jxl:
+      return saveJxl(image, choices, data, bytes);
+    default:
+      return saveHeif(image, kind, choices, data, bytes);
+  }
+}
+
+std::string saveFormat(const Picture& picture, const PictureFormat& format,
+                       const SaveChoices& choices, bool (*stop)(), FileBytes* file) {
+  PixelRoom room;
+  const VipsRef held(imageOf(picture, &room));
+  if (held.image == nullptr) return takeReason();
+  watchStop(held.image, stop);
+  if (format.kind != FormatKind::jpeg) giveMetadata(picture.metadata, held.image);
+  void* data = nullptr;
+  size_t bytes = 0;
+  if (save(held.image, format.kind, choices, &data, &bytes) != 0) {
+    return stop() ? kStopped : takeReason();
+  }
+  const auto* start = static_cast<const uint8_t*>(data);
+  file->assign(start, start + bytes);
+  g_free(data);
+  if (format.kind == FormatKind::jpeg) *file = jpegWithMetadata(*file, picture.metadata);
+  return "";
+}

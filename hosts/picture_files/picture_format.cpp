@@ -1,0 +1,110 @@
+#include "hosts/picture_files/picture_format.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
+#include "hosts/process/file_names.h"
+
+using enum FormatKind;
+
+constexpr PictureFormat kFormats[] = {
+    // extension, kind, alpha, colours, depth, profile, exif, xmp, iptc, resolution, texts
+    {"png", png, true, true, true, true, true, true, true, true, true},
+    {"jpg", jpeg, false, true, false, true, true, true, true, true, true},
+    {"jpeg", jpeg, false, true, false, true, true, true, true, true, true},
+    {"tif", tiff, true, true, true, true, false, true, true, true, false},
+    {"tiff", tiff, true, true, true, true, false, true, true, true, false},
+    {"webp", webp, true, true, false, true, true, true, false, false, false},
+    {"avif", avif, true, true, false, true, true, true, false, false, false},
+    {"heic", heic, true, true, false, true, true, true, false, false, false},
+    {"jxl", jxl, true, true, true, true, true, true, false, false, false},
+    {"bmp", bmp, false, true, false, false, false, false, false, true, false},
+    {"ppm", pnm, false, true, true, false, false, false, false, false, false},
+    {"pgm", pnm, false, false, true, false, false, false, false, false, false},
+};
+
+// Kinds that are read and never written, for the message.
+constexpr const char* kReadable[] = {"gif", "ico", "cur", "tga", "heif",
+                                     "hif", "jpe", "pnm", "pbm"};
+
+static const PictureFormat* findByExtension(const std::string& extension) {
+  for (const PictureFormat& format : kFormats) {
+    if (extension == format.extension) return &format;
+  }
+  return nullptr;
+}
+
+const PictureFormat* findPictureFormat(const std::string& file) {
+  return file == kStandardStream ? &kFormats[0] : findByExtension(extensionOf(file));
+}
+
+std::string writableExtensions() {
+  std::string text;
+  for (const PictureFormat& format : kFormats) {
+    text += (text.empty() ? "." : ", .") + std::string(format.extension);
+  }
+  return text;
+}
+
+std::string readablePatterns() {
+  std::string text;
+  for (const PictureFormat& format : kFormats) {
+    text += (text.empty() ? "*." : " *.") + std::string(format.extension);
+  }
+  for (const char* extension : kReadable) text += " *." + std::string(extension);
+  return text;
+}
+
+const PictureFormat& pictureFormatOf(const std::string& file) {
+  const PictureFormat* format = findPictureFormat(file);
+  if (format != nullptr) return *format;
+  const std::string extension = extensionOf(file);
+  const bool known =
+      std::find(std::begin(kReadable), std::end(kReadable), extension) != std::end(kReadable);
+  failOnUsage(file +
+              (known ? ": ." + extension + " files cannot be written"
+                     : std::string(": cannot tell the format by the extension")) +
+              "; there are " + writableExtensions());
+}
+
+static bool lacksAlpha(const PictureFormat& format, const Picture& picture) {
+  return !format.alpha && std::any_of(picture.alpha.begin(), picture.alpha.end(),
+                                      [](uint8_t alpha) { return alpha != 255; });
+}
+
+static bool lacksColors(const PictureFormat& format, const Picture& picture) {
+  return !format.colors && picture.colors.planes > 1;
+}
+
+bool formatHolds(const PictureFormat& format, const Picture& picture) {
+  return !lacksAlpha(format, picture) && !lacksColors(format, picture);
+}
+
+void checkFormatHolds(const PictureFormat& format, const Picture& picture,
+                      const std::string& file) {
+  if (lacksAlpha(format, picture)) {
+    failOnFile(file, "the picture has transparency, which this format cannot hold; use .png");
+  }
+  if (lacksColors(format, picture)) {
+    failOnFile(file, "the picture has colours, which this format cannot hold; use .ppm or .png");
+  }
+}
+
+std::string lossesIn(const PictureFormat& format, const Picture& picture) {
+  const PictureMetadata& metadata = picture.metadata;
+  const bool words = !metadata.texts.empty() || !metadata.comments.empty();
+  // A TIFF file has room for a description alone.
+  const bool described = format.kind == FormatKind::tiff && metadata.comments.empty() &&
+                         metadata.texts.size() == 1 && metadata.texts[0].key == "Description";
+  std::vector<std::string> lost;
+  if (!metadata.profile.empty() && !format.profile) lost.emplace_back("colour profile");
+  if (!metadata.exif.empty() && !format.exif) lost.emplace_back("EXIF");
+  if (!metadata.xmp.empty() && !format.xmp) lost.emplace_back("XMP");
+  if (!metadata.iptc.empty() && !format.iptc) lost.emplace_back("IPTC");
+  if (words && !format.texts && !described) lost.emplace_back("texts");
+  std::string text;
+  for (const std::string& what : lost) text += (text.empty() ? "" : ", ") + what;
+  return text;
+}

@@ -1,0 +1,75 @@
+#include "hosts/picture_files/picture_save.h"
+
+#include <algorithm>
+
+#include "hosts/picture_files/formats_library.h"
+#include "hosts/picture_files/png_write.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
+#include "hosts/process/interrupt.h"
+#include "hosts/small_formats/small_formats.h"
+
+// A profile for colours on a grey picture, or the other way round, would make readers refuse it.
+static bool profileFits(const FileBytes& profile, bool grey) {
+  constexpr size_t kKindOffset = 16;
+  return beginsWith(BytesView(profile).part(kKindOffset), grey ? "GRAY" : "RGB ");
+}
+
+// A comment of the form "key: value" is such a text of another format.
+static PictureText textOfComment(const std::string& comment) {
+  const size_t colon = comment.find(": ");
+  const std::string key = comment.substr(0, colon);
+  const bool named = colon != std::string::npos && colon > 0 && colon < 80 &&
+                     key.find_first_of("\n\r") == std::string::npos;
+  return named ? PictureText{key, comment.substr(colon + 2), "", ""}
+               : PictureText{"Comment", comment, "", ""};
+}
+
+// What the format has no place for goes; words find the place that it has for them.
+static void fitToFormat(const PictureFormat& format, Picture* picture) {
+  PictureMetadata& metadata = picture->metadata;
+  const bool grey = picture->colors.planes == 1;
+  if (!format.profile || !profileFits(metadata.profile, grey)) metadata.profile.clear();
+  if (!format.alpha) {
+    picture->alpha.clear();
+    picture->deep.alpha.clear();
+  }
+  if (!format.depth) picture->deep = {};
+  if (format.kind == FormatKind::jpeg) {
+    for (const PictureText& text : metadata.texts) {
+      metadata.comments.push_back(text.key == "Comment" ? text.text : text.key + ": " + text.text);
+    }
+  } else if (metadata.texts.empty()) {
+    for (const std::string& comment : metadata.comments) {
+      metadata.texts.push_back(textOfComment(comment));
+    }
+  }
+}
+
+void savePicture(Picture picture, const PictureFormat& format, const SaveChoices& choices,
+                 const std::string& file) {
+  if (choices.strip) picture.metadata = {};
+  fitToFormat(format, &picture);
+  OutputFile output;
+  openOutput(file, &output);
+  switch (format.kind) {
+    case FormatKind::png:
+      writePng(picture, choices.compression < 0 ? kQuickPacking : choices.compression, &output);
+      break;
+    case FormatKind::bmp:
+      writeBitmap(picture, &output);
+      break;
+    case FormatKind::pnm:
+      writePortableMap(picture, &output);
+      break;
+    default: {
+      FileBytes contents;
+      const std::string reason =
+          formatsLibrary().save(picture, format, choices, interrupted, &contents);
+      stopIfInterrupted();
+      if (!reason.empty()) failOnFile(file, "cannot be written: " + reason);
+      appendOutput(contents, &output);
+    }
+  }
+  finishOutput(&output);
+}

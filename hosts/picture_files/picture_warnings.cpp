@@ -1,0 +1,25 @@
+#include "hosts/picture_files/picture_warnings.h"
+
+#include <vector>
+
+#include "hosts/process/command_failure.h"
+
+void warnOfLoss(const Picture& picture, const PictureFormat& format, bool stripped,
+                const std::string& file) {
+  std::vector<std::string> losses;
+  if (!picture.converted.empty()) {
+    losses.push_back("its " + picture.converted + " colours become RGB");
+  }
+  if (picture.sampleBits > 8 && !format.depth) {
+    losses.push_back("its samples of " + std::to_string(picture.sampleBits) + " bits become 8");
+  }
+  if (picture.pictureCount > 1) {
+    losses.push_back("only the first of its " + std::to_string(picture.pictureCount) +
+                     " pictures is taken");
+  }
+  const std::string words = stripped ? "" : lossesIn(format, picture);
+  if (!words.empty()) losses.push_back("the result cannot hold its " + words);
+  std::string text;
+  for (const std::string& loss : losses) text += (text.empty() ? "" : ", and ") + loss;
+  if (!text.empty()) reportWarning(file + ": " + text);
+}

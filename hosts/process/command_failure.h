@@ -1,0 +1,33 @@
+// command_failure: how a command ends early. Thrown anywhere below a command; whoever runs the
+// command prints the text as one line on standard error and ends with the code.
+
+#pragma once
+
+#include <functional>
+#include <string>
+
+constexpr int kExitDone = 0;
+constexpr int kExitFailed = 1;
+constexpr int kExitUsage = 2;
+
+struct CommandFailure {
+  int exitCode;
+  std::string text;
+};
+
+// The file "-" is told as standard input, and an empty name in quotes.
+[[noreturn]] void failOnFile(const std::string& file, const std::string& reason);
+[[noreturn]] void failOnUsage(const std::string& text);
+
+// Prints the text, if there is one; the exit code.
+int reportFailure(const CommandFailure& failure);
+
+// Prints something to be known about a run that goes on.
+void reportWarning(const std::string& text);
+
+// A text as one line of a length that can be read, whatever the names in it hold.
+std::string printableLine(const std::string& text);
+
+// The command's exit code, or that of its failure, which is reported.
+using Report = std::function<int(const CommandFailure&)>;
+int runReporting(const std::function<int()>& command, const Report& report = reportFailure);

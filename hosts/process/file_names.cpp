@@ -1,0 +1,98 @@
+#include "hosts/process/file_names.h"
+
+#include <stdlib.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "hosts/process/name_matching.h"
+
+namespace fs = std::filesystem;
+
+bool fileExists(const std::string& file) {
+  std::error_code failed;
+  return fs::exists(file, failed);
+}
+
+bool isFolder(const std::string& file) {
+  std::error_code failed;
+  return fs::is_directory(file, failed);
+}
+
+bool isOrdinaryFile(const std::string& file) {
+  std::error_code failed;
+  return fs::is_regular_file(file, failed);
+}
+
+std::string lastName(const std::string& file) {
+  return file.substr(file.rfind('/') + 1);
+}
+
+std::string bareName(const std::string& file) {
+  const std::string name = lastName(file);
+  return name.substr(0, name.rfind('.'));
+}
+
+std::string extensionOf(const std::string& file) {
+  const std::string name = lastName(file);
+  const size_t dot = name.rfind('.');
+  return dot == std::string::npos ? "" : foldedName(name.substr(dot + 1));
+}
+
+std::string wholePath(const std::string& file) {
+  std::error_code failed;
+  const fs::path path = fs::absolute(file, failed);
+  return failed ? file : path.lexically_normal().string();
+}
+
+std::string folderOf(const std::string& file) {
+  const size_t slash = file.rfind('/');
+  return slash == std::string::npos ? "." : slash == 0 ? "/" : file.substr(0, slash);
+}
+
+std::string placeOf(const std::string& file) {
+  std::error_code failed;
+  const fs::path whole = fs::canonical(file, failed);
+  if (!failed) return whole.string();
+  const fs::path absolute = fs::absolute(file, failed);
+  const fs::path folder = fs::canonical(absolute.parent_path(), failed);
+  return failed ? absolute.string() : (folder / absolute.filename()).string();
+}
+
+static bool comesBefore(const std::string& a, const std::string& b) {
+  const std::string first = foldedName(bareName(a));
+  const std::string second = foldedName(bareName(b));
+  return first != second ? first < second : a < b;
+}
+
+std::vector<std::string> filesIn(const std::string& folder, const std::string& ending) {
+  std::vector<std::string> files;
+  std::error_code failed;
+  const std::string start = folder.ends_with('/') ? folder : folder + "/";
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder, failed)) {
+    const std::string name = entry.path().filename().string();
+    std::error_code unreadable;
+    const bool named = !name.starts_with('.') && foldedName(name).ends_with(ending);
+    if (named && entry.is_regular_file(unreadable)) files.push_back(start + name);
+  }
+  std::sort(files.begin(), files.end(), comesBefore);
+  return files;
+}
+
+std::string programFolder() {
+  std::error_code failed;
+  const fs::path program = fs::read_symlink("/proc/self/exe", failed);
+  return failed ? "" : program.parent_path().string();
+}
+
+TemporaryFolder::TemporaryFolder() {
+  const char* place = getenv("TMPDIR");
+  std::string name =
+      std::string(place == nullptr || *place == 0 ? "/tmp" : place) + "/morvalis-XXXXXX";
+  if (mkdtemp(name.data()) != nullptr) path = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code failed;
+  if (!path.empty()) fs::remove_all(path, failed);
+}

@@ -1,0 +1,41 @@
+// file_names: names of files and what stands behind them, for names of any bytes.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+bool fileExists(const std::string& file);
+bool isFolder(const std::string& file);
+bool isOrdinaryFile(const std::string& file);
+
+// Of "a/b.c.png": "b.c.png", "b.c", "png" in small letters.
+std::string lastName(const std::string& file);
+std::string bareName(const std::string& file);
+std::string extensionOf(const std::string& file);
+
+// From the root on, with "." and ".." resolved as far as names alone tell.
+std::string wholePath(const std::string& file);
+
+// The folder of a whole path.
+std::string folderOf(const std::string& file);
+
+// The same for every way to write the path of a file, also of one that does not exist yet.
+std::string placeOf(const std::string& file);
+
+// The files of a folder whose names end so, by name without regard to capitals; whole paths behind
+// the folder as it was given.
+std::vector<std::string> filesIn(const std::string& folder, const std::string& ending);
+
+// Where the running program is.
+std::string programFolder();
+
+// A folder of its own for a run, gone with it.
+struct TemporaryFolder {
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  std::string path;  // empty: it could not be made
+};

@@ -1,0 +1,13 @@
+// interrupt: Ctrl-C and its relatives only raise a flag, so that the run can stop between two rows
+// and leave nothing half done.
+
+#pragma once
+
+void watchForInterrupts();
+bool interrupted();
+
+// The exit code of a run that has been interrupted: 130 by Ctrl-C, 143 by SIGTERM, 129 by SIGHUP.
+int interruptedExitCode();
+
+// Ends the command when the flag is up.
+void stopIfInterrupted();

@@ -1,0 +1,99 @@
+#include "hosts/window_commands/edit_command.h"
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+#include <climits>
+#include <cstdio>
+
+#include "hosts/effect_runs/effect_run.h"
+#include "hosts/effect_runs/selection.h"
+#include "hosts/picture_files/picture_load.h"
+#include "hosts/picture_files/picture_save.h"
+#include "hosts/picture_files/picture_warnings.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/file_access.h"
+#include "hosts/process/file_names.h"
+#include "hosts/process/interrupt.h"
+#include "hosts/window_commands/edit_run.h"
+#include "platform/choosers.h"
+#include "platform/unix/program_session.h"
+
+constexpr char kNameEnding[] = "-morvalis";
+constexpr int kInterruptPause = 100;  // milliseconds between two looks
+
+// Empty when the user thought better of it.
+static std::string askForPicture() {
+  const std::string filter = "Pictures (" + readablePatterns() + ")";
+  char path[PATH_MAX];
+  choosePlatformFileToOpen({"Choose a picture", filter.c_str(), "*", ""}, path, PATH_MAX);
+  return path;
+}
+
+// In the picture's own format where that can be written and holds it.
+static std::string nameBeside(const std::string& image, const Picture& picture) {
+  const std::string start = image.substr(0, image.rfind('/') + 1) + bareName(image) + kNameEnding;
+  const std::string ending = lastName(image).substr(bareName(image).size());
+  const std::string name = start + ending;
+  const PictureFormat* format = findPictureFormat(name);
+  return format != nullptr && formatHolds(*format, picture) ? name : start + ".png";
+}
+
+// Ctrl-C closes whatever window is open, and with it the windows below, one after another.
+static void closeWhenInterrupted() {
+  if (!interrupted()) return;
+  QWidget* window = QApplication::activePopupWidget();
+  if (window == nullptr) window = QApplication::activeModalWidget();
+  if (window != nullptr) window->close();
+}
+
+// Everything that can fail fails before the dialog opens, but for the writing itself.
+static int editFile(const EditPlan& plan, const EditOptions& options, const std::string& image) {
+  Picture picture = loadPicture(image);
+  const std::string output = options.output.empty() ? nameBeside(image, picture) : options.output;
+  const PictureFormat& format = pictureFormatOf(output);
+  checkWritable(output);
+  checkFormatHolds(format, picture, output);
+  Selection selection = loadSelection(options.mask, picture, image);
+  warnOfLoss(picture, format, /*stripped=*/false, image);
+  warnOfEmptiness(selection);
+  if (!editPicture(plan, &picture, std::move(selection), image)) return kExitFailed;
+  savePicture(std::move(picture), format, {}, output);
+  if (options.output.empty()) std::printf("%s\n", output.c_str());
+  return kExitDone;
+}
+
+static int edit(const EditOptions& options) {
+  const uint32_t seed = parseSeed(options.seed);
+  if (options.image == kStandardStream && options.output.empty()) {
+    failOnUsage("-: say with -o where the result of standard input goes");
+  }
+  if (!options.output.empty()) pictureFormatOf(options.output);
+  const EditPlan plan = planEdit(options.effect);
+  fixClock(seed);
+  watchForInterrupts();
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, closeWhenInterrupted);
+  timer.start(kInterruptPause);
+  const std::string image = options.image.empty() ? askForPicture() : options.image;
+  stopIfInterrupted();
+  return image.empty() ? kExitFailed : editFile(plan, options, image);
+}
+
+// A wrong command line has been typed by someone who reads what it answers.
+static int reportInWindow(const CommandFailure& failure) {
+  const bool unread = isatty(STDERR_FILENO) != 1;
+  if (unread && failure.exitCode == kExitFailed && !failure.text.empty()) {
+    QMessageBox box(QMessageBox::Warning, "Morvalis",
+                    QString::fromStdString(printableLine(failure.text)));
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+  }
+  return reportFailure(failure);
+}
+
+int runEditCommand(const EditOptions& options) {
+  return runReporting([&options] { return edit(options); }, reportInWindow);
+}

@@ -1,0 +1,84 @@
+#include "hosts/window_commands/edit_run.h"
+
+#include "hosts/effect_runs/open_host.h"
+#include "hosts/effect_runs/render_result.h"
+#include "hosts/process/command_failure.h"
+#include "hosts/process/interrupt.h"
+#include "hosts/window_commands/progress_window.h"
+#include "platform/remembered_values.h"
+#include "platform/unix/program_session.h"
+
+constexpr const char* kRememberedNames[kPictureNames] = {"ChromeFile", "TextureFile"};
+static_assert(kEnvironmentName == 0 && kTextureName == 1);
+
+// A short way around a long path ends with this run; it is not to be remembered.
+static void stagePicture(int32_t kind, const BitmapPath& picture) {
+  if (picture.shortWay != nullptr) {
+    failOnFile(picture.path, "stands for a path that is too long to be remembered");
+  }
+  stageRememberedValue(kRememberedNames[kind],
+                       picture.path.empty() ? nullptr : picture.path.c_str());
+}
+
+EditPlan planEdit(const EffectOptions& options) {
+  EditPlan plan = {options, std::nullopt};
+  checkOptions(options);
+  if (!options.preset.empty()) {
+    plan.preset = chooseEffect(options);
+    const FoundPictures found = findPictures(options, *plan.preset);
+    for (int32_t kind = 0; kind < kPictureNames; ++kind) stagePicture(kind, found.pictures[kind]);
+    return plan;
+  }
+  if (!options.environment.empty()) {
+    stagePicture(kEnvironmentName, findBitmap(options.environment));
+  }
+  if (!options.texture.empty()) stagePicture(kTextureName, findBitmap(options.texture));
+  return plan;
+}
+
+// Without a preset the module has already fetched what was confirmed last.
+static ChosenEffect startingPoint(const EditPlan& plan, const EffectSettings& current) {
+  if (plan.preset.has_value()) return *plan.preset;
+  ChosenEffect effect;
+  effect.settings = current;
+  char path[kPathBytes] = "";
+  readRememberedValue(kRememberedNames[kTextureName], path, kPathBytes);
+  effect.pictures[kTextureName].path = path;
+  applyOptions(plan.options, &effect);
+  return effect;
+}
+
+// The dialog, then the rows.
+static int16_t runModule(const EditPlan& plan, const std::string& file) {
+  checkResult(callSelector(kSelectorParameters), file);
+  EffectSettings* settings = moduleSettings(file);
+  copySettings(startingPoint(plan, *settings).settings, settings);
+  checkResult(callSelector(kSelectorPrepare), file);
+  return renderFilter();
+}
+
+bool editPicture(const EditPlan& plan, Picture* picture, Selection selection,
+                 const std::string& file) {
+  ProgressWindow progress;
+  HostSwitches switches;
+  switches.dirtyMemory = false;
+  switches.keepsLog = false;
+  switches.colorServices = false;  // the desktop's own chooser serves
+  switches.display = drawIntoTarget;
+  switches.abortTest = [&progress] { return renderStopped(&progress) || interrupted(); };
+  switches.progress = [&progress](int32_t done, int32_t total) {
+    showProgress(&progress, done, total);
+  };
+  const OpenHost host(switches, picture->colors, selection.mask);
+  const int16_t result = runModule(plan, file);
+  stopIfInterrupted();
+  const bool stopped = progress.dialog != nullptr && progress.dialog->wasCanceled();
+  if (stopped || result == kUserCanceled) return false;
+  if (result == kUserInformed) {  // in a window; standard error is for who started the program
+    reportFailure({kExitFailed, file + ": there is not enough memory for the effect"});
+    return false;
+  }
+  checkResult(result, file);
+  mixResult(selection, picture);
+  return true;
+}

@@ -1,0 +1,25 @@
+// edit_run: the module's dialog on a picture in memory, and the render that it is confirmed with.
+// What was confirmed is remembered for the user, as in every other host.
+
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_runs/selection.h"
+
+// Where the dialog starts: at a preset, or at what was confirmed last, with the options on top.
+struct EditPlan {
+  EffectOptions options;
+  std::optional<ChosenEffect> preset;
+};
+
+// Ends the command when an option, the preset or a picture is not to be had. The pictures are what
+// the module finds remembered from here on, until it remembers others itself.
+EditPlan planEdit(const EffectOptions& options);
+
+// Puts the effect into the picture's selection; false, and no pixels left, when the user has
+// cancelled. Failures name `file`, where the picture is from.
+bool editPicture(const EditPlan& plan, Picture* picture, Selection selection,
+                 const std::string& file);

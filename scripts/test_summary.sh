@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# Says in a few lines what `./dev test` has tested and what it has not, from what ctest wrote down.
+#   scripts/test_summary.sh FOLDER      holds BUILD.xml and BUILD.log of every build that was tested
+set -euo pipefail
+cd "$1"
+
+# "passed failed skipped" of the tests whose names match; the reasons of those skipped, one a line.
+counts() {  # BUILD PATTERN
+  awk -v pattern="$2" '
+    /<testcase name="/ {
+      split($0, parts, "\""); mine = parts[2] ~ pattern
+      if (mine) ++count[/status="run"/ ? "passed" : /status="(notrun|disabled)"/ ? "skipped" : "failed"]
+    }
+    mine && afterSkipped && NF { sub(/^run_wine: .* here: /, ""); if (!told[$0]++) reasons = reasons "\n" $0 }
+    { afterSkipped = / Skipped$/ }
+    END { printf "%d %d %d%s\n", count["passed"], count["failed"], count["skipped"], reasons }
+  ' "$1.xml" | sed "s/&apos;/'/g; s/&quot;/\"/g; s/&lt;/</g; s/&gt;/>/g; s/&amp;/\&/g"
+}
+
+total=(0 0 0)
+# Sets passed, failed, skipped, and why, the reasons in one line.
+count() {  # BUILD PATTERN
+  local text
+  text=$(counts "$1" "$2")
+  read -r passed failed skipped <<<"$text"
+  why=$(tail -n +2 <<<"$text" | paste -sd '#' | sed 's/#/; /g')
+  total=($((total[0] + passed)) $((total[1] + failed)) $((total[2] + skipped)))
+}
+
+line() {  # WHAT TEXT
+  printf '  %-32s %s\n' "$1" "$2"
+}
+
+wholeBuild() {  # BUILD WHAT
+  if [[ ! -s $1.xml ]]; then
+    line "$2" "NOT TESTED: the run ended before"
+    return
+  fi
+  count "$1" .
+  line "$2" "tested: $(grep -h 'tests passed' "$1.log" | tail -n 1)"
+  if ((skipped > 0)); then line "" "$skipped of them skipped: $why"; fi
+}
+
+# Some tests only read the module's file, and pass where nothing can be run.
+windows() {  # BITS
+  local what="module for $1-bit Windows"
+  if [[ ! -s core-only-ci.xml ]]; then
+    line "$what" "NOT TESTED: the run ended before"
+    return
+  fi
+  count core-only-ci "/$1Bit"
+  if ((skipped > 0)); then
+    line "$what" "NOT TESTED, only built: $why"
+    line "" "($skipped tests skipped; $passed passed that only read the file, $failed failed)"
+  else
+    line "$what" "tested under Wine: $passed passed, $failed failed"
+  fi
+}
+
+wholeBuild desktop-ci "program and filter on Linux"
+windows 64
+windows 32
+wholeBuild desktop-sanitize-ci "on Linux, under the sanitizers"
+line "all together" "${total[0]} passed, ${total[1]} failed, ${total[2]} skipped"

@@ -1,0 +1,201 @@
+// strip_scan: what the sources of all rows give the cells of a strip of columns. For
+// field_passes.cpp, which is compiled once per instruction set; everything is static.
+
+#pragma once
+
+#include "vector/cone_lanes.h"
+#include "vector/field_passes.h"
+#include "vector/lanes.h"
+#include "vector/row_scan.h"
+
+// The code, for distances to the left, of the pixel before column x: as far as codes tell.
+static uint16_t codeBefore(const uint8_t* mask, int32_t x, int32_t radius) {
+  int32_t at = x - 1;
+  const int32_t end = x - 1 - (radius + 2);
+  while (at > end && at >= 0 && mask[at] != 0) --at;
+  if (at == x - 1) return kUnselectedCode;
+  if (at == end) return 65535;
+  return static_cast<uint16_t>((x - 1 - at) << 8 | mask[at + 1]);
+}
+
+// The same to the right, of the pixel at column x.
+static uint16_t codeBehind(const uint8_t* mask, int32_t x, int32_t count, int32_t radius) {
+  int32_t at = x;
+  const int32_t end = x + radius + 2;
+  while (at < end && at < count && mask[at] != 0) ++at;
+  if (at == x) return kUnselectedCode;
+  if (at == end) return 65535;
+  return static_cast<uint16_t>((at - x) << 8 | mask[at - 1]);
+}
+
+// A code of its own for each pixel that is unselected or has an unselected neighbour.
+static inline Lanes ownCodes(Lanes m, Lanes neighbour) {
+  const Lanes none = splat(0);
+  const Lanes beside = choose(equal(neighbour, none), either(m, splat(256)), splat(65535));
+  return choose(equal(m, none), splat(kUnselectedCode), beside);
+}
+
+static inline Lanes least(Lanes codes, Lanes moved, int32_t distance) {
+  return smaller(codes, addSaturated(moved, splat(256 * distance)));
+}
+
+static inline Lanes joinedToTheLeft(Lanes own, Lanes carried, Lanes places) {
+  own = least(own, movedUp<1>(own), 1);
+  own = least(own, movedUp<2>(own), 2);
+  own = least(own, movedUp<4>(own), 4);
+  own = least(own, movedUp<8>(own), 8);
+  return smaller(own, addSaturated(carried, places));
+}
+
+static inline Lanes joinedToTheRight(Lanes own, Lanes carried, Lanes places) {
+  own = least(own, movedDown<1>(own), 1);
+  own = least(own, movedDown<2>(own), 2);
+  own = least(own, movedDown<4>(own), 4);
+  own = least(own, movedDown<8>(own), 8);
+  return smaller(own, addSaturated(carried, places));
+}
+
+// 256, 512, ...: how much farther the lanes are from the one before the first.
+static const uint16_t kPlaces[kLanes] = {1 << 8,  2 << 8,  3 << 8,  4 << 8,  5 << 8,  6 << 8,
+                                         7 << 8,  8 << 8,  9 << 8,  10 << 8, 11 << 8, 12 << 8,
+                                         13 << 8, 14 << 8, 15 << 8, 16 << 8};
+static const uint16_t kPlacesBack[kLanes] = {16 << 8, 15 << 8, 14 << 8, 13 << 8, 12 << 8, 11 << 8,
+                                             10 << 8, 9 << 8,  8 << 8,  7 << 8,  6 << 8,  5 << 8,
+                                             4 << 8,  3 << 8,  2 << 8,  1 << 8};
+
+static inline uint16_t* stripRow(const FieldStrip& strip, uint16_t* rows, int32_t index) {
+  return rows + index * strip.width;
+}
+
+constexpr int32_t kWidestStrip = 512;
+
+static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t row,
+                         const uint8_t* mask, int32_t count) {
+  uint16_t* codes = stripRow(strip, strip.codes, row % strip.ringRows);
+  uint16_t* bounds = stripRow(strip, strip.bounds, row % strip.ringRows);
+  uint16_t* fine = stripRow(strip, strip.fine, row / kFineGroup & (strip.fineSlots - 1));
+  uint16_t* coarse = stripRow(strip, strip.coarse, row / kCoarseGroup & (strip.coarseSlots - 1));
+  const bool newFine = row % kFineGroup == 0;
+  const bool newCoarse = row % kCoarseGroup == 0;
+  const int32_t x0 = strip.firstColumn;
+  const int32_t columns = (strip.columns + kLanes - 1) / kLanes * kLanes;
+  // The pixels with one more on either side; outside the picture nothing is selected.
+  uint8_t pixels[kWidestStrip + 2 * kLanes] = {};
+  uint8_t* first = pixels + kLanes;
+  Lanes carriedLeft = splat(kUnselectedCode);
+  Lanes carriedRight = splat(kUnselectedCode);
+  if (mask != nullptr) {
+    const int32_t end = lesser(columns, count - x0);
+    __builtin_memcpy(first, mask + x0, static_cast<uint32_t>(end));
+    if (x0 > 0) first[-1] = mask[x0 - 1];
+    if (x0 + columns < count) first[columns] = mask[x0 + columns];
+    carriedLeft = splat(codeBefore(mask, x0, cone.radius));
+    if (x0 + columns < count) {
+      carriedRight = splat(codeBehind(mask, x0 + columns, count, cone.radius));
+    }
+  }
+  for (int32_t x = 0; x < columns; x += kLanes) {
+    const Lanes own = ownCodes(loadBytes(first + x), loadBytes(first + x - 1));
+    const Lanes left = joinedToTheLeft(own, carriedLeft, load(kPlaces));
+    carriedLeft = lastLaneEverywhere(left);
+    store(codes + x, left);
+  }
+  const Lanes limitCode = lastCode(cone);
+  for (int32_t x = columns - kLanes; x >= 0; x -= kLanes) {
+    const Lanes own = ownCodes(loadBytes(first + x), loadBytes(first + x + 1));
+    const Lanes right = joinedToTheRight(own, carriedRight, load(kPlacesBack));
+    carriedRight = firstLaneEverywhere(right);
+    const Lanes nearer = smaller(smaller(right, load(codes + x)), limitCode);
+    const Lanes bound = boundsOf(cone, nearer, limitCode);
+    store(codes + x, nearer);
+    store(bounds + x, bound);
+    store(fine + x, newFine ? bound : smaller(bound, load(fine + x)));
+    store(coarse + x, newCoarse ? bound : smaller(bound, load(coarse + x)));
+  }
+}
+
+// Calls look(first) for the groups of rows, by their first one, in which some lane's sum may be
+// less than its limit, nearer ones first. `limit` may fall on the way. A group that is taken only
+// in part has the least bound of what there is.
+template <class Look>
+static inline void forNearRows(const FieldCone& cone, const FieldStrip& strip, int32_t row,
+                               int32_t x, const Lanes& limit, Look look) {
+  const uint16_t* squares = cone.squares + kNoDistance;
+  const auto promises = [&](const uint16_t* group, int32_t distance) {
+    return anyLess(addSaturated(load(group + x), splat(squares[distance])), limit);
+  };
+  const auto promisesFine = [&](int32_t first, int32_t distance) {
+    return promises(stripRow(strip, strip.fine, first / kFineGroup & (strip.fineSlots - 1)),
+                    distance);
+  };
+  const auto promisesCoarse = [&](int32_t first, int32_t distance) {
+    return promises(stripRow(strip, strip.coarse, first / kCoarseGroup & (strip.coarseSlots - 1)),
+                    distance);
+  };
+  constexpr int32_t kGroupsInCoarse = kCoarseGroup / kFineGroup;
+  const int32_t middle = row / kFineGroup;
+  const int32_t first = (row - cone.radius) / kFineGroup;
+  const int32_t last = (row + cone.radius) / kFineGroup;
+  look(middle * kFineGroup);
+  int32_t up = middle - 1;
+  int32_t down = middle + 1;
+  while (up >= first || down <= last) {
+    if (up >= first) {
+      const int32_t distance = row - (up * kFineGroup + kFineGroup - 1);
+      const bool enters = up == middle - 1 || up % kGroupsInCoarse == kGroupsInCoarse - 1;
+      if (!anyLess(splat(squares[distance]), limit)) {
+        up = -1;
+      } else if (enters && !promisesCoarse(up * kFineGroup, distance)) {
+        up = up / kGroupsInCoarse * kGroupsInCoarse - 1;
+      } else {
+        if (promisesFine(up * kFineGroup, distance)) look(up * kFineGroup);
+        --up;
+      }
+    }
+    if (down <= last) {
+      const int32_t distance = down * kFineGroup - row;
+      const bool enters = down == middle + 1 || down % kGroupsInCoarse == 0;
+      if (!anyLess(splat(squares[distance]), limit)) {
+        down = last + 1;
+      } else if (enters && !promisesCoarse(down * kFineGroup, distance)) {
+        down = (down / kGroupsInCoarse + 1) * kGroupsInCoarse;
+      } else {
+        if (promisesFine(down * kFineGroup, distance)) look(down * kFineGroup);
+        ++down;
+      }
+    }
+  }
+}
+
+static void finishStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t row,
+                           const uint8_t* mask, int16_t* cells) {
+  const Lanes none = splat(0);
+  // Rows of a group lie side by side in the ring.
+  const auto groupOf = [&](int32_t first, int32_t x) {
+    const int32_t place = kNoDistance + first - row;
+    return Group{stripRow(strip, strip.bounds, first % strip.ringRows) + x, strip.width,
+                 cone.squares + place, cone.rows + place};
+  };
+  for (int32_t x = 0; x < strip.columns; x += kLanes) {
+    const Lanes m = loadBytes(mask + x);
+    const Lanes targets = equal(m, splat(255));
+    Best best = noneYet(cone, loadPart(cells + x, strip.columns - x));
+    if (anyBit(targets)) {
+      const Lanes start = both(targets, limitsOf(cone, best.value));
+      Lanes least = start;
+      forNearRows(cone, strip, row, x, least,
+                  [&](int32_t first) { least = leastSum(groupOf(first, x), least); });
+      if (anyLess(least, start)) {
+        const Lanes limit = smaller(start, limitsOfLeast(cone, least));
+        forNearRows(cone, strip, row, x, limit, [&](int32_t first) {
+          const uint16_t* codes = stripRow(strip, strip.codes, first % strip.ringRows) + x;
+          offerBelow(cone, groupOf(first, x), codes, limit, &best);
+        });
+        lookUp(cone, &best);
+      }
+    }
+    const Lanes partly = mixed(m, 3000, cone.coneStep);
+    const Lanes border = choose(equal(m, none), splat(3000), partly);
+    storePart(cells + x, choose(targets, best.value, border), strip.columns - x);
+  }
+}
