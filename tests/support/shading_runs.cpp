@@ -23,6 +23,7 @@ static void handOver(ShadingRun* run) {
 }
 
 void beginShading(ShadingRun* run, const ShadingInput& input, InstructionSet set) {
+  const InstructionSet before = chosenInstructionSet();
   limitInstructionSet(set);
   run->input = &input;
   run->fixture.settings = input.settings;
@@ -38,7 +39,7 @@ void beginShading(ShadingRun* run, const ShadingInput& input, InstructionSet set
   session->render.profile[kProfileEntries - 1] = input.edgeHeight;
   session->render.depthLow = input.depthLow;
   run->output = input.source;
-  limitInstructionSet(InstructionSet::kAvx2);
+  limitInstructionSet(before);
 }
 
 void shadeRows(ShadingRun* run) {

@@ -12,12 +12,13 @@
 
 template <typename Check>
 static void inEverySet(Check check) {
+  const InstructionSet before = chosenInstructionSet();
   for (int32_t set = 1; set <= static_cast<int32_t>(bestInstructionSet()); ++set) {
     limitInstructionSet(static_cast<InstructionSet>(set));
     SCOPED_TRACE(instructionSetName(static_cast<InstructionSet>(set)));
     check(*fastPasses()->surface);
   }
-  limitInstructionSet(InstructionSet::kAvx2);
+  limitInstructionSet(before);
 }
 
 constexpr int32_t kTop = 3000;
