@@ -29,6 +29,23 @@ constexpr ManualEntry kExitCodes[] = {
     {"130", "The run was interrupted. No file is half written."},
 };
 
+constexpr ManualEntry kDialogKeys[] = {
+    {"Tab, Shift+Tab", "To the next control, and back."},
+    {"Arrows, Page Up, Page Down, Home, End",
+     "Move what has the focus, with Shift by 10; without a focus the slider under the pointer."},
+    {"Digits", "A number for the slider. Enter, Tab or a click elsewhere takes it."},
+    {"Space",
+     "Presses a button, switches a box, opens a menu. In a menu arrows, letters and Enter "
+     "choose."},
+    {"Enter", "Presses the button that has the focus, otherwise OK."},
+    {"Escape", "Gives up a number, a drag or a menu; otherwise it is Cancel."},
+    {"Ctrl+Z, Ctrl+Shift+Z", "Undo and redo."},
+    {"Ctrl+C", "Copies the morvalis apply command that does the same."},
+    {"Wheel", "Changes the slider under the pointer, with Shift by 10."},
+    {"Double-click", "Puts a slider's default back."},
+    {"Right button", "On the preview: the untouched picture, while it is held."},
+};
+
 constexpr ManualEntry kFiles[] = {
     {"*.q9q", "Settings files. They name their pictures without a folder."},
     {"../share/morvalis/presets/",
@@ -156,5 +173,6 @@ std::string manualPage(const CommandOutline& program) {
   roff += ".SH SETTINGS\n";
   roff += escaped("What --set takes. Names of choices may be written with hyphens for blanks.\n");
   for (int32_t i = 0; i < kSettingRangeCount; ++i) roff += settingEntry(kSettingRanges[i]);
-  return roff + section("FILES", kFiles) + section("EXIT STATUS", kExitCodes);
+  return roff + section("DIALOG", kDialogKeys) + section("FILES", kFiles) +
+         section("EXIT STATUS", kExitCodes);
 }
