@@ -97,6 +97,12 @@ static inline Lanes lastLaneEverywhere(Lanes a) {
   const __m128i upper = _mm256_extracti128_si256(a.v, 1);
   return {_mm256_broadcastw_epi16(_mm_srli_si128(upper, 14))};
 }
+static inline int32_t largestLane(Lanes a) {
+  const __m128i eight =
+      _mm_max_epu16(_mm256_castsi256_si128(a.v), _mm256_extracti128_si256(a.v, 1));
+  const __m128i least = _mm_minpos_epu16(_mm_xor_si128(eight, _mm_set1_epi16(-1)));
+  return 65535 - (_mm_cvtsi128_si32(least) & 65535);
+}
 
 #elif defined(__SSE2__)
 
@@ -212,6 +218,13 @@ static inline Lanes firstLaneEverywhere(Lanes a) {
 static inline Lanes lastLaneEverywhere(Lanes a) {
   return splat(_mm_extract_epi16(a.hi, 7));
 }
+static inline int32_t largestLane(Lanes a) {
+  Lanes most = larger(a, {a.hi, a.hi});
+  most = larger(most, {_mm_srli_si128(most.lo, 8), most.hi});
+  most = larger(most, {_mm_srli_si128(most.lo, 4), most.hi});
+  most = larger(most, {_mm_srli_si128(most.lo, 2), most.hi});
+  return _mm_extract_epi16(most.lo, 0);
+}
 
 #else
 
@@ -300,6 +313,11 @@ static inline Lanes firstLaneEverywhere(Lanes a) {
 }
 static inline Lanes lastLaneEverywhere(Lanes a) {
   return splat(a.v[kLanes - 1]);
+}
+static inline int32_t largestLane(Lanes a) {
+  int32_t most = 0;
+  for (uint16_t lane : a.v) most = lane > most ? lane : most;
+  return most;
 }
 
 #endif

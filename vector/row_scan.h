@@ -144,22 +144,22 @@ static inline void offerBelow(const FieldCone& cone, const Group& group, const u
 template <class Look>
 static inline void forNearColumns(const FieldCone& cone, const FieldRow& row, int32_t x,
                                   const uint16_t* squares, const Lanes& limit, Look look) {
+  int32_t widest = largestLane(limit);
   const auto promises = [&](const uint16_t* group, int32_t distance) {
     return anyLess(addSaturated(load(group + x), splat(squares[distance])), limit);
   };
   const bool skips = cone.radius >= kCoarseFrom;
-  for (int32_t far = 0; far <= cone.radius; far += kCoarseGroup) {
+  for (int32_t far = 0; far <= cone.radius && squares[far] < widest; far += kCoarseGroup) {
     const bool right = !skips || promises(row.coarse + far, far);
     const bool left = !skips || promises(row.coarse - far - kCoarseGroup, far + 1);
-    if (!right && !left) {
-      if (!anyLess(splat(squares[far]), limit)) return;
-      continue;
-    }
+    if (!right && !left) continue;
     const int32_t end = lesser(far + kCoarseGroup - 1, cone.radius);
-    for (int32_t near = far; near <= end; near += kFineGroup) {
-      if (!anyLess(splat(squares[near]), limit)) return;
-      if (right && promises(row.fine + near, near)) look(near);
-      if (left && promises(row.fine - near - kFineGroup, near + 1)) look(-near - kFineGroup);
+    for (int32_t near = far; near <= end && squares[near] < widest; near += kFineGroup) {
+      const bool looksRight = right && promises(row.fine + near, near);
+      if (looksRight) look(near);
+      const bool looksLeft = left && promises(row.fine - near - kFineGroup, near + 1);
+      if (looksLeft) look(-near - kFineGroup);
+      if (looksRight || looksLeft) widest = largestLane(limit);
     }
   }
 }
@@ -188,10 +188,13 @@ static void scanSoftColumns(const FieldCone& cone, const FieldRow& row, const ui
     store(limits + x - start, either(least, equal(least, widestHere)));
   }
   for (int32_t x = start; x < end; x += kLanes) {
-    // Nothing found: nothing to be looked up.
     const Lanes least = load(limits + x - start);
-    const Lanes limit = smaller(widest, limitsOfLeast(cone, least));
-    store(limits + x - start, choose(equal(least, splat(65535)), splat(0), limit));
+    const Lanes found = lessThan(least, splat(65535));
+    if (anyBit(found)) {
+      store(limits + x - start, both(found, smaller(widest, limitsOfLeast(cone, least))));
+    } else {
+      store(limits + x - start, splat(0));
+    }
   }
   for (int32_t x = start; x < end; x += kLanes) {
     const Lanes limit = load(limits + x - start);

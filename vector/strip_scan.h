@@ -116,55 +116,52 @@ static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t
 }
 
 // Calls look(first) for the groups of rows, by their first one, in which some lane's sum may be
-// less than its limit, nearer ones first. `limit` may fall on the way. A group that is taken only
-// in part has the least bound of what there is.
+// less than its limit. A group that is taken only in part has the least bound of what there is.
 template <class Look>
 static inline void forNearRows(const FieldCone& cone, const FieldStrip& strip, int32_t row,
-                               int32_t x, const Lanes& limit, Look look) {
+                               int32_t x, Lanes limit, Look look) {
+  constexpr int32_t kGroupsInCoarse = kCoarseGroup / kFineGroup;
   const uint16_t* squares = cone.squares + kNoDistance;
+  const int32_t widest = largestLane(limit);
   const auto promises = [&](const uint16_t* group, int32_t distance) {
     return anyLess(addSaturated(load(group + x), splat(squares[distance])), limit);
   };
-  const auto promisesFine = [&](int32_t first, int32_t distance) {
-    return promises(stripRow(strip, strip.fine, first / kFineGroup & (strip.fineSlots - 1)),
-                    distance);
+  const auto promisesFine = [&](int32_t group, int32_t distance) {
+    return promises(stripRow(strip, strip.fine, group & (strip.fineSlots - 1)), distance);
   };
-  const auto promisesCoarse = [&](int32_t first, int32_t distance) {
-    return promises(stripRow(strip, strip.coarse, first / kCoarseGroup & (strip.coarseSlots - 1)),
-                    distance);
+  const auto promisesCoarse = [&](int32_t group, int32_t distance) {
+    const int32_t coarse = group / kGroupsInCoarse & (strip.coarseSlots - 1);
+    return promises(stripRow(strip, strip.coarse, coarse), distance);
   };
-  constexpr int32_t kGroupsInCoarse = kCoarseGroup / kFineGroup;
   const int32_t middle = row / kFineGroup;
+  if (promisesFine(middle, 0)) look(middle * kFineGroup);
   const int32_t first = (row - cone.radius) / kFineGroup;
+  int32_t distance = row - middle * kFineGroup + 1;
+  bool enters = true;
+  for (int32_t up = middle - 1; up >= first && squares[distance] < widest;) {
+    if ((enters || up % kGroupsInCoarse == kGroupsInCoarse - 1) && !promisesCoarse(up, distance)) {
+      up = up / kGroupsInCoarse * kGroupsInCoarse - 1;
+    } else {
+      if (promisesFine(up, distance)) look(up * kFineGroup);
+      --up;
+    }
+    enters = false;
+    distance = row - up * kFineGroup - (kFineGroup - 1);
+    if (distance > cone.radius) break;
+  }
   const int32_t last = (row + cone.radius) / kFineGroup;
-  look(middle * kFineGroup);
-  int32_t up = middle - 1;
-  int32_t down = middle + 1;
-  while (up >= first || down <= last) {
-    if (up >= first) {
-      const int32_t distance = row - (up * kFineGroup + kFineGroup - 1);
-      const bool enters = up == middle - 1 || up % kGroupsInCoarse == kGroupsInCoarse - 1;
-      if (!anyLess(splat(squares[distance]), limit)) {
-        up = -1;
-      } else if (enters && !promisesCoarse(up * kFineGroup, distance)) {
-        up = up / kGroupsInCoarse * kGroupsInCoarse - 1;
-      } else {
-        if (promisesFine(up * kFineGroup, distance)) look(up * kFineGroup);
-        --up;
-      }
+  distance = (middle + 1) * kFineGroup - row;
+  enters = true;
+  for (int32_t down = middle + 1; down <= last && squares[distance] < widest;) {
+    if ((enters || down % kGroupsInCoarse == 0) && !promisesCoarse(down, distance)) {
+      down = (down / kGroupsInCoarse + 1) * kGroupsInCoarse;
+    } else {
+      if (promisesFine(down, distance)) look(down * kFineGroup);
+      ++down;
     }
-    if (down <= last) {
-      const int32_t distance = down * kFineGroup - row;
-      const bool enters = down == middle + 1 || down % kGroupsInCoarse == 0;
-      if (!anyLess(splat(squares[distance]), limit)) {
-        down = last + 1;
-      } else if (enters && !promisesCoarse(down * kFineGroup, distance)) {
-        down = (down / kGroupsInCoarse + 1) * kGroupsInCoarse;
-      } else {
-        if (promisesFine(down * kFineGroup, distance)) look(down * kFineGroup);
-        ++down;
-      }
-    }
+    enters = false;
+    distance = down * kFineGroup - row;
+    if (distance > cone.radius) break;
   }
 }
 
@@ -186,24 +183,16 @@ static void finishStripRow(const FieldCone& cone, const FieldStrip& strip, int32
                  cone.rows + place};
   };
   uint16_t limits[kWidestStrip];
-  uint16_t leasts[kWidestStrip];
+  const uint16_t* ownBounds = inRing(strip.bounds, middle) + (row - middle) * strip.width;
   for (int32_t x = 0; x < strip.columns; x += kLanes) {
-    const Lanes value = loadPart(cells + x, strip.columns - x);
-    store(limits + x, both(equal(loadBytes(mask + x), splat(255)), limitsOf(cone, value)));
-  }
-  for (int32_t x = 0; x < strip.columns; x += kLanes) {
-    const Lanes limit = load(limits + x);
-    Lanes least = limit;
-    if (anyBit(limit)) {
-      forNearRows(cone, strip, row, x, least,
-                  [&](int32_t first) { least = leastSum(groupOf(first, x), least); });
+    const Lanes targets = equal(loadBytes(mask + x), splat(255));
+    Lanes limit = none;
+    if (anyBit(targets)) {
+      limit = limitsOf(cone, loadPart(cells + x, strip.columns - x));
+      const Lanes own = load(ownBounds + x);
+      if (anyLess(own, limit)) limit = smaller(limit, limitsOfLeast(cone, own));
     }
-    store(leasts + x, either(least, equal(least, limit)));
-  }
-  for (int32_t x = 0; x < strip.columns; x += kLanes) {
-    const Lanes least = load(leasts + x);
-    const Lanes limit = smaller(load(limits + x), limitsOfLeast(cone, least));
-    store(limits + x, choose(equal(least, splat(65535)), none, limit));
+    store(limits + x, both(targets, limit));
   }
   for (int32_t x = 0; x < strip.columns; x += kLanes) {
     const Lanes m = loadBytes(mask + x);
