@@ -42,6 +42,7 @@ static std::unique_ptr<EngineRun> startRun(const EffectSettings& settings, int32
   run->filter.maskRowBytes = width;
   run->session.result = &run->result;
   run->session.filter = &run->filter;
+  run->session.settings = &run->settings;
   run->session.render.buildHeightField = 1;
   seedRandomNumbers(kSeed);
   setGeometry(&run->session, run->filter.filterRect, 1);

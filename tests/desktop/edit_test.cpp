@@ -11,6 +11,7 @@
 #include <QWheelEvent>
 
 #include "tests/desktop/edit_user.h"
+#include "vector/instruction_sets.h"
 
 constexpr char kProgress[] = "progress";
 
@@ -171,6 +172,7 @@ TEST_F(Edit, StopsTheRender) {
                            progress->findChild<QPushButton*>()->click();
                          }};
   const EditStep shut = {kProgress, [](QWidget* window) { window->close(); }};
+  limitInstructionSet(InstructionSet::kPlain);  // slow enough to be stopped
   for (const EditStep& end : {stop, shut}) {
     const EditResult result = edit(options, {kOk, end});
     EXPECT_EQ(result.exitCode, 1);
@@ -178,6 +180,7 @@ TEST_F(Edit, StopsTheRender) {
     EXPECT_EQ(read("kept.png"), kept);
     EXPECT_EQ(files(), before);
   }
+  limitInstructionSet(InstructionSet::kAvx2);
 }
 
 TEST_F(Edit, ShowsFailuresInAWindow) {
