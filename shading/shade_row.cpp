@@ -7,9 +7,9 @@
 #include "geometry/field/selection_mask.h"
 #include "pictures/environment_picture.h"
 #include "shading/compose_pixel.h"
+#include "shading/lanes/row_in_lanes.h"
 #include "shading/lit_pixel.h"
 #include "shading/row_constants.h"
-#include "shading/lanes/row_in_lanes.h"
 #include "shading/tarnish.h"
 
 constexpr int32_t kLightRest = 171;  // share of a light above 256 that is kept, in 1/256

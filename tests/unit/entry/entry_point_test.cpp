@@ -229,20 +229,21 @@ TEST_F(EntryPoint, RecordThatChangesInACallbackEndsTheRun) {
       },
       [](FilterRecord* record) { record->planes = 4; },
       [](FilterRecord* record) { record->parameters = nullptr; }};
-  void (*const callbacks[])(FilterRecord*) = {
-      [](FilterRecord* record) {
-        originalAdvance = record->advanceState;
-        record->advanceState = advanceAndChange;
-      },
-      [](FilterRecord* record) {
-        record->progressProc = [](int32_t, int32_t) { changeAtThirtieth(); };
-      },
-      [](FilterRecord* record) {
-        record->abortProc = []() -> uint8_t {
-          changeAtThirtieth();
-          return 0;
-        };
-      }};
+  void (*const callbacks[])(FilterRecord*) = {[](FilterRecord* record) {
+                                                originalAdvance = record->advanceState;
+                                                record->advanceState = advanceAndChange;
+                                              },
+                                              [](FilterRecord* record) {
+                                                record->progressProc = [](int32_t, int32_t) {
+                                                  changeAtThirtieth();
+                                                };
+                                              },
+                                              [](FilterRecord* record) {
+                                                record->abortProc = []() -> uint8_t {
+                                                  changeAtThirtieth();
+                                                  return 0;
+                                                };
+                                              }};
   for (const auto change : changes) {
     for (const auto callback : callbacks) {
       for (int32_t callsBefore : {29, 0, -5}) {
