@@ -12,8 +12,10 @@
 // The nearest source suffices. The cone falls with distance, so
 // v(t, m, w) >= (255 C(t, w)) >> 8 >= v(t', m', w) for t' > t, and within one t it falls as m
 // grows. Among the sources of one row or column only the nearest on either side can win, and of
-// these two the one with the lesser code 256 t + m, at every w. An unselected pixel may count as
-// the code 255 (t = 0, m = 255): its (255 C(0, w)) >> 8 is reached by the other axis.
+// these two the one with the lesser code 256 t + m, at every w. An unselected pixel gives
+// nothing along its own axis, but where it has the code 255 (t = 0, m = 255) the other axis reaches
+// (255 C(0, w)) >> 8 at least. Only the first scan leans on that to leave codes out: if both did,
+// two codes of the same value could each be left out for the other.
 //
 // So in phase 0 each cell of the field takes the code for its column, downward; in phase 1 rows are
 // scanned from the last to the first, which adds the upward distance and leaves the best of all

@@ -11,8 +11,10 @@
 
 #include "geometry/field/fast_field.h"
 #include "tests/reference/reference_field.h"
+#include "tests/support/direct_render.h"
 #include "tests/support/field_run.h"
 #include "tests/support/mask_families.h"
+#include "vector/cone_lanes.h"
 #include "vector/instruction_sets.h"
 
 static std::vector<int16_t> twinField(const std::vector<uint8_t>& values, int32_t width,
@@ -88,4 +90,102 @@ TEST(FastField, GeneratedSelections) {
                  std::to_string(radius));
     compareAllSets(maskOfFamily(family, width, height, &random), width, height, radius);
   }
+}
+
+static int32_t firstLane(Lanes lanes) {
+  uint16_t all[kLanes];
+  store(all, lanes);
+  return all[0];
+}
+
+// What a code gives at a cross offset, and its sum of lower bounds.
+struct Offer {
+  int32_t value;
+  int32_t sum;
+};
+
+static Offer offerOf(const FieldCone& cone, int32_t t, int32_t m, int32_t w) {
+  const int16_t* cells = cone.centre + w * cone.stride;
+  const int32_t p = 256 * (t - 1) + m;
+  const int32_t bound = static_cast<int32_t>(int64_t{p} * p * (1 << cone.scaleBits) >> 16);
+  return {((255 - m) * cells[t - 1] + m * cells[t]) >> 8, bound + cone.squares[kNoDistance + w]};
+}
+
+// No code that could win is left out: over every code at every offset, the codes whose sums are not
+// less than a limit never give more than that limit was made for.
+TEST(FastField, LimitsHoldForEveryCode) {
+  const bool all = std::getenv("MORVALIS_FIELD_CASES") != nullptr;
+  for (int32_t radius = 1; radius <= kLargestReach; radius += all || radius < 20 ? 1 : 13) {
+    FieldRun run;
+    prepareFieldRun(&run, {}, 1, 1, radius);
+    const SetLimit fast(bestInstructionSet());
+    runField(&run);
+    const FieldCone& cone = run.fixture.session->render.fastField.cone;
+    std::vector<int32_t> least(65536, 65535);  // value by sum
+    std::vector<int32_t> most(65537, 0);       // value by sum, then from a sum on
+    for (int32_t w = 0; w <= radius; ++w) {
+      for (int32_t t = 1; t <= radius + 1; ++t) {
+        for (int32_t m = 1; m <= 255; ++m) {
+          const Offer offer = offerOf(cone, t, m, w);
+          ASSERT_LE(offer.sum, 2 * 65535);
+          if (offer.sum > 65535) continue;  // never below a limit, nor above 0 in value
+          least[offer.sum] = std::min(least[offer.sum], offer.value);
+          most[offer.sum] = std::max(most[offer.sum], offer.value);
+        }
+      }
+    }
+    for (int32_t sum = 65535; sum >= 0; --sum) most[sum] = std::max(most[sum], most[sum + 1]);
+    for (int32_t best = 0; best <= 3000; ++best) {
+      ASSERT_LE(most[firstLane(limitsOf(cone, splat(best)))], best) << "radius " << radius;
+    }
+    for (int32_t sum = 0; sum < 65536; ++sum) {
+      if (least[sum] > 3000) continue;
+      ASSERT_LE(most[firstLane(limitsOfLeast(cone, splat(sum)))], least[sum])
+          << "radius " << radius << ", sum " << sum;
+    }
+  }
+}
+
+// A host that delivers another mask for the border than for the stamps gets what it delivered last,
+// as if it had never done otherwise.
+TEST(FastField, StartsOverWhenTheMaskChanges) {
+  TestRandom random = {12};
+  DirectInput input = randomInput(&random, 37, 29);
+  input.settings = defaultSettings();
+  input.mask = maskOfFamily(kSmallSoftShapes, 37, 29, &random);
+  DirectInput other = input;
+  other.mask = maskOfFamily(0, 37, 29, &random);
+  DirectInput selected = input;
+  selected.mask.clear();
+  const auto changedBy = [&](const std::function<void(FilterRecord * filter)>& change) {
+    int32_t ended = 0;
+    return renderDirectly(input, [&](const SessionRecord& session, int32_t) {
+      if (ended++ == 0) change(session.filter);
+    });
+  };
+  const DirectOutput otherRows =
+      changedBy([&](FilterRecord* filter) { filter->maskData = other.mask.data(); });
+  EXPECT_EQ(otherRows.effect, renderDirectly(other).effect);
+  EXPECT_NE(otherRows.effect, renderDirectly(input).effect);
+  const DirectOutput narrowRows = changedBy([](FilterRecord* filter) { --filter->maskRect.right; });
+  EXPECT_EQ(narrowRows.effect, renderDirectly(selected).effect);
+  const DirectOutput noRows = changedBy([](FilterRecord* filter) { filter->maskData = nullptr; });
+  EXPECT_EQ(noRows.effect, renderDirectly(selected).effect);
+  // All steps of the first pass were in vain, and two of the second, whose first row lies above the
+  // picture.
+  EXPECT_EQ(noRows.steps, renderDirectly(selected).steps + 29 + 2 + 2);
+}
+
+TEST(FastField, LeavesMissingRowsToTheStampsAtOnce) {
+  FieldRun run;
+  prepareFieldRun(&run, std::vector<uint8_t>(12 * 9, 255), 12, 9, 4);
+  SessionRecord* session = run.fixture.session.get();
+  const SetLimit fast(bestInstructionSet());
+  runField(&run);
+  prepareFastField(session);
+  ASSERT_EQ(session->render.fastField.inUse, 1);
+  session->render.currentRow = -1;
+  EXPECT_TRUE(walkFieldRow(session));
+  --run.fixture.filter.maskRect.right;
+  EXPECT_FALSE(walkFieldRow(session));
 }
