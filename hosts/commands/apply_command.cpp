@@ -65,14 +65,8 @@ static void checkImages(const std::vector<std::string>& images) {
   }
 }
 
-// Only the built-in textures are drawn by chance.
-static bool usesSeed(const EffectSettings& settings) {
-  return settings.textureChoice != kTextureChoiceNone &&
-         settings.textureChoice != kTextureChoiceFile;
-}
-
 int runApplyCommand(const ApplyOptions& options) {
-  const uint32_t seed = parseSeed(options.seed);
+  uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
   checkImages(options.images);
   const std::vector<std::string> outputs = outputNames(options.images, options.output);
@@ -83,13 +77,14 @@ int runApplyCommand(const ApplyOptions& options) {
   const bool single = outputs.size() == 1;
   if (single) checkWritable(outputs[0]);
   const ChosenEffect effect = chooseEffect(options.effect);
+  if (options.seed.empty()) seed = effect.seed.value_or(seed);
   if (single) {
     const EffectPlan plan = planEffect(options.effect, effect, seed);
     applyToPicture(plan, options, options.images[0], outputs[0]);
   } else {
     applyToPictures(options, effect, seed, outputs, jobs);
   }
-  if (!options.quiet && options.seed.empty() && usesSeed(effect.settings)) {
+  if (!options.quiet && options.seed.empty() && dependsOnSeed(effect.settings)) {
     std::FILE* place = outputs[0] == kStandardStream ? stderr : stdout;
     std::fprintf(place, "seed %u\n", seed);
   }

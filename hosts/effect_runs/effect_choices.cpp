@@ -1,5 +1,7 @@
 #include "hosts/effect_runs/effect_choices.h"
 
+#include <algorithm>
+
 #include "hosts/effect_runs/last_settings.h"
 #include "hosts/effect_runs/picture_lookup.h"
 #include "hosts/effect_runs/preset_file.h"
@@ -38,10 +40,19 @@ static int32_t applyAssignments(const EffectOptions& options, EffectSettings* se
   return textureChoice;
 }
 
+bool assignsTurns(const EffectOptions& options) {
+  return std::any_of(
+      options.assignments.begin(), options.assignments.end(), [](const std::string& text) {
+        return parseAssignment(text).row->offset == offsetof(EffectSettings, environmentTurns);
+      });
+}
+
 static ChosenEffect startingPoint(const EffectOptions& options) {
   ChosenEffect effect;
   if (options.last) {
-    effect.settings = readLastSettings().settings;
+    const LastSettings last = readLastSettings();
+    effect.settings = last.settings;
+    effect.seed = last.seed;
     effect.pictures[kEnvironmentName].path = effect.settings.environmentPath;
     effect.pictures[kTextureName].path = effect.settings.texturePath;
   } else if (!options.preset.empty()) {
