@@ -99,7 +99,7 @@ static void readOther(const DialogState* dialog, int32_t id, ControlReading* rea
           reading->value, "%s",
           settings->environmentPath[0] == 0 ? "built in" : fileNameOf(settings->environmentPath));
     case kSpinButton:
-      return print(reading->value, "%d quarter turns", settings->environmentTurns);
+      return print(reading->value, "quarter turns: %d", settings->environmentTurns);
     case kPreviewArea:
       reading->role = ControlRole::image;
       return readZoom(settings, reading);
