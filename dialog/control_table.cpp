@@ -37,8 +37,7 @@ constexpr WindowControl kControls[] = {
                "Blend mode: how the effect meets the picture"),
     AREA(kBlendSymbol, AT(270, 239, 290, 258), nullptr),
     NAMED_AREA(kPreviewArea, AT(371, 9, 669, 298), "Preview",
-               "Drag to show another part, right button for the untouched picture. ? or F1: keys "
-               "and mouse"),
+               "Drag: another part. Right button: untouched. F1 or ?: keys and mouse"),
     NAMED_AREA(kAutoPreviewToggle, AT(406, 309, 420, 323), "Auto preview",
                "Render the preview after every change"),
     AREA(40, AT(423, 310, 487, 325), nullptr),

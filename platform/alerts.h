@@ -40,7 +40,7 @@ struct AlertContent {
 };
 
 // Shows the alert modally; the number of the button that closed it, -1 when it cannot be shown.
-// No item has the keyboard focus at first.
+// Enter and Escape are its Cancel at first, as is closing its window.
 int32_t showPlatformAlert(const AlertContent& content);
 
 // Shows a message box with the stop icon and returns when it is closed.

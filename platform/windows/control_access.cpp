@@ -5,52 +5,10 @@
 #include <cwchar>
 #include <new>
 
+#include "platform/windows/reader_calls.h"
 #include "platform/windows/window_record.h"
 // The accessible object's header wants the other one first.
 #include <oleacc.h>
-
-// --- The system's procedures ----------------------------------------------------------------
-
-using AllocText = BSTR(WINAPI*)(const OLECHAR*);
-using WrapObject = LRESULT(WINAPI*)(REFIID, WPARAM, IUnknown*);
-using FindParent = HRESULT(WINAPI*)(HWND, DWORD, REFIID, void**);
-using DisconnectObject = HRESULT(WINAPI*)(IUnknown*, DWORD);
-using OpenLibrary = HRESULT(WINAPI*)(void*);
-using CloseLibrary = void(WINAPI*)();
-using NotifyEvent = void(WINAPI*)(DWORD, HWND, LONG, LONG);
-
-struct ReaderCalls {
-  AllocText allocText;
-  WrapObject wrapObject;
-  FindParent findParent;
-  DisconnectObject disconnectObject;
-  OpenLibrary openLibrary;
-  CloseLibrary closeLibrary;
-  NotifyEvent notifyEvent;
-};
-
-// System libraries stay loaded.
-template <typename Procedure>
-static void lookUp(const char* library, const char* name, Procedure* found) {
-  HMODULE module = LoadLibraryA(library);
-  if (module == nullptr) return;
-  *found = reinterpret_cast<Procedure>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
-
-static const ReaderCalls& readerCalls() {
-  static const ReaderCalls calls = [] {
-    ReaderCalls found = {};
-    lookUp("oleaut32.dll", "SysAllocString", &found.allocText);
-    lookUp("oleacc.dll", "LresultFromObject", &found.wrapObject);
-    lookUp("oleacc.dll", "AccessibleObjectFromWindow", &found.findParent);
-    lookUp("ole32.dll", "CoDisconnectObject", &found.disconnectObject);
-    lookUp("ole32.dll", "CoInitialize", &found.openLibrary);
-    lookUp("ole32.dll", "CoUninitialize", &found.closeLibrary);
-    lookUp("user32.dll", "NotifyWinEvent", &found.notifyEvent);
-    return found;
-  }();
-  return calls;
-}
 
 constexpr GUID kUnknownId = {0x00000000, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 constexpr GUID kDispatchId = {0x00020400, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
