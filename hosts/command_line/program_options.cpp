@@ -81,6 +81,14 @@ static void describeSaving(CLI::App* command, SavingOptions* saving) {
       ->type_name("EXT");
 }
 
+static void describeFrame(CLI::App* command, std::string* frame, const char* usual) {
+  command
+      ->add_option(
+          "--frame", *frame,
+          std::string("of an animation or of pages, take this one alone, from 1 on;\n") + usual)
+      ->type_name("N");
+}
+
 static void describeApply(CLI::App* apply, ApplyOptions* options) {
   apply
       ->add_option("IMAGE", options->images,
@@ -105,6 +113,8 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
                  "start from the settings and pictures of the last confirmed dialog")
       ->excludes(preset);
   describeSettings(apply, &options->effect);
+  describeFrame(apply, &options->frame,
+                "without it all, where the result's format holds them, or the first");
   describeSaving(apply, &options->saving);
   describeRun(apply, &options->seed, &options->jobs, &options->quiet);
   apply->footer(
@@ -134,6 +144,7 @@ static void describeEdit(CLI::App* edit, EditOptions* options) {
       ->type_name("FILE.q9q");
   describePictures(edit, &options->effect.pictures, "the preset");
   describeSettings(edit, &options->effect);
+  describeFrame(edit, &options->frame, "the first if not said");
   describeSeed(edit, &options->seed);
   edit->footer(
       "Cancel writes nothing, and the exit code is 1. OK remembers the settings for the next\n"
@@ -194,6 +205,7 @@ static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
       ->allow_extra_args(false);
   describePictures(gallery, &options->pictures, "a preset");
   describeMask(gallery, &options->mask);
+  describeFrame(gallery, &options->frame, "the first if not said");
   describeRun(gallery, &options->seed, &options->jobs, &options->quiet);
   gallery->footer(
       "Examples:\n"

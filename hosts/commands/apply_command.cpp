@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "hosts/commands/apply_to_frames.h"
 #include "hosts/commands/output_names.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/selection.h"
@@ -20,14 +21,21 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
                            const std::string& image, const std::string& output) {
   const PictureFormat& format = chosenFormat(options.saving, output);
   const SavingChoice saving = parseSaving(options.saving);
-  Picture picture = loadPicture(image);
+  const int32_t frame = parseFrame(options.frame);
+  FileBytes contents = readWholeFile(image, "a picture");
+  Picture picture = decodePicture(contents, image, std::max(1, frame));
+  const bool all = frame == 0 && formatHoldsAll(format, picture);
+  const int32_t count = picture.pictureCount;
+  if (all || frame != 0) picture.pictureCount = 1;  // none is left out against the user's will
   setDepth(saving.depth, &picture);
   checkFormatHolds(format, picture, output);
-  Selection selection = loadSelection(options.mask, picture, image);
   if (!options.quiet) warnOfLoss(picture, format, saving.choices.strip, image);
+  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
+  if (all) return applyToFrames(plan, options, {contents, count, image, output}, quiet);
+  contents = {};
+  Selection selection = loadSelection(options.mask, picture, image);
   warnOfEmptiness(selection);
   stopIfInterrupted();
-  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
   renderEffect(plan, &picture, std::move(selection), quiet, image);
   savePicture(std::move(picture), format, saving.choices, output);
 }
@@ -77,6 +85,7 @@ int runApplyCommand(const ApplyOptions& options) {
   checkImages(options.images);
   const std::vector<std::string> outputs = outputNames(options.images, options.output);
   parseSaving(options.saving);
+  parseFrame(options.frame);
   checkMaskOptions(options.mask);
   for (const std::string& output : outputs) chosenFormat(options.saving, output);
   watchForInterrupts();

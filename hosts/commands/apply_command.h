@@ -15,7 +15,8 @@ struct ApplyOptions {
   MaskOptions mask;
   EffectOptions effect;
   SavingOptions saving;
-  std::string seed;  // empty: the clock's
+  std::string frame;  // of several pictures in one file; empty: all, or the first
+  std::string seed;   // empty: the clock's
   std::string jobs = "1";
   bool quiet = false;
 };

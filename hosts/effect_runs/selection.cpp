@@ -1,7 +1,6 @@
 #include "hosts/effect_runs/selection.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "hosts/effect_runs/mask_softening.h"
 #include "hosts/picture_files/formats_library.h"
@@ -135,19 +134,10 @@ Selection loadSelection(const MaskOptions& options, const Picture& picture,
   return selection;
 }
 
-static int wholeNumber(const std::string& option, const std::string& text, int most) {
-  int number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (stop != end || error != std::errc() || number < 1 || number > most) {
-    failOnUsage(option + " " + text + ": takes a whole number, 1 to " + std::to_string(most));
-  }
-  return number;
-}
-
 void checkMaskOptions(const MaskOptions& options) {
-  if (!options.feather.empty()) wholeNumber("--mask-feather", options.feather, kLargestFeather);
-  if (!options.channel.empty()) wholeNumber("--mask-channel", options.channel, 4);
+  if (!options.feather.empty())
+    wholeNumberOf("--mask-feather", options.feather, 1, kLargestFeather);
+  if (!options.channel.empty()) wholeNumberOf("--mask-channel", options.channel, 1, 4);
   const bool ofFile =
       !options.mask.empty() && options.mask != kMaskByAlpha && options.mask != kMaskOfEverything;
   if (!ofFile && (options.fit || !options.channel.empty())) {

@@ -42,6 +42,14 @@ struct DeepSamples {
   std::vector<uint16_t> alpha;
 };
 
+// What the pictures of one file are to each other.
+enum class Sequence {
+  none,       // there is one, or what they are is not known
+  animation,  // frames with their times
+  pages,
+  unlike,  // pages that differ in size or kind
+};
+
 struct Picture {
   HostPicture colors;          // 1 or 3 planes
   std::vector<uint8_t> alpha;  // one byte a pixel; empty when the file has no alpha channel
@@ -49,6 +57,7 @@ struct Picture {
   PictureMetadata metadata;
   bool sidesSwapped = false;  // turned by a quarter, as the file says
   int32_t sampleBits = 8;     // in the file
-  int32_t pictureCount = 1;   // in the file; the first is taken
-  std::string converted;      // the kind of colours that became RGB; empty: none
+  int32_t pictureCount = 1;   // in the file
+  Sequence sequence = Sequence::none;
+  std::string converted;  // the kind of colours that became RGB; empty: none
 };
