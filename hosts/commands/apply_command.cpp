@@ -5,9 +5,9 @@
 
 #include "hosts/commands/apply_to_frames.h"
 #include "hosts/commands/output_names.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/selection.h"
-#include "hosts/effect_runs/setting_text.h"
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/picture_files/picture_save.h"
 #include "hosts/picture_files/picture_warnings.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "hosts/commands/saving_options.h"
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
 
 struct ApplyOptions {

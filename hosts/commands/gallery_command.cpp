@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "hosts/commands/contact_sheet.h"
+#include "hosts/effect_choices/preset_lookup.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/effect_runs/effect_run.h"
-#include "hosts/effect_runs/preset_lookup.h"
 #include "hosts/effect_runs/selection.h"
-#include "hosts/effect_runs/setting_text.h"
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/picture_files/picture_save.h"
 #include "hosts/process/child_processes.h"

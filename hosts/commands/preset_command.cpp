@@ -5,10 +5,10 @@
 #include <cstring>
 
 #include "hosts/commands/json_text.h"
-#include "hosts/effect_runs/picture_lookup.h"
-#include "hosts/effect_runs/preset_file.h"
-#include "hosts/effect_runs/preset_lookup.h"
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/picture_lookup.h"
+#include "hosts/effect_choices/preset_file.h"
+#include "hosts/effect_choices/preset_lookup.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
 
 // Everything a run needs besides the picture.

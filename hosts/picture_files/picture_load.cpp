@@ -4,7 +4,7 @@
 
 #include "hosts/picture_files/exif_block.h"
 #include "hosts/picture_files/formats_library.h"
-#include "hosts/picture_files/png_read.h"
+#include "hosts/png_files/png_read.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"

@@ -105,7 +105,7 @@ TEST_F(Failures, OfTheResult) {
   // Judged before anything is read.
   expectApplyFails({"missing.png", "-o", "out.xyz"}, 2, ".png, .jpg");
   expectApplyFails({"missing.png", "-o", "out"}, 2, ".tiff, .webp");
-  expectApplyFails({"missing.png", "-o", "out.GIF"}, 2, ".gif files cannot be written; there are");
+  expectApplyFails({"missing.png", "-o", "out.ICO"}, 2, ".ico files cannot be written; there are");
   const QString longName(100000, 'x');
   expectApplyFails({"missing.png", "-o", longName + ".png"}, 1, "its name is too long");
   expectApplyFails({"missing.png", "-o", longName + "/out.png"}, 1, "its name is too long");

@@ -1,12 +1,12 @@
-#include "hosts/picture_files/png_read.h"
+#include "hosts/png_files/png_read.h"
 
 #include <isa-l/igzip_lib.h>
 
 #include <algorithm>
 #include <memory>
 
-#include "hosts/picture_files/png_chunks.h"
-#include "hosts/picture_files/png_rows.h"
+#include "hosts/png_files/png_chunks.h"
+#include "hosts/png_files/png_rows.h"
 
 constexpr size_t kHeaderBytes = 13;
 constexpr size_t kBandBytes = 256 * 1024;  // unpacked at a time

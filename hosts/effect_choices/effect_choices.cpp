@@ -1,10 +1,10 @@
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 
-#include "hosts/effect_runs/last_settings.h"
-#include "hosts/effect_runs/picture_lookup.h"
-#include "hosts/effect_runs/preset_file.h"
-#include "hosts/effect_runs/preset_lookup.h"
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/last_settings.h"
+#include "hosts/effect_choices/picture_lookup.h"
+#include "hosts/effect_choices/preset_file.h"
+#include "hosts/effect_choices/preset_lookup.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "settings/light_angles.h"
 

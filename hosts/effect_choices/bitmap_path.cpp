@@ -1,4 +1,4 @@
-#include "hosts/effect_runs/bitmap_path.h"
+#include "hosts/effect_choices/bitmap_path.h"
 
 #include <unistd.h>
 

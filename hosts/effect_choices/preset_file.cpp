@@ -1,4 +1,4 @@
-#include "hosts/effect_runs/preset_file.h"
+#include "hosts/effect_choices/preset_file.h"
 
 #include <sys/stat.h>
 
