@@ -9,9 +9,9 @@ static void describeSettings(CLI::App* command, EffectOptions* effect) {
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   command->add_option("--environment", effect->environment, "the picture that is mirrored")
-      ->type_name("FILE.bmp");
+      ->type_name("FILE");
   command->add_option("--texture", effect->texture, "the picture that is pressed into the surface")
-      ->type_name("FILE.bmp");
+      ->type_name("FILE");
 }
 
 static void describeMask(CLI::App* command, MaskOptions* options) {
@@ -122,7 +122,7 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
       "  morvalis apply badge.png -o badge-lit.png\n"
       "  morvalis apply photo.jpg --mask heart.png --set shape=round --set radius=30 -o heart.jpg\n"
       "  morvalis apply logo.png --set light1Dir=-0.6,0.4,0.7 --set blendMode=screen -o lit.webp\n"
-      "  morvalis apply logo.png --environment sky.bmp --set reflection=80 -o chrome.png\n"
+      "  morvalis apply logo.png --environment sky.jpg --set reflection=80 -o chrome.png\n"
       "  morvalis apply logo.png --preset gold --set radius=20 -o gold.png\n"
       "  morvalis apply -j 2 icons/*.png --preset gold --set radius=8 -o 'out/{name}-gold.png'\n"
       "  convert in.svg png:- | morvalis apply - --preset gold -o - > out.png\n"
@@ -178,12 +178,17 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
                    "a settings file to start from, instead of the defaults")
       ->type_name("FILE.q9q");
   describeSettings(save, &options->presetSave.effect);
+  save->add_flag("--with-pictures", options->presetSave.withPictures,
+                 "copy the pictures that it names into a folder beside it");
   save->footer(
       "The file names its pictures without their folder: keep them in a folder\n"
-      "\"environments and textures\" beside it.\n\n"
+      "\"environments and textures\" beside it. Of a picture that is no Windows bitmap a copy "
+      "that\n"
+      "is one goes there.\n\n"
       "Examples:\n"
       "  morvalis preset save chrome.q9q --set reflection=90 --environment sky.bmp\n"
-      "  morvalis preset save small.q9q --preset chrome.q9q --set radius=6\n");
+      "  morvalis preset save small.q9q --preset chrome.q9q --set radius=6\n"
+      "  morvalis preset save for-a-friend.q9q --preset chrome.q9q --with-pictures\n");
 }
 
 static void describeGallery(CLI::App* gallery, GalleryOptions* options) {

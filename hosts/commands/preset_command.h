@@ -14,6 +14,7 @@ struct PresetShowOptions {
 struct PresetSaveOptions {
   std::string output;
   EffectOptions effect;
+  bool withPictures = false;  // copies of them beside the file
 };
 
 // The presets that come with the program, one a line.
