@@ -113,6 +113,11 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
                  "start from the settings and pictures of the last confirmed dialog")
       ->excludes(preset);
   describeSettings(apply, &options->effect);
+  apply
+      ->add_option("--supersample", options->supersample,
+                   "render 2 or 4 times as large and reduce: for a --mask that was drawn so many\n"
+                   "times larger than the picture, thin slanted type for one")
+      ->type_name("2|4");
   describeFrame(apply, &options->frame,
                 "without it all, where the result's format holds them, or the first");
   describeSaving(apply, &options->saving);

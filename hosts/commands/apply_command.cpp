@@ -7,6 +7,7 @@
 #include "hosts/commands/output_names.h"
 #include "hosts/effect_choices/setting_text.h"
 #include "hosts/effect_runs/effect_run.h"
+#include "hosts/effect_runs/enlarged_run.h"
 #include "hosts/effect_runs/selection.h"
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/picture_files/picture_save.h"
@@ -40,11 +41,17 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
   savePicture(std::move(picture), format, saving.choices, output);
 }
 
+static EffectPlan planFor(const ApplyOptions& options, const ChosenEffect& effect, uint32_t seed) {
+  EffectPlan plan = planEffect(options.effect, effect, seed);
+  enlargePlan(options.mask.enlarged, &plan);
+  return plan;
+}
+
 // What fails for all of them fails once, before any is begun.
 static void applyToPictures(const ApplyOptions& options, const ChosenEffect& effect, uint32_t seed,
                             const std::vector<std::string>& outputs, int jobs) {
   runInChild([&] {
-    planEffect(options.effect, effect, seed);
+    planFor(options, effect, seed);
     return kExitDone;
   });
   ChildWork work;
@@ -53,7 +60,7 @@ static void applyToPictures(const ApplyOptions& options, const ChosenEffect& eff
   work.quiet = options.quiet;
   work.command = [&](size_t i) {
     checkWritable(outputs[i]);
-    const EffectPlan plan = planEffect(options.effect, effect, seed);
+    const EffectPlan plan = planFor(options, effect, seed);
     applyToPicture(plan, options, options.images[i], outputs[i]);
     return kExitDone;
   };
@@ -79,7 +86,9 @@ static bool usesSeed(const EffectSettings& settings) {
          settings.textureChoice != kTextureChoiceFile;
 }
 
-int runApplyCommand(const ApplyOptions& options) {
+int runApplyCommand(const ApplyOptions& given) {
+  ApplyOptions options = given;
+  options.mask.enlarged = parseSupersample(options.supersample);
   const uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
   checkImages(options.images);
@@ -93,7 +102,7 @@ int runApplyCommand(const ApplyOptions& options) {
   if (single) checkWritable(outputs[0]);
   const ChosenEffect effect = chooseEffect(options.effect);
   if (single) {
-    const EffectPlan plan = planEffect(options.effect, effect, seed);
+    const EffectPlan plan = planFor(options, effect, seed);
     applyToPicture(plan, options, options.images[0], outputs[0]);
   } else {
     applyToPictures(options, effect, seed, outputs, jobs);

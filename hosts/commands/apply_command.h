@@ -15,8 +15,9 @@ struct ApplyOptions {
   MaskOptions mask;
   EffectOptions effect;
   SavingOptions saving;
-  std::string frame;  // of several pictures in one file; empty: all, or the first
-  std::string seed;   // empty: the clock's
+  std::string supersample;  // empty: as large as the picture
+  std::string frame;        // of several pictures in one file; empty: all, or the first
+  std::string seed;         // empty: the clock's
   std::string jobs = "1";
   bool quiet = false;
 };

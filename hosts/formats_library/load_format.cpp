@@ -106,10 +106,6 @@ static bool convertSamples(VipsRef* held) {
 static uint8_t shallow(uint8_t sample) {
   return sample;
 }
-static uint8_t shallow(uint16_t sample) {
-  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
-}
-
 template <typename Sample>
 static void takePlanes(const Sample* from, size_t pixels, int bands, Picture* picture) {
   const int planes = picture->colors.planes;

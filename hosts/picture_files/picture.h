@@ -36,6 +36,11 @@ struct PictureMetadata {
   std::vector<PngPart> pngColors;     // what a PNG file says of its colours besides a profile
 };
 
+// Of 16 bits the nearest of 8.
+inline uint8_t shallow(uint16_t sample) {
+  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
+}
+
 // The samples of a deep picture as its file has them; empty of one with 8 bits.
 struct DeepSamples {
   std::vector<uint16_t> colors;

@@ -127,10 +127,6 @@ static uint16_t sampleAt(const uint8_t* at) {
   return static_cast<uint16_t>(at[0] << 8 | at[1]);
 }
 
-static uint8_t shallow(uint16_t sample) {
-  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
-}
-
 static void takeShallowRow(const uint8_t* row, size_t bytes, bool alpha, Picture* picture) {
   std::vector<uint8_t>& colors = picture->colors.samples;
   if (!alpha) {
