@@ -1,4 +1,4 @@
-#include "hosts/effect_runs/preset_file.h"
+#include "hosts/effect_choices/preset_file.h"
 
 #include <sys/stat.h>
 
@@ -43,8 +43,9 @@ std::string nameInUtf8(const char* windowsName) {
   return name;
 }
 
-// Whatever else stands under the name is not to be lost by a slip.
-static void checkReplaceable(const std::string& file) {
+void checkReplaceable(const std::string& file) {
+  struct stat old = {};
+  if (file == kStandardStream || stat(file.c_str(), &old) != 0 || old.st_size == 0) return;
   try {
     readPreset(file);
   } catch (const CommandFailure&) {
@@ -61,9 +62,7 @@ void writePreset(const EffectSettings& settings, const std::string names[kPictur
   const size_t count = encodeNamedSettings(&settings, texts, bytes);
   FileBytes contents(bytes, bytes + count);
   struct stat old = {};
-  if (file != kStandardStream && stat(file.c_str(), &old) == 0 && old.st_size > 0) {
-    checkReplaceable(file);
-  }
+  checkReplaceable(file);
   if (file != kStandardStream && stat(file.c_str(), &old) == 0 &&
       static_cast<size_t>(old.st_size) > count) {
     const FileBytes before = readWholeFile(file, "a settings file");
