@@ -14,6 +14,17 @@ static void describeSettings(CLI::App* command, EffectOptions* effect) {
       ->type_name("FILE.bmp");
 }
 
+static void describeLimit(CLI::App* command, bool* limit) {
+  command->add_flag("--limit", *limit,
+                    "bring values of a settings file that are out of range into it,\n"
+                    "instead of refusing the file");
+}
+
+static void describeColor(CLI::App* command, bool* color) {
+  command->add_flag("--color", *color,
+                    "make a grey picture one of colours first, so that the effect's show");
+}
+
 static void describeMask(CLI::App* command, MaskOptions* options) {
   command
       ->add_option("--mask", options->mask,
@@ -105,8 +116,14 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
                  "start from the settings and pictures of the last confirmed dialog")
       ->excludes(preset);
   describeSettings(apply, &options->effect);
+  describeLimit(apply, &options->effect.limit);
+  describeColor(apply, &options->color);
   describeSaving(apply, &options->saving);
   describeRun(apply, &options->seed, &options->jobs, &options->quiet);
+  apply
+      ->add_flag("--verbose", options->verbose,
+                 "tell what was read, kept and dropped, and how long each part took")
+      ->excludes(apply->get_option("--quiet"));
   apply->footer(
       "Examples:\n"
       "  morvalis apply badge.png -o badge-lit.png\n"
@@ -134,6 +151,8 @@ static void describeEdit(CLI::App* edit, EditOptions* options) {
       ->type_name("FILE.q9q");
   describePictures(edit, &options->effect.pictures, "the preset");
   describeSettings(edit, &options->effect);
+  describeLimit(edit, &options->effect.limit);
+  describeColor(edit, &options->color);
   describeSeed(edit, &options->seed);
   edit->footer(
       "Cancel writes nothing, and the exit code is 1. OK remembers the settings for the next\n"
@@ -167,6 +186,7 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
                    "a settings file to start from, instead of the defaults")
       ->type_name("FILE.q9q");
   describeSettings(save, &options->presetSave.effect);
+  describeLimit(save, &options->presetSave.effect.limit);
   save->footer(
       "The file names its pictures without their folder: keep them in a folder\n"
       "\"environments and textures\" beside it.\n\n"
@@ -193,6 +213,8 @@ static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   describePictures(gallery, &options->pictures, "a preset");
+  describeLimit(gallery, &options->limit);
+  describeColor(gallery, &options->color);
   describeMask(gallery, &options->mask);
   describeRun(gallery, &options->seed, &options->jobs, &options->quiet);
   gallery->footer(

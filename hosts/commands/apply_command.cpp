@@ -4,6 +4,8 @@
 #include <cstdio>
 
 #include "hosts/commands/output_names.h"
+#include "hosts/commands/run_notes.h"
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/selection.h"
 #include "hosts/effect_runs/setting_text.h"
@@ -15,21 +17,39 @@
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/progress_bar.h"
+
+static Picture loadShowing(const std::string& image, bool quiet) {
+  const StepProgress reading(quiet, "reading");
+  return loadPicture(image);
+}
 
 static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
                            const std::string& image, const std::string& output) {
   const PictureFormat& format = chosenFormat(options.saving, output);
   const SavingChoice saving = parseSaving(options.saving);
-  Picture picture = loadPicture(image);
+  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
+  RunNotes notes = {options.verbose};
+  Picture picture = loadShowing(image, quiet);
+  noteLoaded(picture, image, &notes);
+  if (options.color) makeColorful(&picture);
   setDepth(saving.depth, &picture);
   checkFormatHolds(format, picture, output);
   Selection selection = loadSelection(options.mask, picture, image);
   if (!options.quiet) warnOfLoss(picture, format, saving.choices.strip, image);
+  if (!options.quiet) warnOfLostColors(plan.settings, plan.found, picture, image);
   warnOfEmptiness(selection);
+  noteSelection(selection.mask, options.mask.mask, &notes);
   stopIfInterrupted();
-  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
   renderEffect(plan, &picture, std::move(selection), quiet, image);
+  noteRendered(plan, options.effect.preset, &notes);
+  const bool stripped = saving.choices.strip;
+  const std::string kept = stripped ? "" : keptIn(format, picture);
+  const std::string dropped =
+      stripped ? "everything else, as --strip says" : lossesIn(format, picture);
+  const StepProgress writing(quiet, "writing");
   savePicture(std::move(picture), format, saving.choices, output);
+  noteSaved(output, kept, dropped, &notes);
 }
 
 // What fails for all of them fails once, before any is begun.
@@ -83,6 +103,7 @@ int runApplyCommand(const ApplyOptions& options) {
   const bool single = outputs.size() == 1;
   if (single) checkWritable(outputs[0]);
   const ChosenEffect effect = chooseEffect(options.effect);
+  warnOfDarkLights(effect.settings);
   if (single) {
     const EffectPlan plan = planEffect(options.effect, effect, seed);
     applyToPicture(plan, options, options.images[0], outputs[0]);

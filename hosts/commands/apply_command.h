@@ -17,7 +17,9 @@ struct ApplyOptions {
   SavingOptions saving;
   std::string seed;  // empty: the clock's
   std::string jobs = "1";
+  bool color = false;  // a grey picture becomes one of colours
   bool quiet = false;
+  bool verbose = false;
 };
 
 int runApplyCommand(const ApplyOptions& options);

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "hosts/commands/json_text.h"
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/picture_lookup.h"
 #include "hosts/effect_runs/preset_file.h"
 #include "hosts/effect_runs/preset_lookup.h"
@@ -85,14 +86,6 @@ static void printJson(const std::vector<ShownItem>& items) {
   std::puts("}");
 }
 
-// Names come from files, which may hold anything.
-static std::string printable(std::string text) {
-  for (char& c : text) {
-    if (static_cast<unsigned char>(c) < ' ' || c == 127) c = '?';
-  }
-  return text;
-}
-
 static void printTable(const std::vector<ShownItem>& items) {
   size_t width = 0;
   size_t valueWidth = 0;
@@ -104,7 +97,7 @@ static void printTable(const std::vector<ShownItem>& items) {
   }
   for (const ShownItem& item : items) {
     const SettingRange* row = findSetting(item.name.c_str());
-    const std::string value = printable(item.value);
+    const std::string value = printableLine(item.value);  // names may hold anything
     if (row == nullptr) {
       std::printf("%-*s  %s\n", static_cast<int>(width), item.name.c_str(), value.c_str());
     } else {
@@ -130,11 +123,16 @@ int runPresetList(bool json) {
 }
 
 int runPresetShow(const PresetShowOptions& options) {
-  const std::vector<ShownItem> items = shownItems(readPreset(findPreset(options.file)));
+  const Preset preset = readPreset(findPreset(options.file));
+  const std::vector<ShownItem> items = shownItems(preset);
   if (options.json) {
     printJson(items);
   } else {
     printTable(items);
+  }
+  if (!preset.oddities.empty()) {
+    reportWarning(options.file + ": " + preset.oddities +
+                  "; the other commands take it only with --limit");
   }
   return kExitDone;
 }
@@ -157,6 +155,7 @@ static std::string nameOfPicture(const std::string& file) {
 
 int runPresetSave(const PresetSaveOptions& options) {
   const ChosenEffect effect = chooseEffect(options.effect);
+  warnOfDarkLights(effect.settings);
   std::string names[kPictureNames];
   for (int32_t kind = 0; kind < kPictureNames; ++kind) {
     const ChosenPicture& picture = effect.pictures[kind];

@@ -8,6 +8,7 @@
 #include <climits>
 #include <cstdio>
 
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/selection.h"
 #include "hosts/picture_files/picture_load.h"
@@ -52,6 +53,7 @@ static void closeWhenInterrupted() {
 // Everything that can fail fails before the dialog opens, but for the writing itself.
 static int editFile(const EditPlan& plan, const EditOptions& options, const std::string& image) {
   Picture picture = loadPicture(image);
+  if (options.color) makeColorful(&picture);
   const std::string output = options.output.empty() ? nameBeside(image, picture) : options.output;
   const PictureFormat& format = pictureFormatOf(output);
   checkWritable(output);

@@ -12,5 +12,6 @@ struct EditOptions {
   std::string output;  // empty: beside the picture
   MaskOptions mask;
   EffectOptions effect;
-  std::string seed;  // empty: the clock's
+  bool color = false;  // a grey picture becomes one of colours
+  std::string seed;    // empty: the clock's
 };
