@@ -180,7 +180,7 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
 
   CLI::App* save = preset->add_subcommand("save", "save settings as a settings file");
   save->add_option("OUT", options->presetSave.output, "the settings file to be written")
-      ->type_name("FILE.q9q")
+      ->type_name("OUT.q9q")
       ->required();
   save->add_option("--preset", options->presetSave.effect.preset,
                    "a settings file to start from, instead of the defaults")
