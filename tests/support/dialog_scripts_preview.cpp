@@ -73,9 +73,9 @@ static void expectRawPicture(const HostPicture& picture, const HostMask& mask) {
   ASSERT_EQ(shown.width, 294);
   ASSERT_EQ(shown.height, 285);
   for (int32_t i = 0; i < shown.width * shown.height * shown.planes; ++i) {
-    const int32_t x = i / shown.planes % shown.width;
-    const int32_t y = i / shown.planes / shown.width;
-    const int32_t from = (y + top) * picture.width + x + left;
+    const int32_t x = left + i / shown.planes % shown.width;
+    const int32_t y = top + i / shown.planes / shown.width;
+    const int32_t from = y * picture.width + x;
     const int32_t source = picture.samples[from * picture.planes + i % shown.planes];
     const int32_t m = mask[from];
     const int32_t checker = ((x ^ y) & 8) == 0 ? 255 : 204;
