@@ -5,6 +5,7 @@
 
 #include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
+#include "dialog/preview_zoom.h"
 #include "geometry/field/selection_mask.h"
 #include "geometry/preview/preview_render.h"
 #include "geometry/row_requests.h"
@@ -74,6 +75,10 @@ void startPreview(DialogState* dialog) {
   settings->previewOriginX = 0;
   settings->previewOriginY = 0;
   requestPreviewImage(dialog->session, settings->previewScale);
+  if (*dialog->session->result == kNoError && openAtBevel(dialog)) {
+    clampOrigin(dialog, settings->previewScale);
+    requestPreviewImage(dialog->session, settings->previewScale);
+  }
   dialog->session->render.buildHeightField = 1;
   if (*dialog->session->result == kNoError) {
     runPreviewUnderWaitCursor(dialog);
@@ -177,12 +182,12 @@ static void zoomTo(DialogState* dialog, int32_t scale) {
 
 void zoomIn(DialogState* dialog) {
   const int32_t scale = settingsOf(dialog)->previewScale;
-  if (scale >= 2) zoomTo(dialog, scale - 1);
+  if (scale >= 2) zoomTo(dialog, zoomedIn(scale));
 }
 
 void zoomOut(DialogState* dialog) {
   const int32_t scale = settingsOf(dialog)->previewScale;
-  if (scale < dialog->fitScale) zoomTo(dialog, scale + 1);
+  if (scale < dialog->fitScale) zoomTo(dialog, zoomedOut(scale, dialog->fitScale));
 }
 
 void zoomToFull(DialogState* dialog) {
