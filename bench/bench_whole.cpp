@@ -135,7 +135,8 @@ static void timePreview(int32_t radius, bool everything) {
 int main(int argc, char** argv) {
   const bool fastOnly = argc > 1 && std::strcmp(argv[1], "--fast") == 0;
   std::vector<double> sizes;
-  for (int i = fastOnly ? 2 : 1; i < argc; ++i) sizes.push_back(std::clamp(std::atof(argv[i]), 0.01, 64.0));
+  for (int i = fastOnly ? 2 : 1; i < argc; ++i)
+    sizes.push_back(std::clamp(std::atof(argv[i]), 0.01, 64.0));
   if (sizes.empty()) sizes = {1, 4, 16};
   std::printf("whole render under letters, nanoseconds a pixel (step: milliseconds)\n");
   std::printf("%5s %7s %-10s %8s %8s %8s %8s %10s\n", "side", "radius", "settings", "twin", "plain",

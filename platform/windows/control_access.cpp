@@ -391,9 +391,9 @@ INT_PTR answerReader(Window* window, WPARAM wParam, LPARAM lParam) {
 }
 
 static void tell(Window* window, DWORD event, int32_t id) {
-  if (!canBeRead(window) || readerCalls().notifyEvent == nullptr) return;
+  if (!canBeRead(window) || notifyCall() == nullptr) return;
   const LONG element = elementOfControl(window, id);
-  if (element != 0) readerCalls().notifyEvent(event, window->handle, OBJID_CLIENT, element);
+  if (element != 0) notifyCall()(event, window->handle, OBJID_CLIENT, element);
 }
 
 void tellFocus(Window* window, int id) {

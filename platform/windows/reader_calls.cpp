@@ -17,8 +17,16 @@ const ReaderCalls& readerCalls() {
     lookUp("ole32.dll", "CoDisconnectObject", &found.disconnectObject);
     lookUp("ole32.dll", "CoInitialize", &found.openLibrary);
     lookUp("ole32.dll", "CoUninitialize", &found.closeLibrary);
-    lookUp("user32.dll", "NotifyWinEvent", &found.notifyEvent);
     return found;
   }();
   return calls;
+}
+
+NotifyEvent notifyCall() {
+  static const NotifyEvent call = [] {
+    NotifyEvent found = nullptr;
+    lookUp("user32.dll", "NotifyWinEvent", &found);
+    return found;
+  }();
+  return call;
 }

@@ -22,8 +22,11 @@ struct ReaderCalls {
   DisconnectObject disconnectObject;
   OpenLibrary openLibrary;
   CloseLibrary closeLibrary;
-  NotifyEvent notifyEvent;
 };
 
-// Null where the system has no such procedure.
+// Null where the system has no such procedure. The first call loads their libraries, so that nobody
+// waits for these before a screen reader has asked.
 const ReaderCalls& readerCalls();
+
+// Tells screen readers that something has happened, null where the system cannot.
+NotifyEvent notifyCall();

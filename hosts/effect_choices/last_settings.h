@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <optional>
 
-#include "settings/effect_settings.h"
+#include "hosts/effect_choices/preset_file.h"
 
 struct LastSettings {
-  EffectSettings settings;  // pictures stand in them with their whole paths
+  Preset preset;  // pictures stand in its settings with their whole paths
   std::optional<uint32_t> seed;
 };
 

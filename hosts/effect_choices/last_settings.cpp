@@ -1,10 +1,9 @@
-#include "hosts/effect_runs/last_settings.h"
+#include "hosts/effect_choices/last_settings.h"
 
 #include <charconv>
 #include <cmath>
 #include <cstring>
 
-#include "hosts/effect_runs/preset_file.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_names.h"
 #include "platform/remembered_values.h"
@@ -46,7 +45,7 @@ static void takeExactly(LastSettings* last) {
   uint32_t seed = 0;
   auto read = std::from_chars(text, end, seed);
   float* components[kComponents];
-  componentsOf(&last->settings, components);
+  componentsOf(&last->preset.settings, components);
   float exact[kComponents] = {};
   for (int i = 0; i < kComponents; ++i) {
     if (read.ec != std::errc() || read.ptr == end || *read.ptr != ' ') return;
@@ -69,9 +68,10 @@ LastSettings readLastSettings() {
                          "(there is no " +
                              std::string(path) + ")"};
   }
-  LastSettings last = {readPreset(path).settings, std::nullopt};
-  readRememberedValue("ChromeFile", last.settings.environmentPath, kPathBytes);
-  readRememberedValue("TextureFile", last.settings.texturePath, kPathBytes);
+  LastSettings last = {readPreset(path), std::nullopt};
+  EffectSettings& settings = last.preset.settings;
+  readRememberedValue("ChromeFile", settings.environmentPath, kPathBytes);
+  readRememberedValue("TextureFile", settings.texturePath, kPathBytes);
   takeExactly(&last);
   return last;
 }
