@@ -16,6 +16,7 @@ declare -A levels=(
   [entry/session_record]=0
   [geometry/field/fast_field_state]=0
   [geometry/pattern_state]=0
+  [geometry/preview/preview_state]=0
   [geometry/render_state]=0
   [platform/]=0
   [resources/]=0
@@ -34,6 +35,7 @@ declare -A levels=(
   [pictures/]=2
   [shading/]=2
 
+  [geometry/preview/]=3
   [geometry/render_buffers]=3
   [geometry/render_setup]=3
   [geometry/row_machine]=3

@@ -14,6 +14,17 @@ static void describeSettings(CLI::App* command, EffectOptions* effect) {
       ->type_name("FILE");
 }
 
+static void describeLimit(CLI::App* command, bool* limit) {
+  command->add_flag("--limit", *limit,
+                    "bring values of a settings file that are out of range into it,\n"
+                    "instead of refusing the file");
+}
+
+static void describeColor(CLI::App* command, bool* color) {
+  command->add_flag("--color", *color,
+                    "make a grey picture one of colours first, so that the effect's show");
+}
+
 static void describeMask(CLI::App* command, MaskOptions* options) {
   command
       ->add_option("--mask", options->mask,
@@ -121,8 +132,14 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
       ->type_name("2|4");
   describeFrame(apply, &options->frame,
                 "without it all, where the result's format holds them, or the first");
+  describeLimit(apply, &options->effect.limit);
+  describeColor(apply, &options->color);
   describeSaving(apply, &options->saving);
   describeRun(apply, &options->seed, &options->jobs, &options->quiet);
+  apply
+      ->add_flag("--verbose", options->verbose,
+                 "tell what was read, kept and dropped, and how long each part took")
+      ->excludes(apply->get_option("--quiet"));
   apply->footer(
       "Examples:\n"
       "  morvalis apply badge.png -o badge-lit.png\n"
@@ -151,6 +168,8 @@ static void describeEdit(CLI::App* edit, EditOptions* options) {
   describePictures(edit, &options->effect.pictures, "the preset");
   describeSettings(edit, &options->effect);
   describeFrame(edit, &options->frame, "the first if not said");
+  describeLimit(edit, &options->effect.limit);
+  describeColor(edit, &options->color);
   describeSeed(edit, &options->seed);
   edit->footer(
       "Cancel writes nothing, and the exit code is 1. OK remembers the settings for the next\n"
@@ -178,7 +197,7 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
 
   CLI::App* save = preset->add_subcommand("save", "save settings as a settings file");
   save->add_option("OUT", options->presetSave.output, "the settings file to be written")
-      ->type_name("FILE.q9q")
+      ->type_name("OUT.q9q")
       ->required();
   save->add_option("--preset", options->presetSave.effect.preset,
                    "a settings file to start from, instead of the defaults")
@@ -186,6 +205,7 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
   describeSettings(save, &options->presetSave.effect);
   save->add_flag("--with-pictures", options->presetSave.withPictures,
                  "copy the pictures that it names into a folder beside it");
+  describeLimit(save, &options->presetSave.effect.limit);
   save->footer(
       "The file names its pictures without their folder: keep them in a folder\n"
       "\"environments and textures\" beside it. Of a picture that is no Windows bitmap a copy "
@@ -215,6 +235,8 @@ static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   describePictures(gallery, &options->pictures, "a preset");
+  describeLimit(gallery, &options->limit);
+  describeColor(gallery, &options->color);
   describeMask(gallery, &options->mask);
   describeFrame(gallery, &options->frame, "the first if not said");
   describeRun(gallery, &options->seed, &options->jobs, &options->quiet);

@@ -5,7 +5,9 @@
 
 #include "hosts/commands/apply_to_frames.h"
 #include "hosts/commands/output_names.h"
+#include "hosts/commands/run_notes.h"
 #include "hosts/effect_choices/setting_text.h"
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/enlarged_run.h"
 #include "hosts/effect_runs/selection.h"
@@ -17,28 +19,49 @@
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/progress_bar.h"
+
+// The picture with this number, from 1 on, and the file's contents, for those that follow.
+static Picture loadShowing(const std::string& image, bool quiet, int32_t number,
+                           FileBytes* contents) {
+  const StepProgress reading(quiet, "reading");
+  *contents = readWholeFile(image, "a picture");
+  return decodePicture(*contents, image, number);
+}
 
 static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
                            const std::string& image, const std::string& output) {
   const PictureFormat& format = chosenFormat(options.saving, output);
   const SavingChoice saving = parseSaving(options.saving);
+  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
   const int32_t frame = parseFrame(options.frame);
-  FileBytes contents = readWholeFile(image, "a picture");
-  Picture picture = decodePicture(contents, image, std::max(1, frame));
+  RunNotes notes = {options.verbose};
+  FileBytes contents;
+  Picture picture = loadShowing(image, quiet, std::max(1, frame), &contents);
+  noteLoaded(picture, image, &notes);
   const bool all = frame == 0 && formatHoldsAll(format, picture);
   const int32_t count = picture.pictureCount;
   if (all || frame != 0) picture.pictureCount = 1;  // none is left out against the user's will
+  if (options.color) makeColorful(&picture);
   setDepth(saving.depth, &picture);
   checkFormatHolds(format, picture, output);
   if (!options.quiet) warnOfLoss(picture, format, saving.choices.strip, image);
-  const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
+  if (!options.quiet) warnOfLostColors(plan.settings, plan.found, picture, image);
   if (all) return applyToFrames(plan, options, {contents, count, image, output}, quiet);
   contents = {};
   Selection selection = loadSelection(options.mask, picture, image);
   warnOfEmptiness(selection);
+  noteSelection(selection.mask, options.mask.mask, &notes);
   stopIfInterrupted();
   renderEffect(plan, &picture, std::move(selection), quiet, image);
+  noteRendered(plan, options.effect.preset, &notes);
+  const bool stripped = saving.choices.strip;
+  const std::string kept = stripped ? "" : keptIn(format, picture);
+  const std::string dropped =
+      stripped ? "everything else, as --strip says" : lossesIn(format, picture);
+  const StepProgress writing(quiet, "writing");
   savePicture(std::move(picture), format, saving.choices, output);
+  noteSaved(output, kept, dropped, &notes);
 }
 
 static EffectPlan planFor(const ApplyOptions& options, const ChosenEffect& effect, uint32_t seed) {
@@ -101,6 +124,7 @@ int runApplyCommand(const ApplyOptions& given) {
   const bool single = outputs.size() == 1;
   if (single) checkWritable(outputs[0]);
   const ChosenEffect effect = chooseEffect(options.effect);
+  warnOfDarkLights(effect.settings);
   if (single) {
     const EffectPlan plan = planFor(options, effect, seed);
     applyToPicture(plan, options, options.images[0], outputs[0]);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/picture_files/picture_save.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/interrupt.h"
@@ -34,6 +35,7 @@ void applyToFrames(const EffectPlan& plan, const ApplyOptions& options, const Fr
   const ChangePicture change = [&](int32_t number, Picture* picture) {
     stopIfInterrupted();
     drawProgress(&bar, number - 1, file.count);
+    if (options.color) makeColorful(picture);
     setDepth(saving.depth, picture);
     Selection selection = selectionFor(options.mask, *picture, file.image, &shared);
     renderEffect(plan, picture, std::move(selection), /*quiet=*/true, file.image);

@@ -7,6 +7,7 @@
 #include "hosts/commands/contact_sheet.h"
 #include "hosts/effect_choices/preset_lookup.h"
 #include "hosts/effect_choices/setting_text.h"
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/selection.h"
 #include "hosts/picture_files/picture_load.h"
@@ -41,8 +42,10 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
   effect.preset = preset;
   effect.pictures = options.pictures;
   effect.assignments = options.assignments;
+  effect.limit = options.limit;
   const EffectPlan plan = planEffect(effect, chooseEffect(effect), seed);
   Picture picture = loadImage(options);
+  if (options.color) makeColorful(&picture);
   Selection selection = loadSelection(options.mask, picture, options.image);
   renderEffect(plan, &picture, std::move(selection), /*quiet=*/true, preset);
   Picture cell;
@@ -54,7 +57,12 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
 static void checkPicture(const GalleryOptions& options) {
   if (options.image == kStandardStream) readWholeFile(options.image, "a picture");
   runInChild([&options] {
-    warnOfEmptiness(loadSelection(options.mask, loadImage(options), options.image));
+    const Picture picture = loadImage(options);
+    warnOfEmptiness(loadSelection(options.mask, picture, options.image));
+    if (picture.colors.planes == 1 && !options.color && !options.quiet) {
+      reportWarning(options.image +
+                    ": is grey, and so is every look; --color shows them in colour");
+    }
     return kExitDone;
   });
 }

@@ -10,6 +10,7 @@
 #include "hosts/effect_choices/preset_file.h"
 #include "hosts/effect_choices/preset_lookup.h"
 #include "hosts/effect_choices/setting_text.h"
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
@@ -86,14 +87,6 @@ static void printJson(const std::vector<ShownItem>& items) {
   std::puts("}");
 }
 
-// Names come from files, which may hold anything.
-static std::string printable(std::string text) {
-  for (char& c : text) {
-    if (static_cast<unsigned char>(c) < ' ' || c == 127) c = '?';
-  }
-  return text;
-}
-
 static void printTable(const std::vector<ShownItem>& items) {
   size_t width = 0;
   size_t valueWidth = 0;
@@ -105,7 +98,7 @@ static void printTable(const std::vector<ShownItem>& items) {
   }
   for (const ShownItem& item : items) {
     const SettingRange* row = findSetting(item.name.c_str());
-    const std::string value = printable(item.value);
+    const std::string value = printableLine(item.value);  // names may hold anything
     if (row == nullptr) {
       std::printf("%-*s  %s\n", static_cast<int>(width), item.name.c_str(), value.c_str());
     } else {
@@ -131,11 +124,16 @@ int runPresetList(bool json) {
 }
 
 int runPresetShow(const PresetShowOptions& options) {
-  const std::vector<ShownItem> items = shownItems(readPreset(findPreset(options.file)));
+  const Preset preset = readPreset(findPreset(options.file));
+  const std::vector<ShownItem> items = shownItems(preset);
   if (options.json) {
     printJson(items);
   } else {
     printTable(items);
+  }
+  if (!preset.oddities.empty()) {
+    reportWarning(options.file + ": " + preset.oddities +
+                  "; the other commands take it only with --limit");
   }
   return kExitDone;
 }
@@ -175,6 +173,7 @@ int runPresetSave(const PresetSaveOptions& options) {
     failOnUsage("--with-pictures needs a file that they can stand beside, instead of -");
   }
   const ChosenEffect effect = chooseEffect(options.effect);
+  warnOfDarkLights(effect.settings);
   FoundPictures found;
   if (options.withPictures) found = findPictures(options.effect, effect);
   watchForInterrupts();

@@ -19,6 +19,7 @@ struct EffectOptions {
   std::string preset;       // empty: none
   std::string pictures;     // folder of the preset's pictures; empty: the usual one
   bool last = false;
+  bool limit = false;  // values beyond their ranges are limited instead of refused
 };
 
 struct ChosenPicture {

@@ -10,6 +10,7 @@
 struct Preset {
   EffectSettings settings;  // the file's on top of the defaults
   DecodedSettings decoded;
+  std::string oddities;  // what no program of today writes; empty: nothing
 };
 
 // A file that is there as a whole.

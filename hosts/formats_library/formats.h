@@ -41,6 +41,7 @@ std::string convertAll(BytesView file, const PictureFormat& format, const SaveCh
                        FileBytes* result);
 std::string saveFormat(const Picture& picture, const PictureFormat& format,
                        const SaveChoices& choices, bool (*stop)(), FileBytes* file);
+void tellProgress(void (*tell)(int32_t done, int32_t total));
 std::string resizePicture(const HostPicture& from, int32_t width, int32_t height, HostPicture* to);
 std::string drawText(const std::string& text, int32_t letterPixels, DrawnText* drawn);
 

@@ -7,7 +7,14 @@
 
 constexpr int kMostBands = 4;
 
-static void stopWhenAsked(VipsImage* image, void*, void* stop) {
+static void (*progress)(int32_t done, int32_t total) = nullptr;
+
+void tellProgress(void (*tell)(int32_t done, int32_t total)) {
+  progress = tell;
+}
+
+static void stopWhenAsked(VipsImage* image, VipsProgress* work, void* stop) {
+  if (progress != nullptr && work != nullptr) progress(work->percent, 100);
   if (reinterpret_cast<bool (*)()>(stop)()) vips_image_set_kill(image, TRUE);
 }
 

@@ -41,6 +41,8 @@ struct FormatsLibrary {
   std::string (*convertAll)(BytesView file, const PictureFormat& format, const SaveChoices& choices,
                             RefuseSides refuse, bool (*stop)(), const ChangePicture& change,
                             FileBytes* result);
+  // Where the work on files tells how far it is.
+  void (*tellProgress)(void (*tell)(int32_t done, int32_t total));
   // Made smaller or larger; 1 or 3 planes.
   std::string (*resize)(const HostPicture& from, int32_t width, int32_t height, HostPicture* to);
   std::string (*drawText)(const std::string& text, int32_t letterPixels, DrawnText* drawn);

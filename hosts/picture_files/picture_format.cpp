@@ -97,19 +97,42 @@ void checkFormatHolds(const PictureFormat& format, const Picture& picture,
   }
 }
 
-std::string lossesIn(const PictureFormat& format, const Picture& picture) {
+bool profileFits(const Picture& picture) {
+  constexpr size_t kKindOffset = 16;
+  const BytesView kind = BytesView(picture.metadata.profile).part(kKindOffset);
+  return beginsWith(kind, picture.colors.planes == 1 ? "GRAY" : "RGB ");
+}
+
+// The names of the parts that the picture has and the format holds, or does not.
+static std::string partsOf(const PictureFormat& format, const Picture& picture, bool held) {
   const PictureMetadata& metadata = picture.metadata;
   const bool words = !metadata.texts.empty() || !metadata.comments.empty();
   // A TIFF file has room for a description alone.
   const bool described = format.kind == FormatKind::tiff && metadata.comments.empty() &&
                          metadata.texts.size() == 1 && metadata.texts[0].key == "Description";
-  std::vector<std::string> lost;
-  if (!metadata.profile.empty() && !format.profile) lost.emplace_back("colour profile");
-  if (!metadata.exif.empty() && !format.exif) lost.emplace_back("EXIF");
-  if (!metadata.xmp.empty() && !format.xmp) lost.emplace_back("XMP");
-  if (!metadata.iptc.empty() && !format.iptc) lost.emplace_back("IPTC");
-  if (words && !format.texts && !described) lost.emplace_back("texts");
+  const struct {
+    const char* name;
+    bool there;
+    bool held;
+  } parts[] = {
+      {"colour profile", !metadata.profile.empty(), format.profile && profileFits(picture)},
+      {"EXIF", !metadata.exif.empty(), format.exif},
+      {"XMP", !metadata.xmp.empty(), format.xmp},
+      {"IPTC", !metadata.iptc.empty(), format.iptc},
+      {"texts", words, format.texts || described},
+  };
   std::string text;
-  for (const std::string& what : lost) text += (text.empty() ? "" : ", ") + what;
+  for (const auto& part : parts) {
+    if (part.there && part.held == held)
+      text += (text.empty() ? "" : ", ") + std::string(part.name);
+  }
   return text;
+}
+
+std::string lossesIn(const PictureFormat& format, const Picture& picture) {
+  return partsOf(format, picture, false);
+}
+
+std::string keptIn(const PictureFormat& format, const Picture& picture) {
+  return partsOf(format, picture, true);
 }

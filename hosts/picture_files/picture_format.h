@@ -54,3 +54,9 @@ void checkFormatHolds(const PictureFormat& format, const Picture& picture, const
 
 // What of the picture's words and notes the format cannot hold, as a list; "" for nothing.
 std::string lossesIn(const PictureFormat& format, const Picture& picture);
+
+// And what it can, the same way.
+std::string keptIn(const PictureFormat& format, const Picture& picture);
+
+// A profile for colours does not fit a grey picture, nor the other way round.
+bool profileFits(const Picture& picture);

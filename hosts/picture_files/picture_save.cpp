@@ -11,12 +11,6 @@
 #include "hosts/process/interrupt.h"
 #include "hosts/small_formats/small_formats.h"
 
-// A profile for colours on a grey picture, or the other way round, would make readers refuse it.
-static bool profileFits(const FileBytes& profile, bool grey) {
-  constexpr size_t kKindOffset = 16;
-  return beginsWith(BytesView(profile).part(kKindOffset), grey ? "GRAY" : "RGB ");
-}
-
 // A comment of the form "key: value" is such a text of another format.
 static PictureText textOfComment(const std::string& comment) {
   const size_t colon = comment.find(": ");
@@ -32,8 +26,8 @@ static PictureText textOfComment(const std::string& comment) {
 static void fitToFormat(const PictureFormat& format, bool strip, Picture* picture) {
   PictureMetadata& metadata = picture->metadata;
   if (strip) metadata = {};
-  const bool grey = picture->colors.planes == 1;
-  if (!format.profile || !profileFits(metadata.profile, grey)) metadata.profile.clear();
+  // One that does not fit would make readers refuse the file.
+  if (!format.profile || !profileFits(*picture)) metadata.profile.clear();
   if (!format.alpha) {
     picture->alpha.clear();
     picture->deep.alpha.clear();

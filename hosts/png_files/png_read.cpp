@@ -7,6 +7,7 @@
 
 #include "hosts/png_files/png_chunks.h"
 #include "hosts/png_files/png_rows.h"
+#include "hosts/process/progress_bar.h"
 
 constexpr size_t kHeaderBytes = 13;
 constexpr size_t kBandBytes = 256 * 1024;  // unpacked at a time
@@ -191,6 +192,7 @@ bool readPngPixels(BytesView file, const PngHeader& header, bool (*stop)(), Pict
   std::vector<uint8_t> band(bandRows * line);
   for (size_t top = 0; top < header.height; top += bandRows) {
     if (stop()) return false;
+    noteProgress(static_cast<int32_t>(top), static_cast<int32_t>(header.height));
     const size_t rows = std::min<size_t>(bandRows, header.height - top);
     if (!readStream(&stream, band.data(), rows * line)) return false;
     const uint8_t* before = above.data();

@@ -8,6 +8,7 @@
 
 #include "hosts/png_files/png_chunks.h"
 #include "hosts/png_files/png_rows.h"
+#include "hosts/process/progress_bar.h"
 
 constexpr size_t kBandBytes = 256 * 1024;  // of rows that are packed at a time
 
@@ -144,6 +145,7 @@ static void writeRows(const Picture& picture, size_t step, Packer* packer, Outpu
     above = row;
     const bool last = y + 1 == picture.colors.height;
     if (band.size() < kBandBytes && !last) continue;
+    noteProgress(y, picture.colors.height);
     packBand(band, last, packer, output);
     band.clear();
   }

@@ -28,7 +28,11 @@ int reportFailure(const CommandFailure& failure);
 // Prints something to be known about a run that goes on.
 void reportWarning(const std::string& text);
 
-// A text as one line of a length that can be read, whatever the names in it hold.
+// Tells what has been done; for those who ask.
+void reportNote(const std::string& text);
+
+// A text as one line of a length that can be read, whatever the names in it hold: what is no letter
+// stands there as \\x and two digits.
 std::string printableLine(const std::string& text);
 
 // The command's exit code, or that of its failure, which is reported.

@@ -9,6 +9,7 @@
 #include <climits>
 #include <cstdio>
 
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/selection.h"
 #include "hosts/picture_files/picture_load.h"
@@ -58,6 +59,7 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
   const int32_t frame = parseFrame(options.frame);
   Picture picture = loadPicture(image, std::max(1, frame));
   if (frame != 0) picture.pictureCount = 1;  // the others are left out as they should be
+  if (options.color) makeColorful(&picture);
   const std::string output = options.output.empty() ? nameBeside(image, picture) : options.output;
   const PictureFormat& format = pictureFormatOf(output);
   checkWritable(output);

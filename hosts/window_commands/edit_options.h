@@ -12,6 +12,7 @@ struct EditOptions {
   std::string output;  // empty: beside the picture
   MaskOptions mask;
   EffectOptions effect;
-  std::string frame;  // of several pictures in one file; empty: the first
-  std::string seed;   // empty: the clock's
+  std::string frame;   // of several pictures in one file; empty: the first
+  bool color = false;  // a grey picture becomes one of colours
+  std::string seed;    // empty: the clock's
 };

@@ -45,7 +45,7 @@ TEST_F(Failures, OfThePicture) {
   write("text.png", "no picture at all\n");
   expectUnreadable("text.png", "is not a picture");
   write("odd\nname.png", {});
-  expectApplyFails({"odd\nname.png", "-o", "out.png"}, 1, "odd?name.png: is empty");
+  expectApplyFails({"odd\nname.png", "-o", "out.png"}, 1, "odd\\x0aname.png: is empty");
 
   for (const QString format : {"png", "jpg", "tiff", "webp", "bmp", "ppm"}) {
     save(colorPicture().scaled(200, 150), "whole." + format);
