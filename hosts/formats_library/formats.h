@@ -34,10 +34,10 @@ void loadPlugIn(const char* name);
 // The first line of what the picture library says went wrong, which it forgets.
 std::string takeReason();
 
-std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), bool (*stop)(),
+std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), WorkWatch watch,
                        Picture* picture);
 std::string saveFormat(const Picture& picture, const PictureFormat& format,
-                       const SaveChoices& choices, bool (*stop)(), FileBytes* file);
+                       const SaveChoices& choices, WorkWatch watch, FileBytes* file);
 std::string resizePicture(const HostPicture& from, int32_t width, int32_t height, HostPicture* to);
 std::string drawText(const std::string& text, int32_t letterPixels, DrawnText* drawn);
 
@@ -45,8 +45,8 @@ std::string drawText(const std::string& text, int32_t letterPixels, DrawnText* d
 void takeMetadata(VipsImage* image, BytesView file, bool turned, PictureMetadata* metadata);
 void giveMetadata(const PictureMetadata& metadata, VipsImage* image);
 
-// Lets `stop` end whatever the image is made by.
-void watchStop(VipsImage* image, bool (*stop)());
+// Lets `watch` see how the image is made, and end that.
+void watchMaking(VipsImage* image, WorkWatch watch);
 
 // The parts of a JPEG file that stand before its pixels.
 std::vector<std::string> jpegComments(BytesView file);

@@ -7,13 +7,13 @@
 
 constexpr int kMostBands = 4;
 
-static void stopWhenAsked(VipsImage* image, void*, void* stop) {
-  if (reinterpret_cast<bool (*)()>(stop)()) vips_image_set_kill(image, TRUE);
+static void tellMaking(VipsImage* image, VipsProgress* progress, void* watch) {
+  if (reinterpret_cast<WorkWatch>(watch)(progress->percent)) vips_image_set_kill(image, TRUE);
 }
 
-void watchStop(VipsImage* image, bool (*stop)()) {
+void watchMaking(VipsImage* image, WorkWatch watch) {
   vips_image_set_progress(image, TRUE);
-  g_signal_connect(image, "eval", G_CALLBACK(stopWhenAsked), reinterpret_cast<void*>(stop));
+  g_signal_connect(image, "eval", G_CALLBACK(tellMaking), reinterpret_cast<void*>(watch));
 }
 
 // Families of the ISO container: pictures as phones take them.
@@ -30,9 +30,9 @@ static bool beginsAsPicture(BytesView file) {
                              [file](std::string_view mark) { return beginsWith(file, mark); });
 }
 
-static std::string failure(bool (*stop)()) {
+static std::string failure(WorkWatch watch) {
   const std::string reason = takeReason();
-  if (stop()) return kStopped;
+  if (watch(-1)) return kStopped;
   // Neither is the file's fault.
   const bool shortOfRoom =
       reason.find("thread") != std::string::npos || reason.find("memory") != std::string::npos;
@@ -187,7 +187,7 @@ static int orientationOf(VipsImage* image, const PictureMetadata& metadata) {
   return said > 1 ? said : exifOrientation(metadata.exif);
 }
 
-std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), bool (*stop)(),
+std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), WorkWatch watch,
                        Picture* picture) {
   const QuietErrors quiet;
   std::string loader;
@@ -196,11 +196,11 @@ std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), 
     vips_error_clear();
     return beginsAsPicture(file) ? "is damaged or cut off" : kNotAPicture;
   }
-  if (held.image == nullptr) return failure(stop);
+  if (held.image == nullptr) return failure(watch);
   const std::string refused = refuse(held.image->Xsize, held.image->Ysize);
   if (!refused.empty()) return refused;
   picture->pictureCount = std::max(1, vips_image_get_n_pages(held.image));
-  watchStop(held.image, stop);
+  watchMaking(held.image, watch);
 
   PictureMetadata& metadata = picture->metadata;
   const bool png =
@@ -211,7 +211,7 @@ std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), 
   if (picture->sidesSwapped) std::swap(metadata.dotsPerMeterX, metadata.dotsPerMeterY);
   if (!convertColors(&held, picture) || !convertSamples(&held) || !turn(&held, orientation) ||
       !takePixels(held.image, picture)) {
-    return failure(stop);
+    return failure(watch);
   }
   if (!picture->converted.empty()) metadata.profile.clear();
   return "";

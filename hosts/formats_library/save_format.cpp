@@ -116,16 +116,16 @@ static int save(VipsImage* image, FormatKind kind, const SaveChoices& choices, v
 }
 
 std::string saveFormat(const Picture& picture, const PictureFormat& format,
-                       const SaveChoices& choices, bool (*stop)(), FileBytes* file) {
+                       const SaveChoices& choices, WorkWatch watch, FileBytes* file) {
   PixelRoom room;
   const VipsRef held(imageOf(picture, &room));
   if (held.image == nullptr) return takeReason();
-  watchStop(held.image, stop);
+  watchMaking(held.image, watch);
   if (format.kind != FormatKind::jpeg) giveMetadata(picture.metadata, held.image);
   void* data = nullptr;
   size_t bytes = 0;
   if (save(held.image, format.kind, choices, &data, &bytes) != 0) {
-    return stop() ? kStopped : takeReason();
+    return watch(-1) ? kStopped : takeReason();
   }
   const auto* start = static_cast<const uint8_t*>(data);
   file->assign(start, start + bytes);

@@ -8,6 +8,7 @@
 
 #include "hosts/picture_files/picture.h"
 #include "hosts/picture_files/picture_format.h"
+#include "hosts/process/work_progress.h"
 
 // How far a name drawn in white covers each pixel.
 struct DrawnText {
@@ -18,7 +19,7 @@ struct DrawnText {
 };
 
 // Every procedure that gives a text answers with "" when it succeeded and with the reason
-// otherwise; kStopped when `stop` said so.
+// otherwise; kStopped when `watch` said so.
 constexpr char kStopped[] = "stopped";
 constexpr char kNotAPicture[] = "is not a picture that can be read here";
 
@@ -26,9 +27,9 @@ struct FormatsLibrary {
   // The first picture of a file, upright, with all that is said about it. `refuse` sees the sides
   // before anything is decoded, and gives the reason against them or "".
   std::string (*load)(BytesView file, std::string (*refuse)(int64_t width, int64_t height),
-                      bool (*stop)(), Picture* picture);
+                      WorkWatch watch, Picture* picture);
   std::string (*save)(const Picture& picture, const PictureFormat& format,
-                      const SaveChoices& choices, bool (*stop)(), FileBytes* file);
+                      const SaveChoices& choices, WorkWatch watch, FileBytes* file);
   // Made smaller or larger; 1 or 3 planes.
   std::string (*resize)(const HostPicture& from, int32_t width, int32_t height, HostPicture* to);
   std::string (*drawText)(const std::string& text, int32_t letterPixels, DrawnText* drawn);

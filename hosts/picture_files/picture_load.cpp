@@ -9,6 +9,7 @@
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/work_progress.h"
 #include "hosts/small_formats/small_formats.h"
 
 // The decoded picture, its upright copy, the planes, and the module's own buffers.
@@ -35,12 +36,12 @@ static std::string read(const std::string& file, const FileBytes& contents, Pict
     if (!reason.empty()) return reason;
     readPngMetadata(contents, &picture->metadata);
     if (isPlainPng(header) && exifOrientation(picture->metadata.exif) == 1) {
-      return readPngPixels(contents, header, interrupted, picture) ? "" : kCutOff;
+      return readPngPixels(contents, header, watchWork, picture) ? "" : kCutOff;
     }
   }
   const SmallFormat* small = findSmallFormat(contents, extensionOf(file));
   if (small != nullptr) return small->read(contents, refuseSides, picture);
-  return formatsLibrary().load(contents, refuseSides, interrupted, picture);
+  return formatsLibrary().load(contents, refuseSides, watchWork, picture);
 }
 
 Picture loadPicture(const std::string& file) {

@@ -7,6 +7,7 @@
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/work_progress.h"
 #include "hosts/small_formats/small_formats.h"
 
 // A profile for colours on a grey picture, or the other way round, would make readers refuse it.
@@ -65,7 +66,7 @@ void savePicture(Picture picture, const PictureFormat& format, const SaveChoices
     default: {
       FileBytes contents;
       const std::string reason =
-          formatsLibrary().save(picture, format, choices, interrupted, &contents);
+          formatsLibrary().save(picture, format, choices, watchWork, &contents);
       stopIfInterrupted();
       if (!reason.empty()) failOnFile(file, "cannot be written: " + reason);
       appendOutput(contents, &output);

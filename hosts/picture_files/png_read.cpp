@@ -176,7 +176,7 @@ static bool canHold(BytesView file, size_t rowBytes, size_t rows) {
   return rowBytes * rows / kMostPacking <= file.size;
 }
 
-bool readPngPixels(BytesView file, const PngHeader& header, bool (*stop)(), Picture* picture) {
+bool readPngPixels(BytesView file, const PngHeader& header, WorkWatch watch, Picture* picture) {
   const bool alpha = (header.colorType & kAlphaUsed) != 0;
   picture->colors.width = static_cast<int32_t>(header.width);
   picture->colors.height = static_cast<int32_t>(header.height);
@@ -194,7 +194,7 @@ bool readPngPixels(BytesView file, const PngHeader& header, bool (*stop)(), Pict
   std::vector<uint8_t> above(rowBytes, 0);
   std::vector<uint8_t> band(bandRows * line);
   for (size_t top = 0; top < header.height; top += bandRows) {
-    if (stop()) return false;
+    if (watch(static_cast<int32_t>(top * 100 / header.height))) return false;
     const size_t rows = std::min<size_t>(bandRows, header.height - top);
     if (!readStream(&stream, band.data(), rows * line)) return false;
     const uint8_t* before = above.data();

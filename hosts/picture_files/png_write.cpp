@@ -8,6 +8,8 @@
 
 #include "hosts/picture_files/png_chunks.h"
 #include "hosts/picture_files/png_rows.h"
+#include "hosts/process/interrupt.h"
+#include "hosts/process/work_progress.h"
 
 constexpr size_t kBandBytes = 256 * 1024;  // of rows that are packed at a time
 
@@ -128,6 +130,7 @@ static const uint8_t* fileRow(const Picture& picture, int32_t y, FileBytes* room
   return room->data();
 }
 
+// Ends early when the run is interrupted.
 static void writeRows(const Picture& picture, size_t step, Packer* packer, OutputFile* output) {
   const size_t rowBytes = step * static_cast<size_t>(picture.colors.width);
   FileBytes rooms[2] = {FileBytes(rowBytes), FileBytes(rowBytes)};
@@ -146,6 +149,7 @@ static void writeRows(const Picture& picture, size_t step, Packer* packer, Outpu
     if (band.size() < kBandBytes && !last) continue;
     packBand(band, last, packer, output);
     band.clear();
+    if (watchWork(static_cast<int32_t>(int64_t{y} * 100 / picture.colors.height))) return;
   }
 }
 
@@ -167,5 +171,6 @@ void writePng(const Picture& picture, int level, OutputFile* output) {
   const size_t planes = static_cast<size_t>(colors.planes + (alpha ? 1 : 0));
   writeRows(picture, planes * (deep ? 2 : 1), packer.get(), output);
   closePacker(packer.get());
+  stopIfInterrupted();
   writeChunk("IEND", {}, output);
 }

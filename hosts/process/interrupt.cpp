@@ -1,10 +1,12 @@
 #include "hosts/process/interrupt.h"
 
+#include <atomic>
 #include <csignal>
 
 #include "hosts/process/command_failure.h"
 
 static volatile std::sig_atomic_t raisedBy = 0;  // 0: nothing yet
+static std::atomic<bool> stopAsked = false;
 
 static void raiseFlag(int signal) {
   raisedBy = signal;
@@ -24,7 +26,15 @@ void watchForInterrupts() {
 }
 
 bool interrupted() {
-  return raisedBy != 0;
+  return raisedBy != 0 || stopAsked;
+}
+
+void askToStop() {
+  stopAsked = true;
+}
+
+void forgetStop() {
+  stopAsked = false;
 }
 
 int interruptedExitCode() {
@@ -32,5 +42,6 @@ int interruptedExitCode() {
 }
 
 void stopIfInterrupted() {
+  if (raisedBy == 0 && stopAsked) throw CommandFailure{kExitFailed, ""};
   if (interrupted()) throw CommandFailure{interruptedExitCode(), "interrupted"};
 }

@@ -91,7 +91,7 @@ static std::string readIconPng(BytesView entry, RefuseSides refuse, Picture* pic
   if (!readPngHeader(entry, &header)) return kCutOff;
   const std::string reason = refuse(header.width, header.height);
   if (!reason.empty()) return reason;
-  const auto never = [] { return false; };
+  const auto never = [](int32_t) { return false; };
   if (!isPlainPng(header) || !readPngPixels(entry, header, never, picture)) return kCutOff;
   picture->deep = {};
   return "";

@@ -57,22 +57,21 @@ static int16_t runModule(const EditPlan& plan, const std::string& file) {
   return renderFilter();
 }
 
-bool editPicture(const EditPlan& plan, Picture* picture, Selection selection,
-                 const std::string& file) {
-  ProgressWindow progress;
+bool editPicture(const EditPlan& plan, Picture* picture, const Selection& selection,
+                 const std::string& file, ProgressWindow* progress) {
   HostSwitches switches;
   switches.dirtyMemory = false;
   switches.keepsLog = false;
   switches.colorServices = false;  // the desktop's own chooser serves
   switches.display = drawIntoTarget;
-  switches.abortTest = [&progress] { return renderStopped(&progress) || interrupted(); };
-  switches.progress = [&progress](int32_t done, int32_t total) {
-    showProgress(&progress, done, total);
+  switches.abortTest = [progress] { return renderStopped(progress) || interrupted(); };
+  switches.progress = [progress](int32_t done, int32_t total) {
+    showProgress(progress, done, total);
   };
   const OpenHost host(switches, picture->colors, selection.mask);
   const int16_t result = runModule(plan, file);
   stopIfInterrupted();
-  const bool stopped = progress.dialog != nullptr && progress.dialog->wasCanceled();
+  const bool stopped = progress->dialog != nullptr && progress->dialog->wasCanceled();
   if (stopped || result == kUserCanceled) return false;
   if (result == kUserInformed) {  // in a window; standard error is for who started the program
     reportFailure({kExitFailed, file + ": there is not enough memory for the effect"});

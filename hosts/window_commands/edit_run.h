@@ -8,6 +8,7 @@
 
 #include "hosts/effect_runs/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
+#include "hosts/window_commands/progress_window.h"
 
 // Where the dialog starts: at a preset, or at what was confirmed last, with the options on top.
 struct EditPlan {
@@ -20,6 +21,6 @@ struct EditPlan {
 EditPlan planEdit(const EffectOptions& options);
 
 // Puts the effect into the picture's selection; false, and no pixels left, when the user has
-// cancelled. Failures name `file`, where the picture is from.
-bool editPicture(const EditPlan& plan, Picture* picture, Selection selection,
-                 const std::string& file);
+// cancelled. Failures name `file`, where the picture is from. The window of the render stays.
+bool editPicture(const EditPlan& plan, Picture* picture, const Selection& selection,
+                 const std::string& file, ProgressWindow* progress);
