@@ -6,37 +6,44 @@
 constexpr char kStart[] = R"sh(# Completion of morvalis for bash.
 
 _morvalis_offer() {  # words...
-  COMPREPLY+=($(compgen -W "$*" -- "$current"))
+  COMPREPLY+=($(compgen -P "$start" -W "$*" -- "$current"))
 }
 
 _morvalis_files() {  # [ending]
   local IFS=$'\n'
   compopt -o filenames
   if [[ -n $1 ]]; then
-    COMPREPLY+=($(compgen -f -X "!*$1" -- "$current") $(compgen -d -- "$current"))
+    COMPREPLY+=($(compgen -P "$start" -f -X "!*$1" -- "$current")
+      $(compgen -P "$start" -d -- "$current"))
   else
-    COMPREPLY+=($(compgen -f -- "$current"))
+    COMPREPLY+=($(compgen -P "$start" -f -- "$current"))
   fi
+}
+
+_morvalis_presets() {
+  local names
+  names=$("${words[0]}" preset list 2>/dev/null)
+  _morvalis_offer ${names// /-}
 }
 
 _morvalis_folders() {
   local IFS=$'\n'
   compopt -o filenames
-  COMPREPLY+=($(compgen -d -- "$current"))
+  COMPREPLY+=($(compgen -P "$start" -d -- "$current"))
 }
 
 _morvalis_settings() {
   local value=${current#*=} choices=
   if [[ $current != *=* ]]; then
     compopt -o nospace
-    COMPREPLY+=($(compgen -S = -W "@names@" -- "$current"))
+    COMPREPLY+=($(compgen -P "$start" -S = -W "@names@" -- "$current"))
     return
   fi
   case ${current%%=*} in
 @choices@  esac
   local name=${current%%=*}=
   [[ $COMP_WORDBREAKS == *=* ]] && name=
-  COMPREPLY+=($(compgen -P "$name" -W "$choices" -- "$value"))
+  COMPREPLY+=($(compgen -P "$start$name" -W "$choices" -- "$value"))
 }
 
 _morvalis() {
@@ -44,8 +51,12 @@ _morvalis() {
   read -ra words <<<"${COMP_LINE:0:COMP_POINT}"
   [[ ${COMP_LINE:0:COMP_POINT} == *' ' ]] && words+=('')
   local count=${#words[@]} path=morvalis word
-  local current=${words[count - 1]} previous=${words[count - 2]}
+  local current=${words[count - 1]} previous=${words[count - 2]} start=
   COMPREPLY=()
+  if [[ $current == --*=* ]]; then
+    previous=${current%%=*} start=$previous= current=${current#*=}
+    [[ $COMP_WORDBREAKS == *=* ]] && start=
+  fi
   for word in "${words[@]:1:count - 2}"; do
     case "$path $word" in
       @paths@) path+=" $word" ;;
@@ -71,6 +82,7 @@ static std::string valueActions(const std::string& value) {
   if (!kinds.words.empty()) actions.push_back("_morvalis_offer " + joinedWords(kinds.words));
   if (kinds.settings) actions.emplace_back("_morvalis_settings");
   if (kinds.folders) actions.emplace_back("_morvalis_folders");
+  if (kinds.presets) actions.emplace_back("_morvalis_presets");
   if (kinds.files) {
     actions.push_back("_morvalis_files" + (kinds.ending.empty() ? "" : " " + kinds.ending));
   }

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/setting_text.h"
+#include "hosts/picture_files/picture_format.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/name_matching.h"
 
@@ -16,6 +17,13 @@ std::string completionScript(const std::string& shell, const CommandOutline& pro
               " (see `morvalis completion --help`)");
 }
 
+// "1-100", "PIXELS": what kind of thing it is, and not the thing.
+static bool isWord(const std::string& part) {
+  const bool range = part.find('-') != std::string::npos;
+  return !range &&
+         std::none_of(part.begin(), part.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+}
+
 ValueKinds valueKinds(const std::string& value) {
   ValueKinds kinds = {};
   std::istringstream parts(value);
@@ -26,10 +34,16 @@ ValueKinds valueKinds(const std::string& value) {
       kinds.folders = true;
     } else if (part == "FILE" || part == "OUT") {
       kinds.files = true;
-    } else if (part.starts_with("FILE.")) {
+    } else if (part.starts_with("FILE.") || part.starts_with("OUT.")) {
       kinds.files = true;
-      kinds.ending = part.substr(4);
-    } else if (part != "N") {
+      kinds.ending = part.substr(part.find('.'));
+      kinds.presets = part == "FILE.q9q";
+    } else if (part == "EXT") {
+      std::istringstream endings(writableExtensions());
+      for (std::string ending; std::getline(endings, ending, ',');) {
+        kinds.words.push_back(ending.substr(ending.find('.') + 1));
+      }
+    } else if (isWord(part)) {
       kinds.words.push_back(part);
     }
   }

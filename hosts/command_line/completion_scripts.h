@@ -20,6 +20,7 @@ struct ValueKinds {
   std::vector<std::string> words;
   bool files;
   std::string ending;  // of the files, with its dot; empty for any
+  bool presets;        // the names of those that come with the program, too
   bool folders;        // only folders
   bool settings;       // an assignment
 };

@@ -34,6 +34,9 @@ static std::string valueArguments(const std::string& value) {
   if (kinds.settings) offered = "(__morvalis_settings)";
   if (kinds.folders) offered = "(__fish_complete_directories)";
   if (!kinds.ending.empty()) offered = "(__fish_complete_suffix " + kinds.ending + ")";
+  if (kinds.presets) {
+    offered = "(morvalis preset list 2>/dev/null | string replace -a ' ' -) " + offered;
+  }
   const bool anyFile = kinds.files && kinds.ending.empty();
   const bool ordered = !kinds.ending.empty();  // files with the ending first
   return std::string(anyFile ? " -F" : " -f") + (ordered ? " -k" : "") +

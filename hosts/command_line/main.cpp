@@ -63,6 +63,7 @@ int main(int argc, char** argv) {
   // program.
   std::signal(SIGXFSZ, SIG_IGN);
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGCHLD, SIG_DFL);  // who ignores it never learns how a child has ended
   fillStandardStreams();
   return runReporting([argc, argv] { return runProgram(argc, argv); });
 }

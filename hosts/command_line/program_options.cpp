@@ -9,9 +9,20 @@ static void describeSettings(CLI::App* command, EffectOptions* effect) {
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   command->add_option("--environment", effect->environment, "the picture that is mirrored")
-      ->type_name("FILE.bmp");
+      ->type_name("FILE");
   command->add_option("--texture", effect->texture, "the picture that is pressed into the surface")
-      ->type_name("FILE.bmp");
+      ->type_name("FILE");
+}
+
+static void describeLimit(CLI::App* command, bool* limit) {
+  command->add_flag("--limit", *limit,
+                    "bring values of a settings file that are out of range into it,\n"
+                    "instead of refusing the file");
+}
+
+static void describeColor(CLI::App* command, bool* color) {
+  command->add_flag("--color", *color,
+                    "make a grey picture one of colours first, so that the effect's show");
 }
 
 static void describeMask(CLI::App* command, MaskOptions* options) {
@@ -81,6 +92,14 @@ static void describeSaving(CLI::App* command, SavingOptions* saving) {
       ->type_name("EXT");
 }
 
+static void describeFrame(CLI::App* command, std::string* frame, const char* usual) {
+  command
+      ->add_option(
+          "--frame", *frame,
+          std::string("of an animation or of pages, take this one alone, from 1 on;\n") + usual)
+      ->type_name("N");
+}
+
 static void describeApply(CLI::App* apply, ApplyOptions* options) {
   apply
       ->add_option("IMAGE", options->images,
@@ -105,14 +124,27 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
                  "start from the settings and pictures of the last confirmed dialog")
       ->excludes(preset);
   describeSettings(apply, &options->effect);
+  apply
+      ->add_option("--supersample", options->supersample,
+                   "render 2 or 4 times as large and reduce: for a --mask that was drawn so many\n"
+                   "times larger than the picture, thin slanted type for one")
+      ->type_name("2|4");
+  describeFrame(apply, &options->frame,
+                "without it all, where the result's format holds them, or the first");
+  describeLimit(apply, &options->effect.limit);
+  describeColor(apply, &options->color);
   describeSaving(apply, &options->saving);
   describeRun(apply, &options->seed, &options->jobs, &options->quiet);
+  apply
+      ->add_flag("--verbose", options->verbose,
+                 "tell what was read, kept and dropped, and how long each part took")
+      ->excludes(apply->get_option("--quiet"));
   apply->footer(
       "Examples:\n"
       "  morvalis apply badge.png -o badge-lit.png\n"
       "  morvalis apply photo.jpg --mask heart.png --set shape=round --set radius=30 -o heart.jpg\n"
       "  morvalis apply logo.png --set light1Dir=-0.6,0.4,0.7 --set blendMode=screen -o lit.webp\n"
-      "  morvalis apply logo.png --environment sky.bmp --set reflection=80 -o chrome.png\n"
+      "  morvalis apply logo.png --environment sky.jpg --set reflection=80 -o chrome.png\n"
       "  morvalis apply logo.png --preset gold --set radius=20 -o gold.png\n"
       "  morvalis apply -j 2 icons/*.png --preset gold --set radius=8 -o 'out/{name}-gold.png'\n"
       "  convert in.svg png:- | morvalis apply - --preset gold -o - > out.png\n"
@@ -134,6 +166,9 @@ static void describeEdit(CLI::App* edit, EditOptions* options) {
       ->type_name("FILE.q9q");
   describePictures(edit, &options->effect.pictures, "the preset");
   describeSettings(edit, &options->effect);
+  describeFrame(edit, &options->frame, "the first if not said");
+  describeLimit(edit, &options->effect.limit);
+  describeColor(edit, &options->color);
   describeSeed(edit, &options->seed);
   edit->footer(
       "Cancel writes nothing, and the exit code is 1. OK remembers the settings for the next\n"
@@ -161,18 +196,24 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
 
   CLI::App* save = preset->add_subcommand("save", "save settings as a settings file");
   save->add_option("OUT", options->presetSave.output, "the settings file to be written")
-      ->type_name("FILE.q9q")
+      ->type_name("OUT.q9q")
       ->required();
   save->add_option("--preset", options->presetSave.effect.preset,
                    "a settings file to start from, instead of the defaults")
       ->type_name("FILE.q9q");
   describeSettings(save, &options->presetSave.effect);
+  save->add_flag("--with-pictures", options->presetSave.withPictures,
+                 "copy the pictures that it names into a folder beside it");
+  describeLimit(save, &options->presetSave.effect.limit);
   save->footer(
       "The file names its pictures without their folder: keep them in a folder\n"
-      "\"environments and textures\" beside it.\n\n"
+      "\"environments and textures\" beside it. Of a picture that is no Windows bitmap a copy "
+      "that\n"
+      "is one goes there.\n\n"
       "Examples:\n"
       "  morvalis preset save chrome.q9q --set reflection=90 --environment sky.bmp\n"
-      "  morvalis preset save small.q9q --preset chrome.q9q --set radius=6\n");
+      "  morvalis preset save small.q9q --preset chrome.q9q --set radius=6\n"
+      "  morvalis preset save for-a-friend.q9q --preset chrome.q9q --with-pictures\n");
 }
 
 static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
@@ -193,7 +234,10 @@ static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   describePictures(gallery, &options->pictures, "a preset");
+  describeLimit(gallery, &options->limit);
+  describeColor(gallery, &options->color);
   describeMask(gallery, &options->mask);
+  describeFrame(gallery, &options->frame, "the first if not said");
   describeRun(gallery, &options->seed, &options->jobs, &options->quiet);
   gallery->footer(
       "Examples:\n"

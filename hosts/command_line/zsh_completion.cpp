@@ -27,10 +27,19 @@ static std::string settingFunction() {
          cases + "    *=*) ;;\n    *) _describe -t settings setting names -S = ;;\n  esac\n}\n\n";
 }
 
+constexpr char kPresetFunction[] = R"sh(_morvalis_preset() {
+  local -a names=(${(f)"$(_call_program presets morvalis preset list)"})
+  compadd -- ${names// /-}
+  _files -g "*.q9q(-.)"
+}
+
+)sh";
+
 static std::string valueAction(const std::string& value) {
   const ValueKinds kinds = valueKinds(value);
   if (kinds.settings) return "_morvalis_setting";
   if (kinds.folders) return "_files -/";
+  if (kinds.presets) return "_morvalis_preset";
   const std::string files =
       kinds.ending.empty() ? "_files" : "_files -g \"*" + kinds.ending + "(-.)\"";
   if (!kinds.words.empty() && kinds.files) {
@@ -46,9 +55,14 @@ static std::string argumentLine(const OptionOutline& option) {
   if (option.positional) return shellQuoted((option.repeats ? "*" : "1") + value);
   if (option.value.empty()) value.clear();
   const std::string rest = "[" + descriptionText(option.meaning) + "]" + value;
-  if (option.repeats) return shellQuoted("*" + option.names.back() + rest);
-  if (option.names.size() == 1) return shellQuoted(option.names[0] + rest);
-  return "'(" + joinedWords(option.names) + ")'{" + joinedWords(option.names, ",") + "}" +
+  // "=" lets a value stand behind it as well as in the next word.
+  std::vector<std::string> names = option.names;
+  for (std::string& name : names) {
+    if (!value.empty() && name.starts_with("--")) name += '=';
+  }
+  if (option.repeats) return shellQuoted("*" + names.back() + rest);
+  if (names.size() == 1) return shellQuoted(names[0] + rest);
+  return "'(" + joinedWords(option.names) + ")'{" + joinedWords(names, ",") + "}" +
          shellQuoted(rest);
 }
 
@@ -87,7 +101,7 @@ static std::string commandFunctions(const CommandOutline& command) {
 // The script works from a folder of functions as well as read by the shell itself.
 std::string zshCompletion(const CommandOutline& program) {
   return "#compdef morvalis\n# Completion of morvalis for zsh.\n\n" + settingFunction() +
-         commandFunctions(program) +
+         kPresetFunction + commandFunctions(program) +
          "if [[ $funcstack[1] == _morvalis ]]; then\n  _morvalis \"$@\"\nelse\n"
          "  compdef _morvalis morvalis\nfi\n";
 }

@@ -2,6 +2,7 @@
 
 #include "hosts/process/command_failure.h"
 #include "hosts/process/own_library.h"
+#include "hosts/process/progress_bar.h"
 
 const FormatsLibrary& formatsLibrary() {
   static const FormatsLibrary* library = nullptr;
@@ -10,9 +11,14 @@ const FormatsLibrary& formatsLibrary() {
   const auto entry = reinterpret_cast<const FormatsLibrary* (*)()>(
       ownProcedure("libmorvalis_formats.so", "morvalisFormats", &reason));
   if (entry == nullptr) {
+    const bool shortOfRoom = reason.find("map segment") != std::string::npos ||
+                             reason.find("allocate memory") != std::string::npos;
     throw CommandFailure{kExitFailed,
-                         "the library for other formats than plain PNG is missing: " + reason};
+                         (shortOfRoom ? "there is not enough memory for the library"
+                                      : "the library for other formats than plain PNG is missing") +
+                             std::string(": ") + reason};
   }
   library = entry();
+  library->tellProgress(noteProgress);
   return *library;
 }

@@ -10,24 +10,24 @@
 using enum FormatKind;
 
 constexpr PictureFormat kFormats[] = {
-    // extension, kind, alpha, colours, depth, profile, exif, xmp, iptc, resolution, texts
-    {"png", png, true, true, true, true, true, true, true, true, true},
-    {"jpg", jpeg, false, true, false, true, true, true, true, true, true},
-    {"jpeg", jpeg, false, true, false, true, true, true, true, true, true},
-    {"tif", tiff, true, true, true, true, false, true, true, true, false},
-    {"tiff", tiff, true, true, true, true, false, true, true, true, false},
-    {"webp", webp, true, true, false, true, true, true, false, false, false},
-    {"avif", avif, true, true, false, true, true, true, false, false, false},
-    {"heic", heic, true, true, false, true, true, true, false, false, false},
-    {"jxl", jxl, true, true, true, true, true, true, false, false, false},
-    {"bmp", bmp, false, true, false, false, false, false, false, true, false},
-    {"ppm", pnm, false, true, true, false, false, false, false, false, false},
-    {"pgm", pnm, false, false, true, false, false, false, false, false, false},
+    // extension, kind, alpha, colours, depth, profile, exif, xmp, iptc, resolution, texts, sequence
+    {"png", png, true, true, true, true, true, true, true, true, true, Sequence::none},
+    {"jpg", jpeg, false, true, false, true, true, true, true, true, true, Sequence::none},
+    {"jpeg", jpeg, false, true, false, true, true, true, true, true, true, Sequence::none},
+    {"tif", tiff, true, true, true, true, false, true, true, true, false, Sequence::pages},
+    {"tiff", tiff, true, true, true, true, false, true, true, true, false, Sequence::pages},
+    {"webp", webp, true, true, false, true, true, true, false, false, false, Sequence::animation},
+    {"gif", gif, true, true, false, false, false, false, false, false, false, Sequence::animation},
+    {"avif", avif, true, true, false, true, true, true, false, false, false, Sequence::none},
+    {"heic", heic, true, true, false, true, true, true, false, false, false, Sequence::none},
+    {"jxl", jxl, true, true, true, true, true, true, false, false, false, Sequence::none},
+    {"bmp", bmp, false, true, false, false, false, false, false, true, false, Sequence::none},
+    {"ppm", pnm, false, true, true, false, false, false, false, false, false, Sequence::none},
+    {"pgm", pnm, false, false, true, false, false, false, false, false, false, Sequence::none},
 };
 
 // Kinds that are read and never written, for the message.
-constexpr const char* kReadable[] = {"gif", "ico", "cur", "tga", "heif",
-                                     "hif", "jpe", "pnm", "pbm"};
+constexpr const char* kReadable[] = {"ico", "cur", "tga", "heif", "hif", "jpe", "pnm", "pbm"};
 
 static const PictureFormat* findByExtension(const std::string& extension) {
   for (const PictureFormat& format : kFormats) {
@@ -78,6 +78,11 @@ static bool lacksColors(const PictureFormat& format, const Picture& picture) {
   return !format.colors && picture.colors.planes > 1;
 }
 
+bool formatHoldsAll(const PictureFormat& format, const Picture& first) {
+  const bool several = first.sequence == Sequence::animation || first.sequence == Sequence::pages;
+  return several && first.sequence == format.sequence;
+}
+
 bool formatHolds(const PictureFormat& format, const Picture& picture) {
   return !lacksAlpha(format, picture) && !lacksColors(format, picture);
 }
@@ -92,19 +97,42 @@ void checkFormatHolds(const PictureFormat& format, const Picture& picture,
   }
 }
 
-std::string lossesIn(const PictureFormat& format, const Picture& picture) {
+bool profileFits(const Picture& picture) {
+  constexpr size_t kKindOffset = 16;
+  const BytesView kind = BytesView(picture.metadata.profile).part(kKindOffset);
+  return beginsWith(kind, picture.colors.planes == 1 ? "GRAY" : "RGB ");
+}
+
+// The names of the parts that the picture has and the format holds, or does not.
+static std::string partsOf(const PictureFormat& format, const Picture& picture, bool held) {
   const PictureMetadata& metadata = picture.metadata;
   const bool words = !metadata.texts.empty() || !metadata.comments.empty();
   // A TIFF file has room for a description alone.
   const bool described = format.kind == FormatKind::tiff && metadata.comments.empty() &&
                          metadata.texts.size() == 1 && metadata.texts[0].key == "Description";
-  std::vector<std::string> lost;
-  if (!metadata.profile.empty() && !format.profile) lost.emplace_back("colour profile");
-  if (!metadata.exif.empty() && !format.exif) lost.emplace_back("EXIF");
-  if (!metadata.xmp.empty() && !format.xmp) lost.emplace_back("XMP");
-  if (!metadata.iptc.empty() && !format.iptc) lost.emplace_back("IPTC");
-  if (words && !format.texts && !described) lost.emplace_back("texts");
+  const struct {
+    const char* name;
+    bool there;
+    bool held;
+  } parts[] = {
+      {"colour profile", !metadata.profile.empty(), format.profile && profileFits(picture)},
+      {"EXIF", !metadata.exif.empty(), format.exif},
+      {"XMP", !metadata.xmp.empty(), format.xmp},
+      {"IPTC", !metadata.iptc.empty(), format.iptc},
+      {"texts", words, format.texts || described},
+  };
   std::string text;
-  for (const std::string& what : lost) text += (text.empty() ? "" : ", ") + what;
+  for (const auto& part : parts) {
+    if (part.there && part.held == held)
+      text += (text.empty() ? "" : ", ") + std::string(part.name);
+  }
   return text;
+}
+
+std::string lossesIn(const PictureFormat& format, const Picture& picture) {
+  return partsOf(format, picture, false);
+}
+
+std::string keptIn(const PictureFormat& format, const Picture& picture) {
+  return partsOf(format, picture, true);
 }

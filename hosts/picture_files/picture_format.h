@@ -6,7 +6,7 @@
 
 #include "hosts/picture_files/picture.h"
 
-enum class FormatKind { png, jpeg, tiff, webp, bmp, pnm, avif, heic, jxl };
+enum class FormatKind { png, jpeg, tiff, webp, gif, bmp, pnm, avif, heic, jxl };
 
 struct PictureFormat {
   const char* extension;
@@ -20,6 +20,7 @@ struct PictureFormat {
   bool iptc;
   bool resolution;
   bool texts;  // more than one, with their keys
+  Sequence sequence;
 };
 
 // What the user asks of the file; -1 and "": the format's usual.
@@ -43,6 +44,9 @@ std::string readablePatterns();
 // The same; ends the command when there is none.
 const PictureFormat& pictureFormatOf(const std::string& file);
 
+// Whether it holds all pictures of the file that this one, the first, is from.
+bool formatHoldsAll(const PictureFormat& format, const Picture& first);
+
 bool formatHolds(const PictureFormat& format, const Picture& picture);
 
 // Ends the command, naming the file and the reason, when the format cannot hold the picture.
@@ -50,3 +54,9 @@ void checkFormatHolds(const PictureFormat& format, const Picture& picture, const
 
 // What of the picture's words and notes the format cannot hold, as a list; "" for nothing.
 std::string lossesIn(const PictureFormat& format, const Picture& picture);
+
+// And what it can, the same way.
+std::string keptIn(const PictureFormat& format, const Picture& picture);
+
+// A profile for colours does not fit a grey picture, nor the other way round.
+bool profileFits(const Picture& picture);

@@ -2,19 +2,14 @@
 
 #include <algorithm>
 
+#include "hosts/picture_files/exif_block.h"
 #include "hosts/picture_files/formats_library.h"
-#include "hosts/picture_files/png_write.h"
+#include "hosts/picture_files/picture_load.h"
+#include "hosts/png_files/png_write.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/interrupt.h"
-#include "hosts/process/work_progress.h"
 #include "hosts/small_formats/small_formats.h"
-
-// A profile for colours on a grey picture, or the other way round, would make readers refuse it.
-static bool profileFits(const FileBytes& profile, bool grey) {
-  constexpr size_t kKindOffset = 16;
-  return beginsWith(BytesView(profile).part(kKindOffset), grey ? "GRAY" : "RGB ");
-}
 
 // A comment of the form "key: value" is such a text of another format.
 static PictureText textOfComment(const std::string& comment) {
@@ -26,11 +21,13 @@ static PictureText textOfComment(const std::string& comment) {
                : PictureText{"Comment", comment, "", ""};
 }
 
-// What the format has no place for goes; words find the place that it has for them.
-static void fitToFormat(const PictureFormat& format, Picture* picture) {
+// Nothing but pixels where that is wanted. What the format has no place for goes; words find the
+// place that it has for them.
+static void fitToFormat(const PictureFormat& format, bool strip, Picture* picture) {
   PictureMetadata& metadata = picture->metadata;
-  const bool grey = picture->colors.planes == 1;
-  if (!format.profile || !profileFits(metadata.profile, grey)) metadata.profile.clear();
+  if (strip) metadata = {};
+  // One that does not fit would make readers refuse the file.
+  if (!format.profile || !profileFits(*picture)) metadata.profile.clear();
   if (!format.alpha) {
     picture->alpha.clear();
     picture->deep.alpha.clear();
@@ -49,8 +46,7 @@ static void fitToFormat(const PictureFormat& format, Picture* picture) {
 
 void savePicture(Picture picture, const PictureFormat& format, const SaveChoices& choices,
                  const std::string& file) {
-  if (choices.strip) picture.metadata = {};
-  fitToFormat(format, &picture);
+  fitToFormat(format, choices.strip, &picture);
   OutputFile output;
   openOutput(file, &output);
   switch (format.kind) {
@@ -66,11 +62,27 @@ void savePicture(Picture picture, const PictureFormat& format, const SaveChoices
     default: {
       FileBytes contents;
       const std::string reason =
-          formatsLibrary().save(picture, format, choices, watchWork, &contents);
+          formatsLibrary().save(picture, format, choices, interrupted, &contents);
       stopIfInterrupted();
       if (!reason.empty()) failOnFile(file, "cannot be written: " + reason);
       appendOutput(contents, &output);
     }
   }
   finishOutput(&output);
+}
+
+void convertPictures(const FileBytes& contents, const std::string& image,
+                     const PictureFormat& format, const SaveChoices& choices,
+                     const ChangePicture& change, const std::string& file) {
+  const ChangePicture changeAndFit = [&](int32_t number, Picture* picture) {
+    picture->metadata.exif = uprightExif(picture->metadata.exif);
+    change(number, picture);
+    fitToFormat(format, choices.strip, picture);
+  };
+  FileBytes result;
+  const std::string reason = formatsLibrary().convertAll(contents, format, choices, refuseSides,
+                                                         interrupted, changeAndFit, &result);
+  stopIfInterrupted();
+  if (!reason.empty()) failOnFile(image, reason);
+  writeWholeFile(file, result);
 }

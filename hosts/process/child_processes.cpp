@@ -12,6 +12,7 @@
 
 #include "hosts/process/command_failure.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/leftovers.h"
 #include "hosts/process/progress_bar.h"
 
 constexpr int kMostJobs = 256;
@@ -31,6 +32,8 @@ int parseJobs(const std::string& text) {
 [[noreturn]] static void runChild(const ChildWork& work, size_t index, pid_t parent) {
   prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (getppid() != parent) _exit(kExitFailed);
+  forgetLeftovers();
+  stayQuietAboutInterrupts();
   const int code = runReporting([&work, index] {
     try {
       return work.command(index);
@@ -54,8 +57,24 @@ static pid_t startProcess(const ChildWork& work, size_t index) {
 
 using Children = std::map<pid_t, size_t>;
 
+static void signalAll(const Children& children, int signal) {
+  for (const auto& [child, index] : children) kill(child, signal);
+}
+
+// Each ends soon, with nothing of its own left behind.
 static void endChildren(Children* children) {
-  for (const auto& [child, index] : *children) kill(child, SIGTERM);
+  constexpr int kTurns = 80;
+  takeTimeToEnd();
+  signalAll(*children, SIGTERM);
+  for (int turn = 0; turn < kTurns && !children->empty(); ++turn) {
+    const pid_t ended = waitpid(-1, nullptr, WNOHANG);
+    if (ended > 0) {
+      children->erase(ended);
+    } else {
+      usleep(kPollMicroseconds);
+    }
+  }
+  signalAll(*children, SIGKILL);
   for (const auto& [child, index] : *children) waitpid(child, nullptr, 0);
   children->clear();
 }
@@ -68,7 +87,7 @@ static int reportEnd(const std::string& name, int status) {
 }
 
 // Waits in short naps: an interruption must be noticed also when no child ends.
-static bool takeOneEnded(Children* children, size_t* index, int* status) {
+static bool takeOneEnded(ProgressBar* bar, Children* children, size_t* index, int* status) {
   for (;;) {
     const pid_t ended = waitpid(-1, status, WNOHANG);
     const auto found = children->find(ended);
@@ -78,6 +97,7 @@ static bool takeOneEnded(Children* children, size_t* index, int* status) {
       return true;
     }
     if (interrupted()) return false;
+    redrawProgress(bar);
     usleep(kPollMicroseconds);
   }
 }
@@ -97,7 +117,7 @@ static void runAll(const ChildWork& work, const std::function<void(size_t, int)>
     drawProgress(&bar, static_cast<int32_t>(endedCount), static_cast<int32_t>(count));
     size_t index = 0;
     int status = 0;
-    if (!takeOneEnded(&children, &index, &status)) {
+    if (!takeOneEnded(&bar, &children, &index, &status)) {
       endChildren(&children);
       clearProgress(&bar);
       stopIfInterrupted();

@@ -1,5 +1,8 @@
 #include "hosts/process/command_failure.h"
 
+#include <unistd.h>
+
+#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -21,16 +24,53 @@ void failOnUsage(const std::string& text) {
   throw CommandFailure{kExitUsage, text};
 }
 
+int wholeNumberOf(const std::string& option, const std::string& text, int least, int most) {
+  int number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (stop != end || error != std::errc() || number < least || number > most) {
+    failOnUsage(option + " " + text + ": takes a whole number, " + std::to_string(least) + " to " +
+                std::to_string(most));
+  }
+  return number;
+}
+
 // Whether a letter of several bytes goes on here.
 static bool isInsideLetter(char c) {
   return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
-std::string printableLine(const std::string& text) {
-  std::string line = text;
-  for (char& c : line) {
-    if (static_cast<unsigned char>(c) < ' ' || c == 127) c = '?';
+// The bytes of the letter in UTF-8 that begins here; 0 when it is none, or a control character.
+static size_t letterBytes(const std::string& text, size_t at) {
+  const auto first = static_cast<unsigned char>(text[at]);
+  if (first < 0x80) return first < ' ' || first == 127 ? 0 : 1;
+  const size_t bytes = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+  if (first < 0xC2 || first > 0xF4 || at + bytes > text.size()) return 0;
+  for (size_t i = 1; i < bytes; ++i) {
+    if (!isInsideLetter(text[at + i])) return 0;
   }
+  const bool control = first == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
+  return control ? 0 : bytes;
+}
+
+static std::string escaped(const std::string& text) {
+  std::string line;
+  for (size_t at = 0; at < text.size();) {
+    const size_t bytes = letterBytes(text, at);
+    if (bytes > 0) {
+      line.append(text, at, bytes);
+      at += bytes;
+    } else {
+      char code[5];
+      std::snprintf(code, sizeof(code), "\\x%02x", static_cast<unsigned char>(text[at++]));
+      line += code;
+    }
+  }
+  return line;
+}
+
+std::string printableLine(const std::string& text) {
+  const std::string line = escaped(text);
   if (line.size() <= kLongestLine) return line;
   size_t start = kKeptStart;
   size_t end = line.size() - kKeptEnd;
@@ -39,13 +79,19 @@ std::string printableLine(const std::string& text) {
   return line.substr(0, start) + " ... " + line.substr(end);
 }
 
+// In one piece, since several processes may speak at once, and in the place of a progress bar.
 static void printLine(const std::string& text) {
-  std::fprintf(stderr, "morvalis: %s\n", printableLine(text).c_str());
+  const char* start = isatty(STDERR_FILENO) == 1 ? "\r\x1b[K" : "";
+  std::fprintf(stderr, "%smorvalis: %s\n", start, printableLine(text).c_str());
 }
 
 int reportFailure(const CommandFailure& failure) {
   if (!failure.text.empty()) printLine(failure.text);
   return failure.exitCode;
+}
+
+void reportNote(const std::string& text) {
+  printLine(text);
 }
 
 void reportWarning(const std::string& text) {

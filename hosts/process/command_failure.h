@@ -19,13 +19,20 @@ struct CommandFailure {
 [[noreturn]] void failOnFile(const std::string& file, const std::string& reason);
 [[noreturn]] void failOnUsage(const std::string& text);
 
+// What an option of this name takes; ends the command when the text is none of these numbers.
+int wholeNumberOf(const std::string& option, const std::string& text, int least, int most);
+
 // Prints the text, if there is one; the exit code.
 int reportFailure(const CommandFailure& failure);
 
 // Prints something to be known about a run that goes on.
 void reportWarning(const std::string& text);
 
-// A text as one line of a length that can be read, whatever the names in it hold.
+// Tells what has been done; for those who ask.
+void reportNote(const std::string& text);
+
+// A text as one line of a length that can be read, whatever the names in it hold: what is no letter
+// stands there as \\x and two digits.
 std::string printableLine(const std::string& text);
 
 // The command's exit code, or that of its failure, which is reported.

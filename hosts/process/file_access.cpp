@@ -16,10 +16,13 @@
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/leftovers.h"
 
 constexpr size_t kLargestInput = size_t{1} << 32;
 constexpr int kPollMilliseconds = 200;
 constexpr size_t kFirstRoom = 64 * 1024;
+constexpr size_t kPieceBytes = size_t{16} << 20;  // between two looks for an interruption
+constexpr char kTooLarge[] = "is larger than 4 GB";
 
 // --- Reading --------------------------------------------------------------------------------
 
@@ -59,20 +62,35 @@ static FileBytes readAll(int descriptor, const std::string& file, size_t size, s
   size_t done = 0;
   while (done < most) {
     bytes.resize(room);
-    const size_t count = readSome(descriptor, file, bytes.data() + done, room - done);
+    const size_t count =
+        readSome(descriptor, file, bytes.data() + done, std::min(room - done, kPieceBytes));
     if (count == 0) break;
     done += count;
     if (done == room) room = std::min(most, 2 * room);
-    if (done >= kLargestInput) failOnFile(file, "is larger than 4 GB");
+    if (done >= kLargestInput) failOnFile(file, kTooLarge);
   }
   bytes.resize(done);
   if (bytes.empty()) failOnFile(file, "is empty");
   return bytes;
 }
 
-static const FileBytes& standardInput() {
+// Devices give for ever, but for a terminal and the one that gives nothing.
+static bool isEndless(const struct stat& about, int descriptor) {
+  struct stat nothing = {};
+  if (S_ISBLK(about.st_mode)) return true;
+  if (!S_ISCHR(about.st_mode) || isatty(descriptor) == 1) return false;
+  return stat("/dev/null", &nothing) != 0 || about.st_rdev != nothing.st_rdev;
+}
+
+static const FileBytes& standardInput(const std::string& kind) {
   static FileBytes kept;
-  if (kept.empty()) kept = readAll(STDIN_FILENO, kStandardStream, 0, kLargestInput);
+  if (!kept.empty()) return kept;
+  struct stat about = {};
+  fstat(STDIN_FILENO, &about);
+  if (isEndless(about, STDIN_FILENO)) failOnFile(kStandardStream, "is a device, not " + kind);
+  const size_t size = S_ISREG(about.st_mode) ? static_cast<size_t>(about.st_size) : 0;
+  if (size >= kLargestInput) failOnFile(kStandardStream, kTooLarge);
+  kept = readAll(STDIN_FILENO, kStandardStream, size, kLargestInput);
   return kept;
 }
 
@@ -91,17 +109,17 @@ static FileBytes readFrom(const std::string& file, const std::string& kind, size
     failOnFile(file, "is a device, not " + kind);
   }
   const size_t size = S_ISREG(about.st_mode) ? static_cast<size_t>(about.st_size) : 0;
-  if (size >= kLargestInput && most >= kLargestInput) failOnFile(file, "is larger than 4 GB");
+  if (size >= kLargestInput && most >= kLargestInput) failOnFile(file, kTooLarge);
   return readAll(source.number, file, std::min(size, most), most);
 }
 
 FileBytes readWholeFile(const std::string& file, const std::string& kind) {
-  return file == kStandardStream ? standardInput() : readFrom(file, kind, kLargestInput);
+  return file == kStandardStream ? standardInput(kind) : readFrom(file, kind, kLargestInput);
 }
 
 FileBytes readFileStart(const std::string& file, const std::string& kind, size_t bytes) {
   if (file != kStandardStream) return readFrom(file, kind, bytes);
-  return BytesView(standardInput()).part(0, bytes).copy();
+  return BytesView(standardInput(kind)).part(0, bytes).copy();
 }
 
 // --- Writing --------------------------------------------------------------------------------
@@ -125,9 +143,14 @@ static void checkNameLength(const std::string& file) {
 
 // A draft in a folder; its descriptor, or -1 with errno.
 static int makeDraft(const std::string& folder, std::string* draft) {
+  stopIfInterrupted();  // which leaves the time to note it
   *draft = folder + "/.morvalis-XXXXXX";
   const int descriptor = mkostemp(draft->data(), O_CLOEXEC);
-  if (descriptor < 0) draft->clear();
+  if (descriptor < 0) {
+    draft->clear();
+  } else {
+    noteLeftover(*draft);
+  }
   return descriptor;
 }
 
@@ -155,11 +178,14 @@ void checkWritable(const std::string& file) {
     failOnFile(file, "its folder cannot be written to: " + reasonOf(errno));
   }
   unlink(draft.c_str());
+  forgetLeftover(draft);
 }
 
 OutputFile::~OutputFile() {
   if (descriptor >= 0 && !draft.empty()) close(descriptor);
-  if (!draft.empty()) unlink(draft.c_str());
+  if (draft.empty()) return;
+  unlink(draft.c_str());
+  forgetLeftover(draft);
 }
 
 // The rights of the file that is replaced, or those of any new file.
@@ -210,6 +236,7 @@ void finishOutput(OutputFile* output) {
       rename(output->draft.c_str(), output->place.c_str()) != 0) {
     failOnWriting(*output, errno);
   }
+  forgetLeftover(output->draft);
   output->draft.clear();
 }
 

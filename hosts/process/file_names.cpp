@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "hosts/process/interrupt.h"
+#include "hosts/process/leftovers.h"
 #include "hosts/process/name_matching.h"
 
 namespace fs = std::filesystem;
@@ -89,10 +91,15 @@ TemporaryFolder::TemporaryFolder() {
   const char* place = getenv("TMPDIR");
   std::string name =
       std::string(place == nullptr || *place == 0 ? "/tmp" : place) + "/morvalis-XXXXXX";
-  if (mkdtemp(name.data()) != nullptr) path = name;
+  stopIfInterrupted();
+  if (mkdtemp(name.data()) == nullptr) return;
+  path = name;
+  noteLeftover(path);
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code failed;
-  if (!path.empty()) fs::remove_all(path, failed);
+  if (path.empty()) return;
+  fs::remove_all(path, failed);
+  forgetLeftover(path);
 }

@@ -1,15 +1,22 @@
-// interrupt: Ctrl-C and its relatives only raise a flag, so that the run can stop between two rows
-// and leave nothing half done.
+// interrupt: Ctrl-C and its relatives raise a flag, so that the run can stop between two rows and
+// leave nothing half done. Where it does not come to look in time, inside a library, it is ended
+// there and then.
 
 #pragma once
 
 void watchForInterrupts();
 bool interrupted();
 
-// Stops the work in progress without a signal: the user has thought better of it. Taken back once
-// it has stopped.
+// The same without a signal: the user has thought better of the work in progress. Taken back once
+// that has stopped.
 void askToStop();
 void forgetStop();
+
+// The run has seen the flag and ends by itself.
+void takeTimeToEnd();
+
+// In a process whose parent says that it was interrupted.
+void stayQuietAboutInterrupts();
 
 // The exit code of a run that has been interrupted: 130 by Ctrl-C, 143 by SIGTERM, 129 by SIGHUP.
 int interruptedExitCode();

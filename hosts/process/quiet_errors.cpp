@@ -18,3 +18,9 @@ QuietErrors::~QuietErrors() {
   dup2(kept, STDERR_FILENO);
   close(kept);
 }
+
+int loudErrors() {
+  constexpr int kBeyondTheUsual = 10;
+  static const int descriptor = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, kBeyondTheUsual);
+  return descriptor;
+}

@@ -13,3 +13,7 @@ class QuietErrors {
  private:
   int kept;
 };
+
+// Standard error as it is while nothing is quiet, for what has to be heard all the same: first
+// asked for before that. -1: there is none.
+int loudErrors();

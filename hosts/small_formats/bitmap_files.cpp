@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "hosts/picture_files/png_read.h"
+#include "hosts/png_files/png_read.h"
 #include "hosts/small_formats/small_formats.h"
 #include "platform/unix/bitmap_file.h"
 
@@ -91,7 +91,7 @@ static std::string readIconPng(BytesView entry, RefuseSides refuse, Picture* pic
   if (!readPngHeader(entry, &header)) return kCutOff;
   const std::string reason = refuse(header.width, header.height);
   if (!reason.empty()) return reason;
-  const auto never = [](int32_t) { return false; };
+  const auto never = [] { return false; };
   if (!isPlainPng(header) || !readPngPixels(entry, header, never, picture)) return kCutOff;
   picture->deep = {};
   return "";

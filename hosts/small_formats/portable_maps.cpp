@@ -77,11 +77,6 @@ static bool readDigits(BytesView file, const Map& map, size_t samples, Picture* 
 }
 
 static bool readBytes(BytesView file, const Map& map, size_t samples, Picture* picture) {
-  if (!map.bits && map.most == 255) {
-    if (map.rows + samples > file.size) return false;
-    picture->colors.samples.assign(file.data + map.rows, file.data + map.rows + samples);
-    return true;
-  }
   const size_t rowBits = map.width;
   for (size_t i = 0; i < samples; ++i) {
     uint32_t number = 0;

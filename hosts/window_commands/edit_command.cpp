@@ -6,9 +6,11 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 
+#include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/selection.h"
 #include "hosts/picture_files/picture_load.h"
@@ -37,13 +39,16 @@ static std::string askForPicture() {
   return path;
 }
 
-// In the picture's own format where that can be written and holds it.
+// In the picture's own format where that can be written and holds it, with all colours that the
+// effect brings.
 static std::string nameBeside(const std::string& image, const Picture& picture) {
   const std::string start = image.substr(0, image.rfind('/') + 1) + bareName(image) + kNameEnding;
   const std::string ending = lastName(image).substr(bareName(image).size());
   const std::string name = start + ending;
   const PictureFormat* format = findPictureFormat(name);
-  return format != nullptr && formatHolds(*format, picture) ? name : start + ".png";
+  const bool holds =
+      format != nullptr && format->kind != FormatKind::gif && formatHolds(*format, picture);
+  return holds ? name : start + ".png";
 }
 
 // Ctrl-C closes whatever window is open, and with it the windows below, one after another.
@@ -63,7 +68,10 @@ struct EditedPicture {
 
 // Everything that can fail fails before the dialog opens, but for the writing itself.
 static EditedPicture openPicture(const EditOptions& options, const std::string& image) {
-  EditedPicture edited = {loadPicture(image), {}, options.output, nullptr};
+  const int32_t frame = parseFrame(options.frame);
+  EditedPicture edited = {loadPicture(image, std::max(1, frame)), {}, options.output, nullptr};
+  if (frame != 0) edited.picture.pictureCount = 1;  // the others are left out as they should be
+  if (options.color) makeColorful(&edited.picture);
   if (edited.output.empty()) edited.output = nameBeside(image, edited.picture);
   edited.format = &pictureFormatOf(edited.output);
   checkWritable(edited.output);
@@ -108,6 +116,7 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
 
 static int edit(const EditOptions& options) {
   const uint32_t seed = parseSeed(options.seed);
+  parseFrame(options.frame);
   checkMaskOptions(options.mask);
   if (options.image == kStandardStream && options.output.empty()) {
     failOnUsage("-: say with -o where the result of standard input goes");

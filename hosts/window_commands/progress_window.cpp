@@ -8,7 +8,7 @@
 #include <thread>
 
 #include "hosts/process/interrupt.h"
-#include "hosts/process/work_progress.h"
+#include "hosts/process/progress_bar.h"
 
 constexpr int kNoticeable = 500;  // milliseconds of a render
 constexpr int kWondering = 200;   // milliseconds with nothing else on the screen
@@ -51,7 +51,7 @@ bool renderStopped(ProgressWindow* progress) {
 // --- Work on a thread of its own ------------------------------------------------------------
 
 static void showWork(QProgressDialog* dialog) {
-  const int32_t percent = workDone();
+  const int32_t percent = notedProgress();
   // Moving to and fro until it is known how far the work is.
   dialog->setRange(0, percent < 0 ? 0 : 100);
   if (percent >= 0 && percent != dialog->value()) dialog->setValue(percent);
@@ -67,7 +67,7 @@ static void prepareDialog(ProgressWindow* progress, const SlowWork& work) {
 }
 
 bool runBehindWindow(ProgressWindow* progress, const SlowWork& work) {
-  forgetWork();
+  forgetProgress();
   prepareDialog(progress, work);
   QProgressDialog* dialog = progress->dialog.get();
   QTimer look;

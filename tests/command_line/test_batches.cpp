@@ -217,27 +217,4 @@ TEST_F(Batches, DescribeThemselvesInFull) {
   }
 
   EXPECT_FALSE(manual.contains("\n.br\n.SH"));
-
-  const auto completed = [this](const QString& line) {
-    const QString script =
-        "source <(\"$0\" completion bash); compopt() { :; }; COMP_LINE='" + line +
-        "'; COMP_POINT=${#COMP_LINE}; _morvalis; printf '%s ' \"${COMPREPLY[@]}\"";
-    return runShell(script).output.trimmed();
-  };
-  EXPECT_EQ(completed("morvalis pre"), "preset");
-  EXPECT_EQ(completed("morvalis preset "), "list show save");
-  EXPECT_EQ(completed("morvalis help g"), "gallery");
-  EXPECT_EQ(completed("morvalis apply a.png --pi"), "--pictures");
-  EXPECT_EQ(completed("morvalis apply a.png --set iri"), "iriTableChoice= iridescence= iriColors=");
-  EXPECT_EQ(completed("morvalis preset save x --set shape=double"), "double-ridge");
-  EXPECT_EQ(completed("morvalis apply a.png --set blendMode=proc"), "procedural-+ procedural--");
-  EXPECT_EQ(completed("morvalis completion "), "bash zsh fish");
-  ASSERT_TRUE(QFile::copy(path("a.png"), path("gold ring.q9q")));
-  EXPECT_EQ(completed("morvalis apply a.png --preset gol"), "gold ring.q9q");
-  // Every choice that is offered is taken.
-  EXPECT_EQ(run({"preset", "save", "x.q9q", "--set", "blendMode=procedural--"}).exitCode, 0);
-  for (const char* shell : {"zsh", "fish"}) {
-    const QString script = run({"completion", shell}).output;
-    EXPECT_TRUE(script.contains("double-ridge") && script.contains("pictures")) << shell;
-  }
 }

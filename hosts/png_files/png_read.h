@@ -7,7 +7,6 @@
 #include <string>
 
 #include "hosts/picture_files/picture.h"
-#include "hosts/process/work_progress.h"
 
 struct PngHeader {
   uint32_t width;
@@ -26,7 +25,7 @@ bool isPlainPng(const PngHeader& header);
 
 // The pixels of a plain file. False, with nothing of use in the picture, when the file is not
 // whole. `stop` is asked now and then, and its yes ends the work with false, too.
-bool readPngPixels(BytesView file, const PngHeader& header, WorkWatch watch, Picture* picture);
+bool readPngPixels(BytesView file, const PngHeader& header, bool (*stop)(), Picture* picture);
 
 // What any PNG file says besides its pixels.
 void readPngMetadata(BytesView file, PictureMetadata* metadata);

@@ -1,12 +1,18 @@
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 
-#include "hosts/effect_runs/last_settings.h"
-#include "hosts/effect_runs/picture_lookup.h"
-#include "hosts/effect_runs/preset_file.h"
-#include "hosts/effect_runs/preset_lookup.h"
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/last_settings.h"
+#include "hosts/effect_choices/picture_lookup.h"
+#include "hosts/effect_choices/preset_file.h"
+#include "hosts/effect_choices/preset_lookup.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "settings/light_angles.h"
+#include "settings/setting_fields.h"
+
+// Which file the settings come from, for messages.
+static std::string originOf(const EffectOptions& options) {
+  return options.last ? "--last" : options.preset;
+}
 
 // The built-in textures and a picture file exclude each other: either without the other's part is
 // a slip that would pass unnoticed.
@@ -15,7 +21,7 @@ static void checkTexture(const EffectOptions& options, int32_t assignedChoice,
   if (options.texture.empty()) {
     const ChosenPicture& known = effect.pictures[kTextureName];
     if (assignedChoice == kTextureChoiceFile && known.path.empty() && known.name.empty()) {
-      failOnUsage("--set textureChoice=file needs a picture: add --texture FILE.bmp");
+      failOnUsage("--set textureChoice=file needs a picture: add --texture FILE");
     }
   } else if (assignedChoice != 0 && assignedChoice != kTextureChoiceFile) {
     failOnUsage("--texture chooses the picture file, but --set textureChoice=" +
@@ -38,15 +44,27 @@ static int32_t applyAssignments(const EffectOptions& options, EffectSettings* se
   return textureChoice;
 }
 
+// Settings that nobody could have set are not to be rendered by chance.
+static EffectSettings accepted(const EffectOptions& options, const Preset& preset) {
+  EffectSettings settings = preset.settings;
+  if (preset.oddities.empty()) return settings;
+  if (!options.limit) {
+    failOnFile(originOf(options), preset.oddities + "; --limit brings it into its ranges");
+  }
+  limitSettings(&settings);
+  return settings;
+}
+
 static ChosenEffect startingPoint(const EffectOptions& options) {
   ChosenEffect effect;
   if (options.last) {
-    effect.settings = readLastSettings().settings;
-    effect.pictures[kEnvironmentName].path = effect.settings.environmentPath;
-    effect.pictures[kTextureName].path = effect.settings.texturePath;
+    const Preset last = readLastSettings();
+    effect.settings = accepted(options, last);
+    effect.pictures[kEnvironmentName].path = last.settings.environmentPath;
+    effect.pictures[kTextureName].path = last.settings.texturePath;
   } else if (!options.preset.empty()) {
     const Preset preset = readPreset(findPreset(options.preset));
-    effect.settings = preset.settings;
+    effect.settings = accepted(options, preset);
     for (int32_t i = 0; i < kPictureNames; ++i) effect.pictures[i].name = preset.decoded.names[i];
   } else {
     effect.settings = emptyPreset().settings;
@@ -79,11 +97,6 @@ ChosenEffect chooseEffect(const EffectOptions& options) {
 
 static const char* kindOf(int32_t kind) {
   return kind == kEnvironmentName ? "environment" : "texture";
-}
-
-// Which file the settings come from, for messages.
-static std::string originOf(const EffectOptions& options) {
-  return options.last ? "--last" : options.preset;
 }
 
 static BitmapPath findPicture(const EffectOptions& options, const ChosenPicture& picture,
@@ -134,7 +147,7 @@ FoundPictures findPictures(const EffectOptions& options, const ChosenEffect& eff
   if (effect.settings.textureChoice == kTextureChoiceFile &&
       found.pictures[kTextureName].path.empty()) {
     failOnFile(originOf(options),
-               "takes its relief from a picture, but does not say which; add --texture FILE.bmp");
+               "takes its relief from a picture, but does not say which; add --texture FILE");
   }
   return found;
 }

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/effect_runs/bitmap_path.h"
+#include "hosts/effect_choices/bitmap_path.h"
 #include "persistence/settings_items.h"
 #include "settings/effect_settings.h"
 
@@ -19,6 +19,7 @@ struct EffectOptions {
   std::string preset;       // empty: none
   std::string pictures;     // folder of the preset's pictures; empty: the usual one
   bool last = false;
+  bool limit = false;  // values beyond their ranges are limited instead of refused
 };
 
 struct ChosenPicture {

@@ -1,12 +1,13 @@
-#include "hosts/picture_files/png_read.h"
+#include "hosts/png_files/png_read.h"
 
 #include <isa-l/igzip_lib.h>
 
 #include <algorithm>
 #include <memory>
 
-#include "hosts/picture_files/png_chunks.h"
-#include "hosts/picture_files/png_rows.h"
+#include "hosts/png_files/png_chunks.h"
+#include "hosts/png_files/png_rows.h"
+#include "hosts/process/progress_bar.h"
 
 constexpr size_t kHeaderBytes = 13;
 constexpr size_t kBandBytes = 256 * 1024;  // unpacked at a time
@@ -127,10 +128,6 @@ static uint16_t sampleAt(const uint8_t* at) {
   return static_cast<uint16_t>(at[0] << 8 | at[1]);
 }
 
-static uint8_t shallow(uint16_t sample) {
-  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
-}
-
 static void takeShallowRow(const uint8_t* row, size_t bytes, bool alpha, Picture* picture) {
   std::vector<uint8_t>& colors = picture->colors.samples;
   if (!alpha) {
@@ -176,7 +173,7 @@ static bool canHold(BytesView file, size_t rowBytes, size_t rows) {
   return rowBytes * rows / kMostPacking <= file.size;
 }
 
-bool readPngPixels(BytesView file, const PngHeader& header, WorkWatch watch, Picture* picture) {
+bool readPngPixels(BytesView file, const PngHeader& header, bool (*stop)(), Picture* picture) {
   const bool alpha = (header.colorType & kAlphaUsed) != 0;
   picture->colors.width = static_cast<int32_t>(header.width);
   picture->colors.height = static_cast<int32_t>(header.height);
@@ -194,7 +191,8 @@ bool readPngPixels(BytesView file, const PngHeader& header, WorkWatch watch, Pic
   std::vector<uint8_t> above(rowBytes, 0);
   std::vector<uint8_t> band(bandRows * line);
   for (size_t top = 0; top < header.height; top += bandRows) {
-    if (watch(static_cast<int32_t>(top * 100 / header.height))) return false;
+    if (stop()) return false;
+    noteProgress(static_cast<int32_t>(top), static_cast<int32_t>(header.height));
     const size_t rows = std::min<size_t>(bandRows, header.height - top);
     if (!readStream(&stream, band.data(), rows * line)) return false;
     const uint8_t* before = above.data();

@@ -1,4 +1,4 @@
-#include "hosts/picture_files/png_write.h"
+#include "hosts/png_files/png_write.h"
 
 #include <isa-l/igzip_lib.h>
 #include <zlib.h>
@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <memory>
 
-#include "hosts/picture_files/png_chunks.h"
-#include "hosts/picture_files/png_rows.h"
+#include "hosts/png_files/png_chunks.h"
+#include "hosts/png_files/png_rows.h"
 #include "hosts/process/interrupt.h"
-#include "hosts/process/work_progress.h"
+#include "hosts/process/progress_bar.h"
 
 constexpr size_t kBandBytes = 256 * 1024;  // of rows that are packed at a time
 
@@ -147,9 +147,10 @@ static void writeRows(const Picture& picture, size_t step, Packer* packer, Outpu
     above = row;
     const bool last = y + 1 == picture.colors.height;
     if (band.size() < kBandBytes && !last) continue;
+    noteProgress(y, picture.colors.height);
+    if (interrupted()) return;
     packBand(band, last, packer, output);
     band.clear();
-    if (watchWork(static_cast<int32_t>(int64_t{y} * 100 / picture.colors.height))) return;
   }
 }
 

@@ -1,13 +1,17 @@
-#include "hosts/effect_runs/preset_file.h"
+#include "hosts/effect_choices/preset_file.h"
 
 #include <sys/stat.h>
 
+#include <algorithm>
+
 #include "entry/handles.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/interrupt.h"
 #include "persistence/path_parts.h"
 #include "platform/user_files.h"
+#include "settings/setting_fields.h"
 #include "settings/settings_defaults.h"
 
 constexpr int32_t kUtf8Bytes = 3 * kPathBytes;  // a Windows character takes three at most
@@ -26,6 +30,29 @@ static void dropReferenceBlocks(EffectSettings* settings) {
   settings->textureRef = nullptr;
 }
 
+// Values that the user could not set.
+static std::string odditiesIn(const Preset& preset) {
+  std::string text;
+  if (preset.decoded.version < 1) {
+    text = "is of version " + std::to_string(preset.decoded.version) + ", which nothing writes";
+  }
+  std::string beyond;
+  for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+    const SettingRange& range = kSettingRanges[i];
+    double values[3];
+    readSetting(preset.settings, range, values);
+    const int32_t count = settingComponents(range.form);
+    const bool within = std::all_of(values, values + count, [&range](double value) {
+      return value >= range.minimum && value <= range.maximum;
+    });
+    if (within) continue;
+    beyond += (beyond.empty() ? "" : ", ") + std::string(range.name) + "=" +
+              formatValue(range, preset.settings) + " (" + formatRange(range) + ")";
+  }
+  if (beyond.empty()) return text;
+  return text + (text.empty() ? "" : " and ") + "holds what is out of range: " + beyond;
+}
+
 Preset readPreset(const std::string& file) {
   const FileBytes contents = readFileStart(file, "a settings file", kLargestSettingsFile);
   Preset preset = emptyPreset();
@@ -34,6 +61,7 @@ Preset readPreset(const std::string& file) {
   const SettingsCheck check = checkSettings(preset.settings, preset.decoded);
   if (check == SettingsCheck::notSettings) failOnFile(file, "is not a settings file");
   if (check == SettingsCheck::damaged) failOnFile(file, "is damaged or cut off");
+  preset.oddities = odditiesIn(preset);
   return preset;
 }
 
@@ -43,8 +71,9 @@ std::string nameInUtf8(const char* windowsName) {
   return name;
 }
 
-// Whatever else stands under the name is not to be lost by a slip.
-static void checkReplaceable(const std::string& file) {
+void checkReplaceable(const std::string& file) {
+  struct stat old = {};
+  if (file == kStandardStream || stat(file.c_str(), &old) != 0 || old.st_size == 0) return;
   try {
     readPreset(file);
   } catch (const CommandFailure&) {
@@ -61,9 +90,7 @@ void writePreset(const EffectSettings& settings, const std::string names[kPictur
   const size_t count = encodeNamedSettings(&settings, texts, bytes);
   FileBytes contents(bytes, bytes + count);
   struct stat old = {};
-  if (file != kStandardStream && stat(file.c_str(), &old) == 0 && old.st_size > 0) {
-    checkReplaceable(file);
-  }
+  checkReplaceable(file);
   if (file != kStandardStream && stat(file.c_str(), &old) == 0 &&
       static_cast<size_t>(old.st_size) > count) {
     const FileBytes before = readWholeFile(file, "a settings file");
