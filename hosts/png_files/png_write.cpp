@@ -8,6 +8,7 @@
 
 #include "hosts/png_files/png_chunks.h"
 #include "hosts/png_files/png_rows.h"
+#include "hosts/process/interrupt.h"
 #include "hosts/process/progress_bar.h"
 
 constexpr size_t kBandBytes = 256 * 1024;  // of rows that are packed at a time
@@ -129,6 +130,7 @@ static const uint8_t* fileRow(const Picture& picture, int32_t y, FileBytes* room
   return room->data();
 }
 
+// Ends early when the run is interrupted.
 static void writeRows(const Picture& picture, size_t step, Packer* packer, OutputFile* output) {
   const size_t rowBytes = step * static_cast<size_t>(picture.colors.width);
   FileBytes rooms[2] = {FileBytes(rowBytes), FileBytes(rowBytes)};
@@ -146,6 +148,7 @@ static void writeRows(const Picture& picture, size_t step, Packer* packer, Outpu
     const bool last = y + 1 == picture.colors.height;
     if (band.size() < kBandBytes && !last) continue;
     noteProgress(y, picture.colors.height);
+    if (interrupted()) return;
     packBand(band, last, packer, output);
     band.clear();
   }
@@ -169,5 +172,6 @@ void writePng(const Picture& picture, int level, OutputFile* output) {
   const size_t planes = static_cast<size_t>(colors.planes + (alpha ? 1 : 0));
   writeRows(picture, planes * (deep ? 2 : 1), packer.get(), output);
   closePacker(packer.get());
+  stopIfInterrupted();
   writeChunk("IEND", {}, output);
 }

@@ -3,6 +3,7 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 
 #include "hosts/process/command_failure.h"
@@ -13,6 +14,7 @@ constexpr suseconds_t kPatience = 250000;  // microseconds from the signal to th
 
 static volatile std::sig_atomic_t raisedBy = 0;  // 0: nothing yet
 static volatile std::sig_atomic_t quiet = 0;
+static std::atomic<bool> stopAsked = false;
 static int errors = -1;
 
 static void raiseFlag(int signal) {
@@ -56,7 +58,15 @@ void stayQuietAboutInterrupts() {
 }
 
 bool interrupted() {
-  return raisedBy != 0;
+  return raisedBy != 0 || stopAsked;
+}
+
+void askToStop() {
+  stopAsked = true;
+}
+
+void forgetStop() {
+  stopAsked = false;
 }
 
 int interruptedExitCode() {
@@ -70,6 +80,7 @@ void takeTimeToEnd() {
 
 void stopIfInterrupted() {
   if (!interrupted()) return;
+  if (raisedBy == 0) throw CommandFailure{kExitFailed, ""};
   takeTimeToEnd();
   throw CommandFailure{interruptedExitCode(), "interrupted"};
 }

@@ -7,6 +7,11 @@
 void watchForInterrupts();
 bool interrupted();
 
+// The same without a signal: the user has thought better of the work in progress. Taken back once
+// that has stopped.
+void askToStop();
+void forgetStop();
+
 // The run has seen the flag and ends by itself.
 void takeTimeToEnd();
 
@@ -16,5 +21,5 @@ void stayQuietAboutInterrupts();
 // The exit code of a run that has been interrupted: 130 by Ctrl-C, 143 by SIGTERM, 129 by SIGHUP.
 int interruptedExitCode();
 
-// Ends the command when the flag is up.
+// Ends the command when the flag is up; without a word when the user has asked for it.
 void stopIfInterrupted();

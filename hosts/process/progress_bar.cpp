@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 
 #include "hosts/process/quiet_errors.h"
@@ -66,6 +67,7 @@ void clearProgress(ProgressBar* bar) {
 
 static ProgressBar stepBar;
 static Clock::time_point stepBegan;
+static std::atomic<int32_t> noted = -1;
 
 StepProgress::StepProgress(bool quiet, const char* step) {
   stepBar = makeProgressBar(quiet);
@@ -78,6 +80,15 @@ StepProgress::~StepProgress() {
   stepBar.shown = false;
 }
 
+int32_t notedProgress() {
+  return noted;
+}
+
+void forgetProgress() {
+  noted = -1;
+}
+
 void noteProgress(int32_t done, int32_t total) {
+  noted = total > 0 ? static_cast<int32_t>(int64_t{done} * 100 / total) : -1;
   if (stepBar.shown && Clock::now() - stepBegan > kShortStep) drawProgress(&stepBar, done, total);
 }

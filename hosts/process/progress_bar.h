@@ -33,3 +33,7 @@ class StepProgress {
   StepProgress& operator=(const StepProgress&) = delete;
 };
 void noteProgress(int32_t done, int32_t total);
+
+// What was noted last, in percent, for another thread; -1 when nothing has been.
+int32_t notedProgress();
+void forgetProgress();

@@ -1,5 +1,6 @@
 #include "hosts/window_commands/edit_command.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -20,11 +21,15 @@
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
 #include "hosts/window_commands/edit_run.h"
+#include "hosts/window_commands/progress_window.h"
 #include "platform/choosers.h"
 #include "platform/unix/program_session.h"
 
 constexpr char kNameEnding[] = "-morvalis";
-constexpr int kInterruptPause = 100;  // milliseconds between two looks
+// Beyond these reading and coding take a while.
+constexpr int64_t kLargePicture = 1 << 22;  // pixels
+constexpr int64_t kLargeFile = 1 << 22;     // bytes
+constexpr int kInterruptPause = 100;        // milliseconds between two looks
 
 // Empty when the user thought better of it.
 static std::string askForPicture() {
@@ -62,23 +67,60 @@ static void tellSeed(const EditOptions& options, const EditOutcome& outcome) {
   std::fprintf(place, "seed %u\n", *outcome.seed);
 }
 
+struct EditedPicture {
+  Picture picture;
+  Selection selection;
+  std::string output;
+  const PictureFormat* format;
+};
+
 // Everything that can fail fails before the dialog opens, but for the writing itself.
-static int editFile(const EditPlan& plan, const EditOptions& options, const std::string& image) {
+static EditedPicture openPicture(const EditOptions& options, const std::string& image) {
   const int32_t frame = parseFrame(options.frame);
-  Picture picture = loadPicture(image, std::max(1, frame));
-  if (frame != 0) picture.pictureCount = 1;  // the others are left out as they should be
-  if (options.color) makeColorful(&picture);
-  const std::string output = options.output.empty() ? nameBeside(image, picture) : options.output;
-  const PictureFormat& format = pictureFormatOf(output);
-  checkWritable(output);
-  checkFormatHolds(format, picture, output);
-  Selection selection = loadSelection(options.mask, picture, image);
-  warnOfLoss(picture, format, /*stripped=*/false, image);
-  warnOfEmptiness(selection);
-  const EditOutcome outcome = editPicture(plan, &picture, std::move(selection), image);
+  EditedPicture edited = {loadPicture(image, std::max(1, frame)), {}, options.output, nullptr};
+  if (frame != 0) edited.picture.pictureCount = 1;  // the others are left out as they should be
+  if (options.color) makeColorful(&edited.picture);
+  if (edited.output.empty()) edited.output = nameBeside(image, edited.picture);
+  edited.format = &pictureFormatOf(edited.output);
+  checkWritable(edited.output);
+  checkFormatHolds(*edited.format, edited.picture, edited.output);
+  edited.selection = loadSelection(options.mask, edited.picture, image);
+  return edited;
+}
+
+static bool isLarge(const HostPicture& picture) {
+  return int64_t{picture.width} * picture.height > kLargePicture;
+}
+
+static bool isLargeFile(const std::string& file) {
+  struct stat about = {};
+  return stat(file.c_str(), &about) == 0 && about.st_size > kLargeFile;
+}
+
+static int editFile(const EditPlan& plan, const EditOptions& options, const std::string& image) {
+  ProgressWindow progress;
+  EditedPicture edited;
+  const auto read = [&] { edited = openPicture(options, image); };
+  if (!runBehindWindow(&progress,
+                       {"reading", "Reading the picture...", isLargeFile(image), read})) {
+    stopIfInterrupted();
+    return kExitFailed;
+  }
+  closeProgress(&progress);
+  warnOfLoss(edited.picture, *edited.format, /*stripped=*/false, image);
+  warnOfEmptiness(edited.selection);
+  const EditOutcome outcome =
+      editPicture(plan, &edited.picture, edited.selection, image, &progress);
   if (!outcome.confirmed) return kExitFailed;
-  savePicture(std::move(picture), format, {}, output);
-  if (options.output.empty()) std::printf("%s\n", output.c_str());
+  const bool large = isLarge(edited.picture.colors);
+  const auto write = [&] {
+    savePicture(std::move(edited.picture), *edited.format, {}, edited.output);
+  };
+  if (!runBehindWindow(&progress, {"writing", "Writing the picture...", large, write})) {
+    stopIfInterrupted();
+    return kExitFailed;
+  }
+  if (options.output.empty()) std::printf("%s\n", edited.output.c_str());
   tellSeed(options, outcome);
   return kExitDone;
 }

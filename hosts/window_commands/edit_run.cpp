@@ -98,25 +98,24 @@ static int16_t runModule(const EditPlan& plan, const std::string& file) {
   return renderFilter();
 }
 
-EditOutcome editPicture(const EditPlan& plan, Picture* picture, Selection selection,
-                        const std::string& file) {
-  ProgressWindow progress;
+EditOutcome editPicture(const EditPlan& plan, Picture* picture, const Selection& selection,
+                        const std::string& file, ProgressWindow* progress) {
   HostSwitches switches;
   switches.dirtyMemory = false;
   switches.keepsLog = false;
   switches.colorServices = false;  // the desktop's own chooser serves
   switches.display = drawIntoTarget;
-  switches.abortTest = [&progress] { return renderStopped(&progress) || interrupted(); };
-  switches.progress = [&progress](int32_t done, int32_t total) {
-    showProgress(&progress, done, total);
+  switches.abortTest = [progress] { return renderStopped(progress) || interrupted(); };
+  switches.progress = [progress](int32_t done, int32_t total) {
+    showProgress(progress, done, total);
   };
   const OpenHost host(switches, picture->colors, selection.mask);
   const int16_t result = runModule(plan, file);
   const EffectSettings settings = *moduleSettings(file);
   // The render begins once the dialog has been confirmed, whatever becomes of it.
-  if (progress.dialog != nullptr) rememberExactly(settings);
+  if (progress->dialog != nullptr) rememberExactly(settings);
   stopIfInterrupted();
-  const bool stopped = progress.dialog != nullptr && progress.dialog->wasCanceled();
+  const bool stopped = progress->dialog != nullptr && progress->dialog->wasCanceled();
   if (stopped || result == kUserCanceled) return {};
   if (result == kUserInformed) {  // in a window; standard error is for who started the program
     reportFailure({kExitFailed, file + ": there is not enough memory for the effect"});

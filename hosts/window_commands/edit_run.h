@@ -8,6 +8,7 @@
 
 #include "hosts/effect_choices/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
+#include "hosts/window_commands/progress_window.h"
 
 // Where the dialog starts: at a preset, or at what was confirmed last, with the options on top.
 struct EditPlan {
@@ -25,5 +26,6 @@ struct EditOutcome {
 };
 
 // Puts the effect into the picture's selection. Failures name `file`, where the picture is from.
-EditOutcome editPicture(const EditPlan& plan, Picture* picture, Selection selection,
-                        const std::string& file);
+// The window of the render stays.
+EditOutcome editPicture(const EditPlan& plan, Picture* picture, const Selection& selection,
+                        const std::string& file, ProgressWindow* progress);

@@ -1,23 +1,34 @@
 #include "hosts/window_commands/progress_window.h"
 
 #include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
 #include <algorithm>
+#include <exception>
+#include <thread>
 
-constexpr int kNoticeable = 500;  // milliseconds
+#include "hosts/process/interrupt.h"
+#include "hosts/process/progress_bar.h"
+
+constexpr int kNoticeable = 500;  // milliseconds of a render
+constexpr int kWondering = 200;   // milliseconds with nothing else on the screen
 constexpr int kEventPause = 30;   // milliseconds
 
-// Made with the first question of the render: its clock starts with it.
-static void startProgress(ProgressWindow* progress) {
-  progress->dialog =
-      std::make_unique<QProgressDialog>("Rendering the picture...", "Cancel", 0, 100);
+static void makeDialog(ProgressWindow* progress, const char* name, const char* label, int wait) {
+  progress->dialog = std::make_unique<QProgressDialog>(label, "Cancel", 0, 100);
   QProgressDialog* dialog = progress->dialog.get();
-  dialog->setObjectName("progress");
+  dialog->setObjectName(name);
   dialog->setWindowTitle("Morvalis");
   dialog->setWindowModality(Qt::ApplicationModal);
-  dialog->setMinimumDuration(kNoticeable);
+  dialog->setMinimumDuration(wait);
   dialog->setAutoClose(false);
   dialog->setAutoReset(false);
   dialog->setValue(0);
+}
+
+// Made with the first question of the render: its clock starts with it.
+static void startProgress(ProgressWindow* progress) {
+  makeDialog(progress, "progress", "Rendering the picture...", kNoticeable);
   progress->sinceEvents.start();
 }
 
@@ -35,4 +46,52 @@ bool renderStopped(ProgressWindow* progress) {
     progress->sinceEvents.restart();
   }
   return progress->dialog->wasCanceled();
+}
+
+// --- Work on a thread of its own ------------------------------------------------------------
+
+static void showWork(QProgressDialog* dialog) {
+  const int32_t percent = notedProgress();
+  // Moving to and fro until it is known how far the work is.
+  dialog->setRange(0, percent < 0 ? 0 : 100);
+  if (percent >= 0 && percent != dialog->value()) dialog->setValue(percent);
+}
+
+static void prepareDialog(ProgressWindow* progress, const SlowWork& work) {
+  if (progress->dialog == nullptr) makeDialog(progress, work.name, work.label, kWondering);
+  QProgressDialog* dialog = progress->dialog.get();
+  dialog->setObjectName(work.name);
+  dialog->setLabelText(work.label);
+  QObject::connect(dialog, &QProgressDialog::canceled, dialog, askToStop);
+  if (work.isLong) dialog->show();
+}
+
+bool runBehindWindow(ProgressWindow* progress, const SlowWork& work) {
+  forgetProgress();
+  prepareDialog(progress, work);
+  QProgressDialog* dialog = progress->dialog.get();
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, dialog, [dialog] { showWork(dialog); });
+  look.start(kEventPause);
+  QEventLoop untilDone;
+  std::exception_ptr failure;
+  std::thread worker([&] {
+    try {
+      work.run();
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    QMetaObject::invokeMethod(&untilDone, "quit", Qt::QueuedConnection);
+  });
+  untilDone.exec();
+  worker.join();
+  const bool stopped = dialog->wasCanceled();
+  forgetStop();
+  if (stopped) return false;
+  if (failure != nullptr) std::rethrow_exception(failure);
+  return true;
+}
+
+void closeProgress(ProgressWindow* progress) {
+  progress->dialog.reset();
 }

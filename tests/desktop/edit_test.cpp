@@ -1,9 +1,12 @@
 // `morvalis edit`: the dialog on a picture file, from the choice of the picture to the file.
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
-
 #include <QDir>
 #include <QFileDialog>
 #include <QKeyEvent>
@@ -13,6 +16,8 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QWheelEvent>
+#include <fstream>
+#include <thread>
 
 #include "dialog/control_table.h"
 #include "dialog/focus.h"
@@ -278,6 +283,46 @@ TEST_F(Edit, StopsTheRender) {
     EXPECT_EQ(files(), before);
   }
   limitInstructionSet(InstructionSet::kAvx2);
+}
+
+// A picture that comes through a pipe takes as long as the test wants.
+TEST_F(Edit, ShowsThatItReadsAndWrites) {
+  constexpr int kWidth = 2100;
+  constexpr int kHeight = 2000;
+  const std::string pipe = path("slow.ppm");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EditOptions options = editOf("slow.ppm");
+  options.output = "out.png";
+  const auto expectWorking = [](QWidget* window, const QString& label) {
+    const auto* progress = qobject_cast<QProgressDialog*>(window);
+    EXPECT_TRUE(progress->isVisible());
+    EXPECT_EQ(progress->labelText(), label);
+  };
+  // Without someone who may write, the pipe would be at its end.
+  const int held = open(pipe.c_str(), O_RDWR | O_NONBLOCK);
+  std::thread writer;
+  const EditStep reading = {"reading", [&](QWidget* window) {
+                              expectWorking(window, "Reading the picture...");
+                              writer = std::thread([&] {
+                                std::ofstream file(pipe, std::ios::binary);
+                                close(held);
+                                file << "P6 " << kWidth << " " << kHeight << " 255\n";
+                                file << std::string(size_t{3} * kWidth * kHeight, '\x55');
+                              });
+                            }};
+  const EditStep writing = {
+      "writing", [&](QWidget* window) { expectWorking(window, "Writing the picture..."); }};
+  const EditResult result = edit(options, {reading, kOk, writing});
+  if (writer.joinable()) writer.join();
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_EQ(QImage(QString::fromStdString(path("out.png"))).size(), QSize(kWidth, kHeight));
+
+  const EditStep stop = {"reading", [&](QWidget* window) { window->close(); }};
+  const int again = open(pipe.c_str(), O_RDWR | O_NONBLOCK);
+  const EditResult stopped = edit(options, {stop});
+  close(again);
+  EXPECT_EQ(stopped.exitCode, 1);
+  EXPECT_EQ(stopped.output + stopped.errors, "");
 }
 
 TEST_F(Edit, ShowsFailuresInAWindow) {

@@ -58,9 +58,10 @@ class EditUser {
     if (awaited) {
       waited_ = 0;
       acting_ = true;
+      last_ = window;
       steps_[next_++].act(window);
       acting_ = false;
-    } else if (waited_ > kPatience || next_ == steps_.size()) {
+    } else if (waited_ > kPatience || (next_ == steps_.size() && window != last_)) {
       if (window == left_) return;
       left_ = window;
       ADD_FAILURE() << "a window nobody waits for: " << window->windowTitle().toStdString();
@@ -73,6 +74,7 @@ class EditUser {
   int waited_ = 0;
   bool acting_ = false;
   QWidget* left_ = nullptr;
+  QWidget* last_ = nullptr;  // that a step has been taken in; it may go by itself
   QTimer timer_;
 };
 
