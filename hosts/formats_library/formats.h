@@ -46,6 +46,9 @@ std::string drawText(const std::string& text, int32_t letterPixels, DrawnText* d
 void takeMetadata(VipsImage* image, BytesView file, bool turned, PictureMetadata* metadata);
 void giveMetadata(const PictureMetadata& metadata, VipsImage* image);
 
+// Whether a TIFF file has a directory whose entries name more than the file holds.
+bool namesTooMuch(BytesView file);
+
 // Lets `stop` end whatever the image is made by.
 void watchStop(VipsImage* image, bool (*stop)());
 

@@ -196,6 +196,7 @@ static int orientationOf(VipsImage* image, const PictureMetadata& metadata) {
 
 std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), bool (*stop)(),
                        Picture* picture) {
+  if (namesTooMuch(file)) return "is damaged: its directory names more than the file holds";
   const QuietErrors quiet;
   std::string loader;
   VipsRef held(openImage(file, &loader));
