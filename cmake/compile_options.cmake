@@ -18,3 +18,16 @@ if(MORVALIS_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(morvalis_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+# What files and hosts hand in should end in an error, and where it does not, in an end.
+if(NOT WIN32)
+  target_compile_options(morvalis_options INTERFACE -fstack-protector-strong -fstack-clash-protection)
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
+    target_compile_options(morvalis_options INTERFACE -fcf-protection)
+  endif()
+  if(NOT MORVALIS_SANITIZE)
+    target_compile_options(morvalis_options INTERFACE
+      $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  endif()
+  target_link_options(morvalis_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+endif()

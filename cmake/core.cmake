@@ -2,7 +2,7 @@
 # It leaves the procedures of platform/*.h open; a back end closes them at link time.
 
 file(GLOB MORVALIS_CORE_SOURCES CONFIGURE_DEPENDS
-  entry/*.cpp settings/*.cpp geometry/*.cpp geometry/field/*.cpp
+  entry/*.cpp settings/*.cpp geometry/*.cpp geometry/field/*.cpp geometry/preview/*.cpp
   shading/*.cpp shading/lanes/*.cpp
   pictures/*.cpp persistence/*.cpp services/*.cpp dialog/*.cpp)
 

@@ -5,8 +5,9 @@
 
 #include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
+#include "dialog/preview_zoom.h"
 #include "geometry/field/selection_mask.h"
-#include "geometry/row_machine.h"
+#include "geometry/preview/preview_render.h"
 #include "geometry/row_requests.h"
 #include "platform/window.h"
 #include "services/fixed_point.h"
@@ -74,6 +75,10 @@ void startPreview(DialogState* dialog) {
   settings->previewOriginX = 0;
   settings->previewOriginY = 0;
   requestPreviewImage(dialog->session, settings->previewScale);
+  if (*dialog->session->result == kNoError && openAtBevel(dialog)) {
+    clampOrigin(dialog, settings->previewScale);
+    requestPreviewImage(dialog->session, settings->previewScale);
+  }
   dialog->session->render.buildHeightField = 1;
   if (*dialog->session->result == kNoError) {
     runPreviewUnderWaitCursor(dialog);
@@ -130,7 +135,7 @@ void renderPreview(DialogState* dialog) {
 void renderPreviewAtOnce(DialogState* dialog) {
   forgetSource(dialog);
   if (!canRender(dialog)) return;
-  runPreview(dialog->session);
+  runQuickPreview(dialog->session);
   drawPreview(dialog, /*erase=*/false);
 }
 
@@ -177,12 +182,12 @@ static void zoomTo(DialogState* dialog, int32_t scale) {
 
 void zoomIn(DialogState* dialog) {
   const int32_t scale = settingsOf(dialog)->previewScale;
-  if (scale >= 2) zoomTo(dialog, scale - 1);
+  if (scale >= 2) zoomTo(dialog, zoomedIn(scale));
 }
 
 void zoomOut(DialogState* dialog) {
   const int32_t scale = settingsOf(dialog)->previewScale;
-  if (scale < dialog->fitScale) zoomTo(dialog, scale + 1);
+  if (scale < dialog->fitScale) zoomTo(dialog, zoomedOut(scale, dialog->fitScale));
 }
 
 void zoomToFull(DialogState* dialog) {
@@ -206,6 +211,7 @@ static void copySourceToOutput(DialogState* dialog) {
   const int32_t step = filter->planes;
   const int32_t samples = step < 3 ? 1 : 3;
   if (filter->inData == nullptr || filter->outData == nullptr || step < 1) return;
+  const PreviewPlace& place = dialog->session->render.preview.place;
   const int32_t width = std::min(widthOf(filter->outRect), widthOf(filter->inRect));
   const int32_t height = std::min(heightOf(filter->inRect), heightOf(filter->outRect));
   for (int32_t y = 0; y < height; ++y) {
@@ -214,7 +220,7 @@ static void copySourceToOutput(DialogState* dialog) {
     const MaskRow mask = maskRow(dialog->session, y);
     for (int32_t x = 0; x < width; ++x, in += step, out += step) {
       const int32_t m = mask.value(x);
-      const int32_t checker = ((x ^ y) & 8) == 0 ? 255 : 204;
+      const int32_t checker = (((place.left + x) ^ (place.top + y)) & 8) == 0 ? 255 : 204;
       for (int32_t i = 0; i < samples; ++i) {
         out[i] = static_cast<uint8_t>((in[i] * m + checker * (255 - m)) / 256);
       }

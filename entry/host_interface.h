@@ -31,6 +31,7 @@ constexpr uint32_t fourCharacterCode(const char (&text)[5]) {
 
 // Result codes: what a selector leaves in the host's result word.
 constexpr int16_t kNoError = 0;
+constexpr int16_t kParameterError = -50;
 constexpr int16_t kUserInformed = 1;          // an alert was shown, or the user stopped the render
 constexpr int16_t kRenderBuffersMissing = 3;  // positive: hosts show nothing
 constexpr int16_t kMemoryFull = -108;

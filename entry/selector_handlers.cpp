@@ -4,6 +4,7 @@
 #include "dialog/main_dialog.h"
 #include "entry/scripting.h"
 #include "entry/session_record.h"
+#include "geometry/preview/preview_render.h"
 #include "geometry/render_buffers.h"
 #include "geometry/render_setup.h"
 #include "geometry/row_machine.h"
@@ -101,6 +102,7 @@ static void startFinalRender(SessionRecord* session) {
   RenderState* render = &session->render;
   const FilterRecord* filter = session->filter;
   settings->previewMode = 0;
+  freePreviewRender(session);
   lightAngles(settings);
   render->renderedRect = filter->filterRect;
   render->renderedPlanes = filter->planes;

@@ -4,6 +4,8 @@
 
 #include "entry/session_record.h"
 #include "geometry/field/fast_field.h"
+#include "geometry/preview/preview_places.h"
+#include "geometry/preview/preview_render.h"
 #include "pictures/picture_release.h"
 #include "pictures/picture_tables.h"
 #include "services/fixed_point.h"
@@ -33,6 +35,9 @@ void setGeometry(SessionRecord* session, const Rectangle& rect, int32_t factor) 
   render->columnTableStart = render->renderWidth + kColumnTableGap;
   // Past the previous-row memory, which is one word per column.
   render->tarnishRowStart = std::max(kTarnishRowStart, render->renderWidth);
+  render->bandTop = 0;
+  render->bandLeft = 0;
+  render->preview.place = {};
 }
 
 static uint64_t lineBufferBytes(const RenderState* render) {
@@ -107,6 +112,7 @@ void freeBuffers(SessionRecord* session) {
   freeBuffer(filter, &render->environmentTable);
   freeBuffer(filter, &render->textureTable);
   freeFastField(session);
+  freePreviewRender(session);
 }
 
 bool geometryFitsBuffers(const SessionRecord* session) {
@@ -117,13 +123,9 @@ bool geometryFitsBuffers(const SessionRecord* session) {
          render->coneKernel.address != nullptr && render->edgeKernel.address != nullptr;
 }
 
-static bool sameRect(const Rectangle& a, const Rectangle& b) {
-  return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
-}
-
 bool recordStands(const SessionRecord* session) {
   const FilterRecord* filter = session->filter;
   return filter->parameters != nullptr && filter->parameters == session->lockedSettings &&
-         sameRect(filter->filterRect, session->render.renderedRect) &&
+         isSameRect(filter->filterRect, session->render.renderedRect) &&
          filter->planes == session->render.renderedPlanes;
 }

@@ -38,15 +38,10 @@ static int32_t plannedSteps(const RenderState* render, const EffectSettings* set
   return steps;
 }
 
-void renderSetUp(SessionRecord* session) {
+void setUpSurface(SessionRecord* session) {
   EffectSettings* settings = settingsOf(session);
   RenderState* render = &session->render;
-  render->running = 0;
   render->fast = fastPasses();
-  if (!geometryFitsBuffers(session)) {
-    *session->result = kRenderBuffersMissing;
-    return;
-  }
   buildSessionTables(session);
   copyPicturesToTables(session);
   const bool build = render->buildHeightField == 1;
@@ -57,15 +52,33 @@ void renderSetUp(SessionRecord* session) {
   render->progressTotal = plannedSteps(render, settings);
   if (build) {
     radiusConstants(session);
-    buildConeKernel(session);
-    prepareFastField(session);
-    if (render->fastField.inUse == 0) clearField(render);
     buildProfile(session);
   }
   buildIridescenceTable(session);
+}
+
+void beginField(SessionRecord* session) {
+  RenderState* render = &session->render;
+  const bool build = render->buildHeightField == 1;
+  if (build) {
+    render->preview.kept.valid = 0;
+    buildConeKernel(session);
+    prepareFastField(session);
+    if (render->fastField.inUse == 0) clearField(render);
+  }
   render->phase = kPhaseStamp;
   render->row = -1;
   render->running = 1;
   render->internalPass = 0;
   if (!build) enterShading(session);
+}
+
+void renderSetUp(SessionRecord* session) {
+  session->render.running = 0;
+  if (!geometryFitsBuffers(session)) {
+    *session->result = kRenderBuffersMissing;
+    return;
+  }
+  setUpSurface(session);
+  beginField(session);
 }

@@ -8,3 +8,8 @@ struct SessionRecord;
 // the buffers cannot hold the geometry, the machine stands still and the result word becomes
 // kRenderBuffersMissing.
 void renderSetUp(SessionRecord* session);
+
+// Its two halves: everything but the height field, which needs no geometry; and the field's first
+// pass. Without `buildHeightField` the machine begins with the shading.
+void setUpSurface(SessionRecord* session);
+void beginField(SessionRecord* session);

@@ -6,6 +6,7 @@
 
 #include "entry/host_interface.h"
 #include "geometry/field/fast_field_state.h"
+#include "geometry/preview/preview_state.h"
 
 // One of the six large buffers, with the host buffer it came from (0: a block of our own).
 struct RenderBuffer {
@@ -60,7 +61,8 @@ struct RenderState {
   int32_t progressDone;
   int32_t progressTotal;
   int32_t requestedRate;   // of the last exchange, 16.16 fixed point; 0 before the first
-  int32_t bandTop;         // row of the filter rectangle where the delivered mask begins
+  int32_t bandTop;         // row of the rendered rectangle where the delivered mask begins
+  int32_t bandLeft;        // column, 0 or less
   Rectangle previewFrame;  // the dialog's preview area; a preview image is never larger
   Rectangle renderedRect;  // filter rectangle that the final render was started for
   int16_t renderedPlanes;
@@ -74,6 +76,7 @@ struct RenderState {
   int32_t edgeKernelWeight;  // 0 to 255
 
   FastFieldState fastField;
+  PreviewState preview;
 
   int16_t profile[kProfileEntries];
   int32_t depthLow;            // smallest -profile entry
@@ -87,6 +90,7 @@ inline int32_t* lineBufferWords(RenderState* render) {
 }
 
 inline int16_t* fieldCells(RenderState* render) {
+  if (render->preview.place.onCutOut != 0) return render->preview.cutOut;
   return static_cast<int16_t*>(render->heightField.address);
 }
 

@@ -9,7 +9,6 @@
 #include "geometry/render_buffers.h"
 #include "geometry/render_setup.h"
 #include "geometry/texture_relief.h"
-#include "services/alerts.h"
 #include "shading/prepare_shading.h"
 #include "shading/shade_row.h"
 
@@ -20,9 +19,15 @@ static void enterPhase(RenderState* render, int32_t phase, int32_t row, bool int
 }
 
 void enterShading(SessionRecord* session) {
-  enterPhase(&session->render, kPhaseShade, 0, /*internal=*/false);
-  session->render.maskPass = 0;
+  RenderState* render = &session->render;
+  enterPhase(render, kPhaseShade, render->preview.place.rowsBefore, /*internal=*/false);
+  render->maskPass = 0;
   prepareShading(session);
+}
+
+void enterProfile(SessionRecord* session) {
+  enterPhase(&session->render, kPhaseProfile, 0, /*internal=*/true);
+  buildTextureColumns(session);
 }
 
 static void stampStep(SessionRecord* session);
@@ -72,8 +77,7 @@ static void smoothBackwardStep(SessionRecord* session) {
   RenderState* render = &session->render;
   smoothBackwardRow(session);
   if (--render->row >= 0) return;
-  enterPhase(render, kPhaseProfile, 0, /*internal=*/true);
-  buildTextureColumns(session);
+  enterProfile(session);
 }
 
 static void profileStep(SessionRecord* session) {
@@ -87,7 +91,7 @@ static void profileStep(SessionRecord* session) {
 static void shadeStep(SessionRecord* session) {
   RenderState* render = &session->render;
   shadeRow(session);
-  if (++render->row < render->renderHeight) return;
+  if (++render->row < render->renderHeight - render->preview.place.rowsBehind) return;
   render->running = 0;
   render->row = 0;
 }
@@ -124,27 +128,4 @@ void step(SessionRecord* session) {
   if (final && filter->abortProc != nullptr && filter->abortProc() != 0) {
     *session->result = kUserInformed;
   }
-}
-
-void runPreview(SessionRecord* session) {
-  RenderState* render = &session->render;
-  const FilterRecord* filter = session->filter;
-  render->bandTop = 0;
-  render->running = 0;
-  // A thin picture, reduced, may have no rows left to show.
-  if (render->renderWidth < 1 || render->renderHeight < 1) return;
-  renderSetUp(session);
-  if (filter->advanceState == nullptr) return;
-  if (filter->displayPixels == nullptr) {
-    showStringAlert(kPreviewUnavailableString);
-    return;
-  }
-  do {
-    if (*session->result != kNoError) {
-      render->running = 0;
-      showAlert(kNotEnoughMemoryAlert);
-    } else {
-      step(session);
-    }
-  } while (render->running == 1 && *session->result == kNoError);
 }

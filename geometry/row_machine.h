@@ -3,7 +3,8 @@
 //   stamp -> border -> smooth forward -> smooth backward -> profile and relief -> shade
 //
 // The first two need the selection from the host, the next three nothing, the last one a row of the
-// picture. The final render steps as the host delivers rows; the preview runs to the end at once.
+// picture. The final render steps as the host delivers rows; the preview
+// (preview/preview_render) runs to the end at once.
 
 #pragma once
 
@@ -13,9 +14,8 @@ struct SessionRecord;
 // abort test after it; an abort sets the result word to kUserInformed.
 void step(SessionRecord* session);
 
+// Starts the pass that follows the smoothing, on the field as it is.
+void enterProfile(SessionRecord* session);
+
 // Starts the shading pass on the height field as it is.
 void enterShading(SessionRecord* session);
-
-// Renders the preview image that the host has delivered, into its output buffer. A nonzero result
-// word stops it with an alert.
-void runPreview(SessionRecord* session);

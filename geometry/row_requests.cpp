@@ -1,8 +1,11 @@
 #include "geometry/row_requests.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "entry/session_record.h"
+#include "geometry/preview/mask_copy.h"
+#include "geometry/preview/preview_places.h"
 #include "geometry/render_buffers.h"
 #include "services/fixed_point.h"
 
@@ -10,7 +13,7 @@
 constexpr int32_t kBandBefore = 2;
 constexpr int32_t kBandAfter = 2;
 
-static void requestAllPlanes(FilterRecord* filter, int32_t rate) {
+void requestAllPlanes(FilterRecord* filter, int32_t rate) {
   filter->inLoPlane = 0;
   filter->outLoPlane = 0;
   filter->inHiPlane = static_cast<int16_t>(filter->planes - 1);
@@ -67,34 +70,51 @@ int16_t withdrawForRate(SessionRecord* session, int32_t rate) {
   return filter->advanceState();
 }
 
-static Rectangle previewRect(const SessionRecord* session, int32_t factor) {
-  const EffectSettings* settings = settingsOf(session);
-  const Rectangle& whole = session->filter->filterRect;
-  const Rectangle& frame = session->render.previewFrame;
-  Rectangle rect = whole;
-  offsetRect(&rect, settings->previewOriginX, settings->previewOriginY);
-  rect = intersectRects(rect, whole);
-  rect.top = static_cast<int16_t>(rect.top / factor);
-  rect.left = static_cast<int16_t>(rect.left / factor);
-  rect.bottom = static_cast<int16_t>(rect.bottom / factor);
-  rect.right = static_cast<int16_t>(rect.right / factor);
-  const int32_t width = frame.right - frame.left;
-  const int32_t height = frame.bottom - frame.top;
-  if (rect.right - rect.left > width) rect.right = saturateToInt16(rect.left + width);
-  if (rect.bottom - rect.top > height) rect.bottom = saturateToInt16(rect.top + height);
-  return rect;
+bool maskIsDelivered(const FilterRecord* filter, const Rectangle& rect) {
+  return filter->maskData != nullptr && isSameRect(filter->maskRect, rect) &&
+         std::abs(int64_t{filter->maskRowBytes}) >= rect.right - rect.left;
+}
+
+static int16_t exchangePreview(FilterRecord* filter, const Rectangle& frame, const Rectangle& mask,
+                               int32_t rate) {
+  filter->inRect = frame;
+  filter->outRect = frame;
+  if (filter->haveMask != 0) filter->maskRect = mask;
+  requestAllPlanes(filter, rate);
+  return filter->advanceState == nullptr ? kNoError : filter->advanceState();
+}
+
+// Whether the host refuses the rectangle, rather than fail for want of something else.
+static bool isRefusal(int16_t error) {
+  return error == kParameterError || error == kFilterBadParameters;
 }
 
 void requestPreviewImage(SessionRecord* session, int32_t factor) {
   FilterRecord* filter = session->filter;
+  PreviewState* preview = &session->render.preview;
   const int32_t reduction = std::clamp(factor, 1, int32_t{INT16_MAX});
-  const int16_t error = withdrawForRate(session, reduction * kFixedOne);
-  filter->inRect = previewRect(session, reduction);
-  filter->outRect = filter->inRect;
-  if (filter->haveMask != 0) filter->maskRect = filter->inRect;
-  requestAllPlanes(filter, reduction * kFixedOne);
-  if (filter->advanceState != nullptr) {
-    *session->result = error == kNoError ? filter->advanceState() : error;
+  const int32_t rate = reduction * kFixedOne;
+  const Rectangle frame = previewRect(session, reduction);
+  preview->frame = frame;
+  preview->picture = reducedPicture(session, reduction);
+  preview->maskRegion =
+      withMargin(frame, std::max(kLargestRadius / reduction, 1), preview->picture);
+  if (preview->marginRefused != 0) preview->maskRegion = frame;
+  int16_t error = withdrawForRate(session, rate);
+  if (error == kNoError && reduction == 1 && preview->marginRefused == 0 &&
+      !isSameRect(preview->maskRegion, preview->picture)) {
+    takeMaskCopy(session);
   }
-  setGeometry(session, filter->inRect, reduction);
+  if (error == kNoError) error = exchangePreview(filter, frame, preview->maskRegion, rate);
+  const bool known = filter->haveMask == 0 || maskIsDelivered(filter, preview->maskRegion);
+  if (!isSameRect(preview->maskRegion, frame) &&
+      (isRefusal(error) || (error == kNoError && !known))) {
+    preview->marginRefused = 1;
+    error = exchangePreview(filter, frame, frame, rate);
+  }
+  if (filter->advanceState != nullptr) *session->result = error;
+  setGeometry(session, frame, reduction);
+  const bool margin = filter->haveMask == 0 || (known && preview->marginRefused == 0);
+  preview->wide = margin && error == kNoError && isWithin(frame, preview->picture) ? 1 : 0;
+  if (preview->wide != 0) usePlace(session, frame);
 }

@@ -5,7 +5,13 @@
 
 #include <cstdint>
 
+#include "services/rectangle.h"
+
+struct FilterRecord;
 struct SessionRecord;
+
+// All planes of input and output, with the mask, at a rate (16.16 fixed point).
+void requestAllPlanes(FilterRecord* filter, int32_t rate);
 
 // Sets the host's rectangles for the machine's row.
 void requestRowRects(SessionRecord* session);
@@ -18,7 +24,11 @@ void emptyRects(SessionRecord* session);
 // asked.
 int16_t withdrawForRate(SessionRecord* session, int32_t rate);
 
+// Whether the host has delivered the selection of that rectangle.
+bool maskIsDelivered(const FilterRecord* filter, const Rectangle& rect);
+
 // Asks for the preview image, at most as large as previewFrame, reduced by `factor` and beginning
 // at the preview origin; exchanges it where the host can, with the host's answer in the result
-// word, and takes the geometry from what was delivered.
+// word, and takes the geometry from it. The selection is asked for with a margin, within the
+// picture, and of the frame alone from a host that does not deliver that.
 void requestPreviewImage(SessionRecord* session, int32_t factor);

@@ -41,14 +41,15 @@ static TexelTaps texelTaps(int64_t coordinate, int32_t size) {
   return taps;
 }
 
-// Preview origin in texel units; the final render starts at the filter rectangle's corner.
-static int64_t previewShift(const EffectSettings* settings, int32_t origin, int32_t scale) {
-  if (!isPreview(settings)) return 0;
+// Preview origin in texel units; the final render starts at the filter rectangle's corner. A
+// preview that knows its place counts its pixels from there instead.
+static int64_t previewShift(const SessionRecord* session, int32_t origin, int32_t scale) {
+  if (!isPreview(settingsOf(session)) || session->render.preview.place.placed != 0) return 0;
   return int64_t{origin} * kTexelUnits * scale / 100;
 }
 
-static int64_t positionOf(const EffectSettings* settings, int32_t pixel, int32_t scale) {
-  return int64_t{pixel} * kTexelUnits * settings->previewScale * scale / 100;
+static int64_t positionOf(const EffectSettings* settings, int64_t pixel, int32_t scale) {
+  return pixel * kTexelUnits * settings->previewScale * scale / 100;
 }
 
 // Hundredths of a texel per pixel: from 16 texels down to an eighth.
@@ -68,10 +69,11 @@ struct ReliefPlacement {
   int64_t columnStep;  // in hundredths
 };
 
-static ReliefPlacement reliefPlacement(const EffectSettings* settings, int32_t scale) {
+static ReliefPlacement reliefPlacement(const SessionRecord* session, int32_t scale) {
+  const EffectSettings* settings = settingsOf(session);
   return {int64_t{settings->textureOffsetY} * kTexelUnits +
-              previewShift(settings, settings->previewOriginY, scale),
-          previewShift(settings, settings->previewOriginX, scale),
+              previewShift(session, settings->previewOriginY, scale),
+          previewShift(session, settings->previewOriginX, scale),
           int64_t{settings->previewScale} * kTexelUnits * scale};
 }
 
@@ -92,17 +94,18 @@ void buildTextureColumns(SessionRecord* session) {
   const int32_t scale = scaleFactor(settings->textureScale);
   render->textureScaleFactor = scale;
   const int64_t start = int64_t{settings->textureOffsetX} * kTexelUnits +
-                        previewShift(settings, settings->previewOriginX, scale);
-  const ReliefPlacement placement = reliefPlacement(settings, scale);
+                        previewShift(session, settings->previewOriginX, scale);
+  const ReliefPlacement placement = reliefPlacement(session, scale);
+  const int64_t left = render->preview.place.left;
   TexelTaps* columns = columnTaps(render);
   uint8_t* firsts = reliefFirstTexels(session);
   uint8_t* parts = reliefParts(session);
   for (int32_t x = 0; x <= render->renderWidth; ++x) {
-    columns[x] = texelTaps(start + positionOf(settings, x, scale), settings->textureWidth);
+    columns[x] = texelTaps(start + positionOf(settings, left + x, scale), settings->textureWidth);
     firsts[x] = columns[x].index[0];
-    parts[x] = static_cast<uint8_t>(columnPart(placement, x));
+    parts[x] = static_cast<uint8_t>(columnPart(placement, left + x));
   }
-  prepareReliefRows(session, start >> kTexelShift);
+  prepareReliefRows(session, (start + positionOf(settings, left, scale)) >> kTexelShift);
 }
 
 static void plainReliefRow(SessionRecord* session, const ReliefPlacement& placement,
@@ -115,7 +118,7 @@ static void plainReliefRow(SessionRecord* session, const ReliefPlacement& placem
   int16_t* cells = fieldRow(render, render->currentRow);
   for (int32_t x = 0; x <= render->renderWidth; ++x) {
     const uint8_t* c = columns[x].index;
-    const int32_t part = columnPart(placement, x);
+    const int32_t part = columnPart(placement, render->preview.place.left + x);
     int32_t across[4];
     for (int32_t i = 0; i < 4; ++i) {
       across[i] = cubic(rows[i][c[0]], rows[i][c[1]], rows[i][c[2]], rows[i][c[3]], part);
@@ -136,8 +139,9 @@ void textureReliefRow(SessionRecord* session) {
   }
   const int32_t scale = render->textureScaleFactor;
   const Word32 depth = Word32(settings->texture) * kReliefFactor / scale;
-  const ReliefPlacement placement = reliefPlacement(settings, scale);
-  const int64_t v = placement.firstRow + positionOf(settings, render->currentRow, scale);
+  const ReliefPlacement placement = reliefPlacement(session, scale);
+  const int64_t v = placement.firstRow +
+                    positionOf(settings, render->preview.place.top + render->currentRow, scale);
   const TexelTaps taps = texelTaps(v, settings->textureHeight);
   const auto rowPart = static_cast<int32_t>(v & (kTexelUnits - 1));
   if (render->reliefIsFast != 0 && absolute(depth) <= kLargestFastDepth) {

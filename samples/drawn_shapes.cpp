@@ -157,6 +157,27 @@ QImage drawLetterMask(int width, int height) {
   return image;
 }
 
+QImage drawSlantedMask(int times) {
+  constexpr double kThickness = 11;  // of letters that are 100 high
+  QPainterPath letters = penStroke(letterM(), kThickness);
+  letters.addPath(penStroke(letterO(), kThickness).translated(134, 0));
+  letters.addPath(penStroke(letterR(), kThickness).translated(270, 0));
+  QPainterPath line(QPointF(0, 0));
+  line.lineTo(40, 100);
+  line.lineTo(80, 0);
+  letters.addPath(penStroke(line, kThickness).translated(362, 0));
+  QImage mask(240 * times, 90 * times, QImage::Format_Grayscale8);
+  mask.fill(Qt::black);
+  QPainter painter(&mask);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(0.46 * times, 0.46 * times);
+  painter.translate(58, 48);
+  painter.shear(-0.32, 0);
+  letters.setFillRule(Qt::WindingFill);
+  painter.fillPath(letters, Qt::white);
+  return mask;
+}
+
 QImage drawEmblem(int side) {
   const QPointF middle(side / 2.0, side / 2.0);
   const double unit = side / 200.0;

@@ -15,6 +15,16 @@ constexpr int kHeight = 800;
 constexpr int kEmblemSide = 640;
 constexpr int kJpegQuality = 95;
 
+// An even ground, as large as the slanted letters.
+constexpr int kGroundWidth = 240;
+constexpr int kGroundHeight = 90;
+
+QImage paintGround(int width, int height) {
+  QImage ground(width, height, QImage::Format_RGB888);
+  ground.fill(QColor(70, 90, 130));
+  return ground;
+}
+
 bool savePicture(const QImage& image, const QDir& folder, const char* name) {
   const QString path = folder.filePath(QString::fromLatin1(name));
   if (image.save(path, nullptr, path.endsWith(".jpg") ? kJpegQuality : -1)) return true;
@@ -37,6 +47,9 @@ int main(int count, char** arguments) {
   const bool done = savePicture(paintBoards(kWidth, kHeight), folder, "boards.jpg") &&
                     savePicture(paintSlate(kWidth, kHeight), folder, "slate.png") &&
                     savePicture(drawLetterMask(kWidth, kHeight), folder, "letters.png") &&
+                    savePicture(drawSlantedMask(1), folder, "slanted.png") &&
+                    savePicture(drawSlantedMask(4), folder, "slanted-4.png") &&
+                    savePicture(paintGround(kGroundWidth, kGroundHeight), folder, "ground.png") &&
                     savePicture(drawEmblem(kEmblemSide), folder, "emblem.png") &&
                     savePicture(paintSkyEnvironment(), folder, "sky.bmp") &&
                     savePicture(paintCopperEnvironment(), folder, "copper.bmp") &&

@@ -14,4 +14,9 @@ mkdir -p "$pictures"
 "$1/morvalis" gallery "$out/samples/boards.jpg" --mask "$out/samples/letters.png" \
   --presets "$(dirname "${BASH_SOURCE[0]}")/../presets" --seed 1 --quiet -o "$out/presets.png"
 "$sheet" "$pictures/presets.jpg" 1 1000 "$out/presets.png"
-echo "Made before.jpg, after.jpg, gallery.jpg and presets.jpg in $pictures"
+slanted=()
+for look in chrome silver clear-glass; do
+  slanted+=("$out/slanted-$look.png" "$out/slanted-$look-4.png")
+done
+"$sheet" "$pictures/supersample.jpg" 2 480 "${slanted[@]}"
+echo "Made before.jpg, after.jpg, gallery.jpg, presets.jpg and supersample.jpg in $pictures"

@@ -57,6 +57,13 @@ render steel "a steel emblem, selected by its own transparency" emblem.png \
   --environment "$out/samples/studio.bmp" --set radius=15 --set textureChoice=none \
   --set reflection=70 --set gloss=70 --set glare=40
 
+for look in chrome silver clear-glass; do
+  render "slanted-$look" "thin slanted letters" ground.png \
+    --mask "$out/samples/slanted.png" --preset "$look" --set radius=8
+  render "slanted-$look-4" "the same, rendered four times as large" ground.png \
+    --mask "$out/samples/slanted-4.png" --supersample 4 --preset "$look" --set radius=8
+done
+
 echo
 echo "Rendered (the pictures they were made from are in $out/samples):"
 printf '%s\n' "${list[@]}"

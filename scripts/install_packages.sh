@@ -9,7 +9,7 @@ declare -A packages=(
            libvips-dev libfontconfig-dev libisal-dev zlib1g-dev pkgconf
            libimage-exiftool-perl libvips-tools parallel fonts-liberation libcli11-dev libgtest-dev desktop-file-utils
            xvfb xdotool"
-  [bench]="libbenchmark-dev"
+  [bench]="libgtest-dev libvips-tools time fonts-liberation"
   [format]="clang-format"
   [tidy]="clang-tidy"
   [fuzz]="cmake ninja-build clang libclang-rt-14-dev"

@@ -6,6 +6,7 @@
 #include "entry/session_record.h"
 #include "services/fixed_point.h"
 #include "shading/lanes/lane_constants.h"
+#include "shading/row_constants.h"
 #include "shading/shade_row.h"
 
 constexpr int32_t kRipMapStarts[kRipMapLevels] = {0, 64, 96, 112, 120, 124, 126};
@@ -39,6 +40,20 @@ static void buildProceduralWeights(ShadingTables* tables) {
   }
 }
 
+// What the row above the first one saw, where that is not the picture's first.
+static void lookAbove(SessionRecord* session) {
+  RenderState* render = &session->render;
+  int32_t* seen = lineBufferWords(render);
+  std::fill_n(seen, render->renderWidth, kReflectionStart);
+  const int32_t first = render->preview.place.rowsBefore;
+  if (first == 0) return;
+  const int16_t* upper = fieldRow(render, first - 1);
+  const int16_t* lower = fieldRow(render, first);
+  for (int32_t c = 0; c < render->renderWidth; ++c) {
+    seen[c] = environmentCoordinate(session->shading, lower[c] - upper[c]);
+  }
+}
+
 void prepareShading(SessionRecord* session) {
   const EffectSettings* settings = settingsOf(session);
   ShadingTables* tables = &session->shading;
@@ -49,6 +64,6 @@ void prepareShading(SessionRecord* session) {
   buildProceduralWeights(tables);
   prepareLanes(session);
   if (session->render.lineBuffer.address != nullptr) {
-    std::fill_n(lineBufferWords(&session->render), session->render.renderWidth, kReflectionStart);
+    lookAbove(session);
   }
 }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "entry/session_record.h"
+#include "shading/shade_row.h"
 
 constexpr int32_t kSteepestCaustic = 35;  // height beyond which caustics grow no sharper
 constexpr int32_t kCausticCentre = kCausticEntries / 2;
@@ -66,11 +67,20 @@ int32_t environmentCoordinate(const ShadingTables& tables, int32_t difference) {
   return std::clamp(coordinate, 0, kReflectionLimit) >> 4;
 }
 
+int32_t reflectionBefore(SessionRecord* session, int32_t row) {
+  RenderState* render = &session->render;
+  const int32_t first = render->preview.place.columnsBefore;
+  if (first == 0) return kReflectionStart;
+  const int16_t* cells = fieldRow(render, row);
+  return environmentCoordinate(session->shading, cells[first] - cells[first - 1]);
+}
+
 bool hostRows(const SessionRecord* session, HostRows* rows) {
   const FilterRecord* filter = session->filter;
   if (filter->inData == nullptr || filter->outData == nullptr) return false;
   const bool preview = isPreview(settingsOf(session));
-  const int64_t r = preview ? session->render.currentRow : 0;
+  const RenderState& render = session->render;
+  const int64_t r = preview ? render.currentRow - render.preview.place.rowsBefore : 0;
   rows->in = filter->inData + r * filter->inRowBytes;
   rows->out = filter->outData + r * filter->outRowBytes;
   rows->inStep = filter->inHiPlane - filter->inLoPlane + 1;
@@ -78,7 +88,8 @@ bool hostRows(const SessionRecord* session, HostRows* rows) {
   rows->grey = filter->planes < 3;
   // Hosts may cut either rectangle.
   rows->width = std::min({filter->outRect.right - filter->outRect.left,
-                          filter->inRect.right - filter->inRect.left, session->render.renderWidth});
+                          filter->inRect.right - filter->inRect.left,
+                          render.renderWidth - render.preview.place.columnsBefore});
   const int32_t needed = rows->grey ? 1 : 3;
   return rows->inStep >= needed && rows->outStep >= needed;
 }

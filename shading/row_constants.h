@@ -48,6 +48,9 @@ int32_t causticEntry(const RowConstants& row, Word32 slope);
 // Where on the environment, 0 to 63, a difference of neighbouring cells looks.
 int32_t environmentCoordinate(const ShadingTables& tables, int32_t difference);
 
+// What the pixel before the first one of a row has seen, across.
+int32_t reflectionBefore(SessionRecord* session, int32_t row);
+
 // The host's rows and how far apart their pixels are.
 struct HostRows {
   const uint8_t* in;

@@ -210,15 +210,18 @@ static void shadePlainRow(SessionRecord* session, const RowConstants& row, HostR
   RenderState* render = &session->render;
   const int32_t r = render->currentRow;
   const bool tarnished = settings->tarnish != 0;
-  const int32_t* tarnishRow = lineBufferWords(render) + render->tarnishRowStart;
-  int32_t* previousRow = lineBufferWords(render);
-  const int16_t* upper = fieldRow(render, r);
-  const int16_t* lower = fieldRow(render, r + 1);
+  const int32_t before = render->preview.place.columnsBefore;
+  const int32_t* tarnishRow = lineBufferWords(render) + render->tarnishRowStart + before;
+  int32_t* previousRow = lineBufferWords(render) + before;
+  const int16_t* upper = fieldRow(render, r) + before;
+  const int16_t* lower = fieldRow(render, r + 1) + before;
   const bool preview = isPreview(settings);
   const MaskRow mask = maskRow(session, r);
   const int32_t samples = host.grey ? 1 : 3;
 
-  int32_t beforeU = kReflectionStart;
+  const int32_t line = r + render->preview.place.top;
+  const int32_t firstColumn = before + render->preview.place.left;
+  int32_t beforeU = reflectionBefore(session, r);
   for (int32_t c = 0; c < host.width; ++c) {
     const CellBlock h = {upper[c], upper[c + 1], lower[c], lower[c + 1]};
     const RgbWord source = host.grey ? RgbWord{host.in[0], host.in[0], host.in[0]}
@@ -229,7 +232,7 @@ static void shadePlainRow(SessionRecord* session, const RowConstants& row, HostR
                  host.grey, host.out);
     if (preview) {
       for (int32_t i = 0; i < samples; ++i) {
-        host.out[i] = overCheckerboard(host.out[i], mask.value(c), r, c);
+        host.out[i] = overCheckerboard(host.out[i], mask.value(before + c), line, firstColumn + c);
       }
     }
     host.in += host.inStep;

@@ -10,12 +10,16 @@
 // The setting at which the effective radius reaches its limit, whatever a file says.
 constexpr int32_t kLargestRadiusSetting = (kLargestRadius + 50) / 2;
 
+int32_t fullRadius(int32_t setting) {
+  // Beyond 50 the slider moves at twice the pace, to 150 pixels at its end.
+  const int32_t radius = std::clamp(setting, 1, kLargestRadiusSetting);
+  return radius > 50 ? 2 * radius - 50 : radius;
+}
+
 void radiusConstants(SessionRecord* session) {
   const EffectSettings* settings = settingsOf(session);
   RenderState* render = &session->render;
-  // Beyond 50 the slider moves at twice the pace, to 150 pixels at its end.
-  int32_t radius = std::clamp(settings->radius, 1, kLargestRadiusSetting);
-  if (radius > 50) radius = 2 * radius - 50;
+  int32_t radius = fullRadius(settings->radius);
   if (isPreview(settings)) radius /= std::max(settings->previewScale, 1);
   render->effRadius = std::max(radius, 1);
   render->kernelStride = 2 * render->effRadius + 2;

@@ -17,6 +17,9 @@ constexpr int32_t kStampRight = 1;
 constexpr int32_t kStampUp = 2;
 constexpr int32_t kStampDown = 3;
 
+// Pixels at full size that a radius setting stands for, at least 1.
+int32_t fullRadius(int32_t setting);
+
 void radiusConstants(SessionRecord* session);
 void buildConeKernel(SessionRecord* session);
 

@@ -27,11 +27,16 @@ inline MaskRow maskRow(const SessionRecord* session, int32_t y) {
     row.fill = 0;
     return row;
   }
+  if (render.preview.maskCopy.inUse != 0) {
+    row.samples = render.preview.maskCopy.samples + int64_t{y} * render.renderWidth;
+    return row;
+  }
   const int32_t delivered = y - render.bandTop;
   const bool inBand = delivered >= 0 && delivered < filter->maskRect.bottom - filter->maskRect.top;
-  const bool wide = filter->maskRect.right - filter->maskRect.left >= render.renderWidth;
+  const int32_t columns = filter->maskRect.right - filter->maskRect.left + render.bandLeft;
+  const bool wide = render.bandLeft <= 0 && columns >= render.renderWidth;
   if (filter->haveMask != 0 && filter->maskData != nullptr && inBand && wide) {
-    row.samples = filter->maskData + int64_t{delivered} * filter->maskRowBytes;
+    row.samples = filter->maskData + int64_t{delivered} * filter->maskRowBytes - render.bandLeft;
   }
   return row;
 }

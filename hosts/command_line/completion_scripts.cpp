@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/picture_files/picture_format.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/name_matching.h"

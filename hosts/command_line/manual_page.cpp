@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/setting_text.h"
 
 constexpr char kPageDate[] = "2026-11-25";  // of the last change to what the page says
 constexpr size_t kLineColumns = 66;         // before hyphens are escaped

@@ -9,9 +9,9 @@ static void describeSettings(CLI::App* command, EffectOptions* effect) {
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   command->add_option("--environment", effect->environment, "the picture that is mirrored")
-      ->type_name("FILE.bmp");
+      ->type_name("FILE");
   command->add_option("--texture", effect->texture, "the picture that is pressed into the surface")
-      ->type_name("FILE.bmp");
+      ->type_name("FILE");
 }
 
 static void describeLimit(CLI::App* command, bool* limit) {
@@ -92,6 +92,14 @@ static void describeSaving(CLI::App* command, SavingOptions* saving) {
       ->type_name("EXT");
 }
 
+static void describeFrame(CLI::App* command, std::string* frame, const char* usual) {
+  command
+      ->add_option(
+          "--frame", *frame,
+          std::string("of an animation or of pages, take this one alone, from 1 on;\n") + usual)
+      ->type_name("N");
+}
+
 static void describeApply(CLI::App* apply, ApplyOptions* options) {
   apply
       ->add_option("IMAGE", options->images,
@@ -116,6 +124,13 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
                  "start from the settings and pictures of the last confirmed dialog")
       ->excludes(preset);
   describeSettings(apply, &options->effect);
+  apply
+      ->add_option("--supersample", options->supersample,
+                   "render 2 or 4 times as large and reduce: for a --mask that was drawn so many\n"
+                   "times larger than the picture, thin slanted type for one")
+      ->type_name("2|4");
+  describeFrame(apply, &options->frame,
+                "without it all, where the result's format holds them, or the first");
   describeLimit(apply, &options->effect.limit);
   describeColor(apply, &options->color);
   describeSaving(apply, &options->saving);
@@ -129,7 +144,7 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
       "  morvalis apply badge.png -o badge-lit.png\n"
       "  morvalis apply photo.jpg --mask heart.png --set shape=round --set radius=30 -o heart.jpg\n"
       "  morvalis apply logo.png --set light1Dir=-0.6,0.4,0.7 --set blendMode=screen -o lit.webp\n"
-      "  morvalis apply logo.png --environment sky.bmp --set reflection=80 -o chrome.png\n"
+      "  morvalis apply logo.png --environment sky.jpg --set reflection=80 -o chrome.png\n"
       "  morvalis apply logo.png --preset gold --set radius=20 -o gold.png\n"
       "  morvalis apply -j 2 icons/*.png --preset gold --set radius=8 -o 'out/{name}-gold.png'\n"
       "  convert in.svg png:- | morvalis apply - --preset gold -o - > out.png\n"
@@ -151,6 +166,7 @@ static void describeEdit(CLI::App* edit, EditOptions* options) {
       ->type_name("FILE.q9q");
   describePictures(edit, &options->effect.pictures, "the preset");
   describeSettings(edit, &options->effect);
+  describeFrame(edit, &options->frame, "the first if not said");
   describeLimit(edit, &options->effect.limit);
   describeColor(edit, &options->color);
   describeSeed(edit, &options->seed);
@@ -186,13 +202,18 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
                    "a settings file to start from, instead of the defaults")
       ->type_name("FILE.q9q");
   describeSettings(save, &options->presetSave.effect);
+  save->add_flag("--with-pictures", options->presetSave.withPictures,
+                 "copy the pictures that it names into a folder beside it");
   describeLimit(save, &options->presetSave.effect.limit);
   save->footer(
       "The file names its pictures without their folder: keep them in a folder\n"
-      "\"environments and textures\" beside it.\n\n"
+      "\"environments and textures\" beside it. Of a picture that is no Windows bitmap a copy "
+      "that\n"
+      "is one goes there.\n\n"
       "Examples:\n"
       "  morvalis preset save chrome.q9q --set reflection=90 --environment sky.bmp\n"
-      "  morvalis preset save small.q9q --preset chrome.q9q --set radius=6\n");
+      "  morvalis preset save small.q9q --preset chrome.q9q --set radius=6\n"
+      "  morvalis preset save for-a-friend.q9q --preset chrome.q9q --with-pictures\n");
 }
 
 static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
@@ -216,6 +237,7 @@ static void describeGallery(CLI::App* gallery, GalleryOptions* options) {
   describeLimit(gallery, &options->limit);
   describeColor(gallery, &options->color);
   describeMask(gallery, &options->mask);
+  describeFrame(gallery, &options->frame, "the first if not said");
   describeRun(gallery, &options->seed, &options->jobs, &options->quiet);
   gallery->footer(
       "Examples:\n"

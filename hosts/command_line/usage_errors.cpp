@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "hosts/command_line/command_outline.h"
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/name_matching.h"
 

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "hosts/commands/apply_to_frames.h"
 #include "hosts/commands/output_names.h"
 #include "hosts/commands/run_notes.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
+#include "hosts/effect_runs/enlarged_run.h"
 #include "hosts/effect_runs/selection.h"
-#include "hosts/effect_runs/setting_text.h"
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/picture_files/picture_save.h"
 #include "hosts/picture_files/picture_warnings.h"
@@ -19,9 +21,12 @@
 #include "hosts/process/interrupt.h"
 #include "hosts/process/progress_bar.h"
 
-static Picture loadShowing(const std::string& image, bool quiet) {
+// The picture with this number, from 1 on, and the file's contents, for those that follow.
+static Picture loadShowing(const std::string& image, bool quiet, int32_t number,
+                           FileBytes* contents) {
   const StepProgress reading(quiet, "reading");
-  return loadPicture(image);
+  *contents = readWholeFile(image, "a picture");
+  return decodePicture(*contents, image, number);
 }
 
 static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
@@ -29,15 +34,22 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
   const PictureFormat& format = chosenFormat(options.saving, output);
   const SavingChoice saving = parseSaving(options.saving);
   const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
+  const int32_t frame = parseFrame(options.frame);
   RunNotes notes = {options.verbose};
-  Picture picture = loadShowing(image, quiet);
+  FileBytes contents;
+  Picture picture = loadShowing(image, quiet, std::max(1, frame), &contents);
   noteLoaded(picture, image, &notes);
+  const bool all = frame == 0 && formatHoldsAll(format, picture);
+  const int32_t count = picture.pictureCount;
+  if (all || frame != 0) picture.pictureCount = 1;  // none is left out against the user's will
   if (options.color) makeColorful(&picture);
   setDepth(saving.depth, &picture);
   checkFormatHolds(format, picture, output);
-  Selection selection = loadSelection(options.mask, picture, image);
   if (!options.quiet) warnOfLoss(picture, format, saving.choices.strip, image);
   if (!options.quiet) warnOfLostColors(plan.settings, plan.found, picture, image);
+  if (all) return applyToFrames(plan, options, {contents, count, image, output}, quiet);
+  contents = {};
+  Selection selection = loadSelection(options.mask, picture, image);
   warnOfEmptiness(selection);
   noteSelection(selection.mask, options.mask.mask, &notes);
   stopIfInterrupted();
@@ -52,11 +64,17 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
   noteSaved(output, kept, dropped, &notes);
 }
 
+static EffectPlan planFor(const ApplyOptions& options, const ChosenEffect& effect, uint32_t seed) {
+  EffectPlan plan = planEffect(options.effect, effect, seed);
+  enlargePlan(options.mask.enlarged, &plan);
+  return plan;
+}
+
 // What fails for all of them fails once, before any is begun.
 static void applyToPictures(const ApplyOptions& options, const ChosenEffect& effect, uint32_t seed,
                             const std::vector<std::string>& outputs, int jobs) {
   runInChild([&] {
-    planEffect(options.effect, effect, seed);
+    planFor(options, effect, seed);
     return kExitDone;
   });
   ChildWork work;
@@ -65,7 +83,7 @@ static void applyToPictures(const ApplyOptions& options, const ChosenEffect& eff
   work.quiet = options.quiet;
   work.command = [&](size_t i) {
     checkWritable(outputs[i]);
-    const EffectPlan plan = planEffect(options.effect, effect, seed);
+    const EffectPlan plan = planFor(options, effect, seed);
     applyToPicture(plan, options, options.images[i], outputs[i]);
     return kExitDone;
   };
@@ -91,12 +109,15 @@ static bool usesSeed(const EffectSettings& settings) {
          settings.textureChoice != kTextureChoiceFile;
 }
 
-int runApplyCommand(const ApplyOptions& options) {
+int runApplyCommand(const ApplyOptions& given) {
+  ApplyOptions options = given;
+  options.mask.enlarged = parseSupersample(options.supersample);
   const uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
   checkImages(options.images);
   const std::vector<std::string> outputs = outputNames(options.images, options.output);
   parseSaving(options.saving);
+  parseFrame(options.frame);
   checkMaskOptions(options.mask);
   for (const std::string& output : outputs) chosenFormat(options.saving, output);
   watchForInterrupts();
@@ -105,7 +126,7 @@ int runApplyCommand(const ApplyOptions& options) {
   const ChosenEffect effect = chooseEffect(options.effect);
   warnOfDarkLights(effect.settings);
   if (single) {
-    const EffectPlan plan = planEffect(options.effect, effect, seed);
+    const EffectPlan plan = planFor(options, effect, seed);
     applyToPicture(plan, options, options.images[0], outputs[0]);
   } else {
     applyToPictures(options, effect, seed, outputs, jobs);

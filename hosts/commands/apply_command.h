@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "hosts/commands/saving_options.h"
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
 
 struct ApplyOptions {
@@ -15,7 +15,9 @@ struct ApplyOptions {
   MaskOptions mask;
   EffectOptions effect;
   SavingOptions saving;
-  std::string seed;  // empty: the clock's
+  std::string supersample;  // empty: as large as the picture
+  std::string frame;        // of several pictures in one file; empty: all, or the first
+  std::string seed;         // empty: the clock's
   std::string jobs = "1";
   bool color = false;  // a grey picture becomes one of colours
   bool quiet = false;

@@ -1,14 +1,15 @@
 #include "hosts/commands/gallery_command.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
 #include "hosts/commands/contact_sheet.h"
+#include "hosts/effect_choices/preset_lookup.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/effect_runs/color_use.h"
 #include "hosts/effect_runs/effect_run.h"
-#include "hosts/effect_runs/preset_lookup.h"
 #include "hosts/effect_runs/selection.h"
-#include "hosts/effect_runs/setting_text.h"
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/picture_files/picture_save.h"
 #include "hosts/process/child_processes.h"
@@ -30,6 +31,10 @@ static std::vector<std::string> presetFiles(const std::string& folder) {
   return files;
 }
 
+static Picture loadImage(const GalleryOptions& options) {
+  return loadPicture(options.image, std::max(1, parseFrame(options.frame)));
+}
+
 // Leaves the picture under one preset in the file, small enough for the sheet.
 static void renderCell(const GalleryOptions& options, uint32_t seed, const std::string& preset,
                        const std::string& file) {
@@ -39,7 +44,7 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
   effect.assignments = options.assignments;
   effect.limit = options.limit;
   const EffectPlan plan = planEffect(effect, chooseEffect(effect), seed);
-  Picture picture = loadPicture(options.image);
+  Picture picture = loadImage(options);
   if (options.color) makeColorful(&picture);
   Selection selection = loadSelection(options.mask, picture, options.image);
   renderEffect(plan, &picture, std::move(selection), /*quiet=*/true, preset);
@@ -52,7 +57,7 @@ static void renderCell(const GalleryOptions& options, uint32_t seed, const std::
 static void checkPicture(const GalleryOptions& options) {
   if (options.image == kStandardStream) readWholeFile(options.image, "a picture");
   runInChild([&options] {
-    const Picture picture = loadPicture(options.image);
+    const Picture picture = loadImage(options);
     warnOfEmptiness(loadSelection(options.mask, picture, options.image));
     if (picture.colors.planes == 1 && !options.color && !options.quiet) {
       reportWarning(options.image +
@@ -91,6 +96,7 @@ static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_
 int runGalleryCommand(const GalleryOptions& options) {
   const uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
+  parseFrame(options.frame);
   checkMaskOptions(options.mask);
   for (const std::string& text : options.assignments) parseAssignment(text);
   const PictureFormat& format = pictureFormatOf(options.output);

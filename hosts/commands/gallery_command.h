@@ -14,6 +14,7 @@ struct GalleryOptions {
   std::vector<std::string> assignments;
   std::string pictures;  // folder of the presets' pictures; empty: the usual one
   std::string output;
+  std::string frame;   // of several pictures in one file; empty: the first
   bool limit = false;  // values beyond their ranges are limited
   bool color = false;  // a grey picture becomes one of colours
   std::string seed;    // empty: the clock's

@@ -5,11 +5,12 @@
 #include <cstring>
 
 #include "hosts/commands/json_text.h"
+#include "hosts/effect_choices/other_bitmaps.h"
+#include "hosts/effect_choices/picture_lookup.h"
+#include "hosts/effect_choices/preset_file.h"
+#include "hosts/effect_choices/preset_lookup.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/effect_runs/color_use.h"
-#include "hosts/effect_runs/picture_lookup.h"
-#include "hosts/effect_runs/preset_file.h"
-#include "hosts/effect_runs/preset_lookup.h"
-#include "hosts/effect_runs/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
@@ -153,20 +154,48 @@ static std::string nameOfPicture(const std::string& file) {
   return stored;
 }
 
+static std::string nameBesidePreset(const std::string& picture, const std::string& preset) {
+  char stored[kPathBytes];
+  windowsNameFromPath(lastName(placeBesidePreset(picture, preset)).c_str(), stored, kPathBytes);
+  return stored;
+}
+
+static void tellOfCopy(const std::string& picture, const std::string& name,
+                       const std::string& preset) {
+  reportWarning(preset + ": stands for " + picture + " with a copy beside it, \"" +
+                lastName(usualPictureFolder(preset)) + "/" + nameInUtf8(name.c_str()) + "\"");
+}
+
 int runPresetSave(const PresetSaveOptions& options) {
+  const std::string& output = options.output;
+  const bool intoFile = output != kStandardStream;
+  if (options.withPictures && !intoFile) {
+    failOnUsage("--with-pictures needs a file that they can stand beside, instead of -");
+  }
   const ChosenEffect effect = chooseEffect(options.effect);
   warnOfDarkLights(effect.settings);
+  FoundPictures found;
+  if (options.withPictures) found = findPictures(options.effect, effect);
+  watchForInterrupts();
+  checkWritable(output);
+  checkReplaceable(output);
   std::string names[kPictureNames];
   for (int32_t kind = 0; kind < kPictureNames; ++kind) {
     const ChosenPicture& picture = effect.pictures[kind];
-    names[kind] = picture.path.empty() ? picture.name : nameOfPicture(picture.path);
+    const std::string& path = picture.path.empty() ? found.pictures[kind].path : picture.path;
+    if (path.empty()) {
+      names[kind] = picture.name;
+    } else if (options.withPictures || (intoFile && !isWindowsBitmap(path))) {
+      findBitmap(path);
+      names[kind] = nameBesidePreset(path, output);
+      if (!options.withPictures) tellOfCopy(path, names[kind], output);
+    } else {
+      names[kind] = nameOfPicture(path);
+    }
   }
-  watchForInterrupts();
-  checkWritable(options.output);
-  writePreset(effect.settings, names, options.output);
-  if (options.output != kStandardStream && !options.output.ends_with(".q9q")) {
-    reportWarning(options.output +
-                  ": does not end in .q9q, so that `morvalis gallery` leaves it out");
+  writePreset(effect.settings, names, output);
+  if (intoFile && !output.ends_with(".q9q")) {
+    reportWarning(output + ": does not end in .q9q, so that `morvalis gallery` leaves it out");
   }
   return kExitDone;
 }

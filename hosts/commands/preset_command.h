@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 
 struct PresetShowOptions {
   std::string file;
@@ -14,6 +14,7 @@ struct PresetShowOptions {
 struct PresetSaveOptions {
   std::string output;
   EffectOptions effect;
+  bool withPictures = false;  // copies of them beside the file
 };
 
 // The presets that come with the program, one a line.

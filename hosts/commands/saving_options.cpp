@@ -1,26 +1,16 @@
 #include "hosts/commands/saving_options.h"
 
-#include <charconv>
-
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 
-static int parseNumber(const std::string& option, const std::string& text, int least, int most) {
-  if (text.empty()) return -1;
-  int number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (stop != end || error != std::errc() || number < least || number > most) {
-    failOnUsage(option + " " + text + ": takes a whole number, " + std::to_string(least) + " to " +
-                std::to_string(most));
-  }
-  return number;
+static int numberOrUsual(const std::string& option, const std::string& text, int least, int most) {
+  return text.empty() ? -1 : wholeNumberOf(option, text, least, most);
 }
 
 SavingChoice parseSaving(const SavingOptions& options) {
   SavingChoice choice;
-  choice.choices.quality = parseNumber("--quality", options.quality, 1, 100);
-  choice.choices.compression = parseNumber("--compression", options.compression, 0, 9);
+  choice.choices.quality = numberOrUsual("--quality", options.quality, 1, 100);
+  choice.choices.compression = numberOrUsual("--compression", options.compression, 0, 9);
   choice.choices.lossless = options.lossless;
   choice.choices.strip = options.strip;
   choice.choices.chroma = options.chroma;

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "hosts/commands/json_text.h"
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 
 constexpr size_t kLineColumns = 100;

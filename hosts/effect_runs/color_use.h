@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 #include "hosts/picture_files/picture.h"
 
 // A grey picture as one of colours, which are all the same in a pixel.

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <utility>
 
+#include "hosts/effect_runs/enlarged_run.h"
 #include "hosts/effect_runs/open_host.h"
 #include "hosts/effect_runs/render_result.h"
 #include "hosts/process/command_failure.h"
@@ -36,21 +37,35 @@ EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, 
   return plan;
 }
 
+void enlargePlan(int32_t times, EffectPlan* plan) {
+  plan->supersample = times;
+  enlargeSettings(times, &plan->settings);
+}
+
 void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection, bool quiet,
                   const std::string& file) {
+  const bool enlarged = plan.supersample > 1;
   ProgressBar bar = makeProgressBar(quiet);
   HostSwitches switches;
   switches.dirtyMemory = false;
   switches.keepsLog = false;
-  switches.inPlace = placeFor(*picture, selection);
+  switches.inPlace = enlarged ? InPlace::off : placeFor(*picture, selection);
   switches.abortTest = interrupted;
   switches.progress = [&bar](int32_t done, int32_t total) { drawProgress(&bar, done, total); };
-  const HostMask mask = picture->deep.colors.empty() ? HostMask() : selection.mask;
-  const OpenHost host(switches, std::move(picture->colors), std::move(selection.mask));
+  const bool mixedHere = enlarged || !picture->deep.colors.empty();
+  const HostMask mask = mixedHere ? selection.mask : HostMask();
+  const OpenHost host(
+      switches,
+      enlarged ? enlargedPicture(picture->colors, plan.supersample) : std::move(picture->colors),
+      std::move(selection.mask));
   checkResult(callSelector(kSelectorPrepare), file);
   copySettings(plan.settings, moduleSettings(file));
   const int16_t result = renderFilter();
   clearProgress(&bar);
   checkResult(result, file);
-  takeResult(mask, selection.byOwnAlpha, picture);
+  if (enlarged) {
+    mixEnlarged(filteredPicture(), mask, plan.supersample, picture);
+  } else {
+    takeResult(mask, selection.byOwnAlpha, picture);
+  }
 }

@@ -5,10 +5,6 @@ InPlace placeFor(const Picture& picture, const Selection& selection) {
   return selection.byOwnAlpha ? InPlace::whole : InPlace::mixed;
 }
 
-static uint8_t shallow(uint16_t sample) {
-  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
-}
-
 void mixResult(const Selection& selection, Picture* picture) {
   if (!picture->deep.colors.empty()) {
     return takeResult(selection.mask, selection.byOwnAlpha, picture);

@@ -1,7 +1,6 @@
 #include "hosts/effect_runs/selection.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "hosts/effect_runs/mask_softening.h"
 #include "hosts/picture_files/formats_library.h"
@@ -97,8 +96,14 @@ static HostMask fitted(const HostMask& mask, const Picture& from, const Picture&
 static Selection selectionByFile(const MaskOptions& options, const std::string& mask,
                                  const Picture& picture, const std::string& file) {
   const Picture source = loadPicture(mask);
-  const bool sameSize =
-      source.colors.width == picture.colors.width && source.colors.height == picture.colors.height;
+  const int32_t times = options.enlarged;
+  const bool sameSize = source.colors.width == picture.colors.width * times &&
+                        source.colors.height == picture.colors.height * times;
+  if (!sameSize && times > 1) {
+    failOnFile(mask, "is " + sidesOf(source) + " pixels; for --supersample " +
+                         std::to_string(times) + " it has to be " + std::to_string(times) +
+                         " times as large as " + file + ", which is " + sidesOf(picture));
+  }
   if (!sameSize && !options.fit) {
     failOnFile(mask, "is " + sidesOf(source) + " pixels, but " + file + " is " + sidesOf(picture) +
                          "; --mask-fit scales it");
@@ -129,29 +134,28 @@ Selection loadSelection(const MaskOptions& options, const Picture& picture,
   }
   const int feather = options.feather.empty() ? 0 : std::stoi(options.feather);
   if (feather > 0 && !selection.mask.empty()) {
-    softenMask(picture.colors.width, picture.colors.height, feather, &selection.mask);
+    const int32_t times = options.enlarged;
+    softenMask(picture.colors.width * times, picture.colors.height * times, feather * times,
+               &selection.mask);
     selection.byOwnAlpha = false;
   }
   return selection;
 }
 
-static int wholeNumber(const std::string& option, const std::string& text, int most) {
-  int number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (stop != end || error != std::errc() || number < 1 || number > most) {
-    failOnUsage(option + " " + text + ": takes a whole number, 1 to " + std::to_string(most));
-  }
-  return number;
-}
-
 void checkMaskOptions(const MaskOptions& options) {
-  if (!options.feather.empty()) wholeNumber("--mask-feather", options.feather, kLargestFeather);
-  if (!options.channel.empty()) wholeNumber("--mask-channel", options.channel, 4);
+  if (!options.feather.empty())
+    wholeNumberOf("--mask-feather", options.feather, 1, kLargestFeather);
+  if (!options.channel.empty()) wholeNumberOf("--mask-channel", options.channel, 1, 4);
   const bool ofFile =
       !options.mask.empty() && options.mask != kMaskByAlpha && options.mask != kMaskOfEverything;
   if (!ofFile && (options.fit || !options.channel.empty())) {
     failOnUsage("--mask-fit and --mask-channel are about a mask's file; add --mask FILE");
+  }
+  if (options.enlarged > 1 && (!ofFile || options.fit)) {
+    failOnUsage(
+        "--supersample takes a mask that was drawn as many times larger than the picture: "
+        "add --mask FILE" +
+        std::string(options.fit ? ", without --mask-fit" : ""));
   }
 }
 

@@ -18,11 +18,12 @@ struct Selection {
 
 // What the user says of the selection.
 struct MaskOptions {
-  std::string mask;     // a file, one of the two words above; empty: by alpha when there is one
-  bool invert = false;  // what is selected and what is not change places
-  bool fit = false;     // a mask of another size is made as large as the picture
-  std::string feather;  // pixels over which its edge is softened; empty: none
-  std::string channel;  // of the mask's file, from 1; empty: its brightness
+  std::string mask;      // a file, one of the two words above; empty: by alpha when there is one
+  bool invert = false;   // what is selected and what is not change places
+  bool fit = false;      // a mask of another size is made as large as the picture
+  std::string feather;   // pixels over which its edge is softened; empty: none
+  int32_t enlarged = 1;  // how many times the picture's size its file has
+  std::string channel;   // of the mask's file, from 1; empty: its brightness
 };
 
 // Ends the command when a number is not what an option takes.

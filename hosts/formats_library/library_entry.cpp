@@ -53,8 +53,8 @@ std::string takeReason() {
 }
 
 extern "C" __attribute__((visibility("default"))) const FormatsLibrary* morvalisFormats() {
-  static const FormatsLibrary library = {loadFormat, saveFormat, tellProgress, resizePicture,
-                                         drawText};
+  static const FormatsLibrary library = {loadFormat,   saveFormat,    convertAll,
+                                         tellProgress, resizePicture, drawText};
   static const bool started = start();
   return started ? &library : nullptr;
 }

@@ -37,7 +37,7 @@ static bool beginsAsPicture(BytesView file) {
                              [file](std::string_view mark) { return beginsWith(file, mark); });
 }
 
-static std::string failure(bool (*stop)()) {
+std::string loadFailure(bool (*stop)()) {
   const std::string reason = takeReason();
   if (stop()) return kStopped;
   // Neither is the file's fault.
@@ -113,10 +113,6 @@ static bool convertSamples(VipsRef* held) {
 static uint8_t shallow(uint8_t sample) {
   return sample;
 }
-static uint8_t shallow(uint16_t sample) {
-  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
-}
-
 template <typename Sample>
 static void takePlanes(const Sample* from, size_t pixels, int bands, Picture* picture) {
   const int planes = picture->colors.planes;
@@ -161,7 +157,7 @@ static bool takePixels(VipsImage* image, Picture* picture) {
 
 // --- The file -------------------------------------------------------------------------------
 
-static VipsImage* openImage(BytesView file, std::string* loader) {
+VipsImage* openPages(BytesView file, int first, int count, std::string* loader) {
   if (isHeif(file)) loadPlugIn("vips-heif.so");
   VipsSource* source = vips_source_new_from_memory(file.data, file.size);
   if (source == nullptr) return nullptr;
@@ -169,8 +165,12 @@ static VipsImage* openImage(BytesView file, std::string* loader) {
   VipsImage* image = nullptr;
   if (found != nullptr) {
     *loader = found;
-    image = vips_image_new_from_source(source, "", "access", VIPS_ACCESS_SEQUENTIAL, "fail_on",
-                                       VIPS_FAIL_ON_ERROR, nullptr);
+    // Only loaders of files with several pictures know these words.
+    const std::string pages = first == 0 && count == 1 ? ""
+                                                       : "[page=" + std::to_string(first) +
+                                                             ",n=" + std::to_string(count) + "]";
+    image = vips_image_new_from_source(source, pages.c_str(), "access", VIPS_ACCESS_SEQUENTIAL,
+                                       "fail_on", VIPS_FAIL_ON_ERROR, nullptr);
   }
   g_object_unref(source);
   return image;
@@ -194,33 +194,52 @@ static int orientationOf(VipsImage* image, const PictureMetadata& metadata) {
   return said > 1 ? said : exifOrientation(metadata.exif);
 }
 
-std::string loadFormat(BytesView file, std::string (*refuse)(int64_t, int64_t), bool (*stop)(),
+// Pages can be rendered one like the other when the library takes them as one picture.
+static Sequence sequenceOf(BytesView file, VipsImage* image, const std::string& loader) {
+  if (vips_image_get_n_pages(image) <= 1) return Sequence::none;
+  if (vips_image_get_typeof(image, kFrameTimes) != 0) return Sequence::animation;
+  if (loader.find("Tiff") == std::string::npos) return Sequence::none;
+  std::string same;
+  const VipsRef all(openPages(file, 0, -1, &same));
+  vips_error_clear();
+  return all.image == nullptr ? Sequence::unlike : Sequence::pages;
+}
+
+bool takePicture(VipsRef* held, BytesView file, Picture* picture) {
+  PictureMetadata& metadata = picture->metadata;
+  const bool png =
+      beginsWith(file, "\x89PNG");  // whose words have been read already, better than here
+  if (!png) takeMetadata(held->image, file, false, &metadata);
+  const int orientation = orientationOf(held->image, metadata);
+  picture->sidesSwapped = orientation >= 5;
+  if (picture->sidesSwapped) std::swap(metadata.dotsPerMeterX, metadata.dotsPerMeterY);
+  if (!convertColors(held, picture) || !convertSamples(held) || !turn(held, orientation) ||
+      !takePixels(held->image, picture)) {
+    return false;
+  }
+  if (!picture->converted.empty()) metadata.profile.clear();
+  return true;
+}
+
+std::string loadFormat(BytesView file, int32_t number, RefuseSides refuse, bool (*stop)(),
                        Picture* picture) {
   if (namesTooMuch(file)) return "is damaged: its directory names more than the file holds";
   const QuietErrors quiet;
   std::string loader;
-  VipsRef held(openImage(file, &loader));
+  VipsRef held(openPages(file, 0, 1, &loader));
   if (loader.empty()) {
     vips_error_clear();
     return beginsAsPicture(file) ? "is damaged or cut off" : kNotAPicture;
   }
-  if (held.image == nullptr) return failure(stop);
+  if (held.image == nullptr) return loadFailure(stop);
+  if (gifIsCutOff(file)) return "is damaged or cut off";
+  picture->pictureCount = std::max(1, vips_image_get_n_pages(held.image));
+  if (number > picture->pictureCount) return "";  // told by who asked
+  picture->sequence = sequenceOf(file, held.image, loader);
+  if (number > 1) held.replace(openPages(file, number - 1, 1, &loader));
+  if (held.image == nullptr) return loadFailure(stop);
   const std::string refused = refuse(held.image->Xsize, held.image->Ysize);
   if (!refused.empty()) return refused;
-  picture->pictureCount = std::max(1, vips_image_get_n_pages(held.image));
   watchStop(held.image, stop);
-
-  PictureMetadata& metadata = picture->metadata;
-  const bool png =
-      beginsWith(file, "\x89PNG");  // whose words have been read already, better than here
-  if (!png) takeMetadata(held.image, file, false, &metadata);
-  const int orientation = orientationOf(held.image, metadata);
-  picture->sidesSwapped = orientation >= 5;
-  if (picture->sidesSwapped) std::swap(metadata.dotsPerMeterX, metadata.dotsPerMeterY);
-  if (!convertColors(&held, picture) || !convertSamples(&held) || !turn(&held, orientation) ||
-      !takePixels(held.image, picture)) {
-    return failure(stop);
-  }
-  if (!picture->converted.empty()) metadata.profile.clear();
-  return "";
+  return takePicture(&held, file, picture) ? "" : loadFailure(stop);
 }

@@ -6,18 +6,12 @@ constexpr int kJpegQuality = 95;
 constexpr int kFineChroma = 90;  // from this quality on colours are as sharp as brightness
 constexpr int kHeifQuality = 80;
 
-// The planes beside each other, as the picture library wants them.
-template <typename Sample>
-static std::vector<Sample> interleaved(const std::vector<Sample>& colors,
-                                       const std::vector<Sample>& alpha, int32_t planes) {
-  std::vector<Sample> pixels;
-  pixels.reserve(colors.size() + alpha.size());
-  for (size_t i = 0; i < alpha.size(); ++i) {
-    const auto color = colors.begin() + static_cast<ptrdiff_t>(i) * planes;
-    pixels.insert(pixels.end(), color, color + planes);
-    pixels.push_back(alpha[i]);
+VipsInterpretation colorsOf(const Picture& picture) {
+  const bool deep = !picture.deep.colors.empty();
+  if (picture.colors.planes == 1) {
+    return deep ? VIPS_INTERPRETATION_GREY16 : VIPS_INTERPRETATION_B_W;
   }
-  return pixels;
+  return deep ? VIPS_INTERPRETATION_RGB16 : VIPS_INTERPRETATION_sRGB;
 }
 
 // `room` holds the pixels where they cannot stay where they are.
@@ -46,15 +40,11 @@ static VipsImage* imageOf(const Picture& picture, PixelRoom* room) {
                                                  deep ? VIPS_FORMAT_USHORT : VIPS_FORMAT_UCHAR);
   if (memory == nullptr) return nullptr;
   const PictureMetadata& metadata = picture.metadata;
-  const bool grey = colors.planes == 1;
-  const VipsInterpretation kind =
-      grey ? (deep ? VIPS_INTERPRETATION_GREY16 : VIPS_INTERPRETATION_B_W)
-           : (deep ? VIPS_INTERPRETATION_RGB16 : VIPS_INTERPRETATION_sRGB);
   VipsImage* image = nullptr;
   // 72 to the inch where nothing is said, as most programs take it.
   const double x = metadata.dotsPerMeterX > 0 ? metadata.dotsPerMeterX / 1000 : 72 / 25.4;
   const double y = metadata.dotsPerMeterY > 0 ? metadata.dotsPerMeterY / 1000 : 72 / 25.4;
-  vips_copy(memory, &image, "interpretation", kind, "xres", x, "yres", y, nullptr);
+  vips_copy(memory, &image, "interpretation", colorsOf(picture), "xres", x, "yres", y, nullptr);
   g_object_unref(memory);
   return image;
 }
@@ -108,6 +98,8 @@ static int save(VipsImage* image, FormatKind kind, const SaveChoices& choices, v
       return saveWebp(image, choices, data, bytes);
     case FormatKind::tiff:
       return saveTiff(image, data, bytes);
+    case FormatKind::gif:
+      return vips_gifsave_buffer(image, data, bytes, nullptr);
     case FormatKind::jxl:
       return saveJxl(image, choices, data, bytes);
     default:
@@ -115,21 +107,29 @@ static int save(VipsImage* image, FormatKind kind, const SaveChoices& choices, v
   }
 }
 
-std::string saveFormat(const Picture& picture, const PictureFormat& format,
-                       const SaveChoices& choices, bool (*stop)(), FileBytes* file) {
-  PixelRoom room;
-  const VipsRef held(imageOf(picture, &room));
-  if (held.image == nullptr) return takeReason();
-  watchStop(held.image, stop);
-  if (format.kind != FormatKind::jpeg) giveMetadata(picture.metadata, held.image);
+std::string encodeImage(VipsImage* image, const PictureFormat& format, const SaveChoices& choices,
+                        bool (*stop)(), FileBytes* file) {
+  watchStop(image, stop);
   void* data = nullptr;
   size_t bytes = 0;
-  if (save(held.image, format.kind, choices, &data, &bytes) != 0) {
+  if (save(image, format.kind, choices, &data, &bytes) != 0) {
     return stop() ? kStopped : takeReason();
   }
   const auto* start = static_cast<const uint8_t*>(data);
   file->assign(start, start + bytes);
   g_free(data);
-  if (format.kind == FormatKind::jpeg) *file = jpegWithMetadata(*file, picture.metadata);
   return "";
+}
+
+std::string saveFormat(const Picture& picture, const PictureFormat& format,
+                       const SaveChoices& choices, bool (*stop)(), FileBytes* file) {
+  PixelRoom room;
+  const VipsRef held(imageOf(picture, &room));
+  if (held.image == nullptr) return takeReason();
+  if (format.kind != FormatKind::jpeg) giveMetadata(picture.metadata, held.image);
+  const std::string reason = encodeImage(held.image, format, choices, stop, file);
+  if (reason.empty() && format.kind == FormatKind::jpeg) {
+    *file = jpegWithMetadata(*file, picture.metadata);
+  }
+  return reason;
 }

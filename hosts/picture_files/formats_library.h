@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "hosts/picture_files/picture.h"
@@ -22,13 +23,24 @@ struct DrawnText {
 constexpr char kStopped[] = "stopped";
 constexpr char kNotAPicture[] = "is not a picture that can be read here";
 
+// `refuse` sees the sides before anything is decoded, and gives the reason against them or "".
+using RefuseSides = std::string (*)(int64_t width, int64_t height);
+
+// What it throws comes out of who called it.
+using ChangePicture = std::function<void(int32_t number, Picture* picture)>;
+
 struct FormatsLibrary {
-  // The first picture of a file, upright, with all that is said about it. `refuse` sees the sides
-  // before anything is decoded, and gives the reason against them or "".
-  std::string (*load)(BytesView file, std::string (*refuse)(int64_t width, int64_t height),
-                      bool (*stop)(), Picture* picture);
+  // One picture of a file, counted from 1, upright, with all that is said about it; none when there
+  // are not so many, as its count then tells.
+  std::string (*load)(BytesView file, int32_t number, RefuseSides refuse, bool (*stop)(),
+                      Picture* picture);
   std::string (*save)(const Picture& picture, const PictureFormat& format,
                       const SaveChoices& choices, bool (*stop)(), FileBytes* file);
+  // All pictures of a file, changed one after another, into one of a format that holds them, with
+  // their times. Only one is in memory at a time.
+  std::string (*convertAll)(BytesView file, const PictureFormat& format, const SaveChoices& choices,
+                            RefuseSides refuse, bool (*stop)(), const ChangePicture& change,
+                            FileBytes* result);
   // Where the work on files tells how far it is.
   void (*tellProgress)(void (*tell)(int32_t done, int32_t total));
   // Made smaller or larger; 1 or 3 planes.

@@ -37,10 +37,23 @@ struct PictureMetadata {
   std::vector<PngPart> pngColors;     // what a PNG file says of its colours besides a profile
 };
 
+// Of 16 bits the nearest of 8.
+inline uint8_t shallow(uint16_t sample) {
+  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
+}
+
 // The samples of a deep picture as its file has them; empty of one with 8 bits.
 struct DeepSamples {
   std::vector<uint16_t> colors;
   std::vector<uint16_t> alpha;
+};
+
+// What the pictures of one file are to each other.
+enum class Sequence {
+  none,       // there is one, or what they are is not known
+  animation,  // frames with their times
+  pages,
+  unlike,  // pages that differ in size or kind
 };
 
 struct Picture {
@@ -50,6 +63,7 @@ struct Picture {
   PictureMetadata metadata;
   bool sidesSwapped = false;  // turned by a quarter, as the file says
   int32_t sampleBits = 8;     // in the file
-  int32_t pictureCount = 1;   // in the file; the first is taken
-  std::string converted;      // the kind of colours that became RGB; empty: none
+  int32_t pictureCount = 1;   // in the file
+  Sequence sequence = Sequence::none;
+  std::string converted;  // the kind of colours that became RGB; empty: none
 };

@@ -10,24 +10,24 @@
 using enum FormatKind;
 
 constexpr PictureFormat kFormats[] = {
-    // extension, kind, alpha, colours, depth, profile, exif, xmp, iptc, resolution, texts
-    {"png", png, true, true, true, true, true, true, true, true, true},
-    {"jpg", jpeg, false, true, false, true, true, true, true, true, true},
-    {"jpeg", jpeg, false, true, false, true, true, true, true, true, true},
-    {"tif", tiff, true, true, true, true, false, true, true, true, false},
-    {"tiff", tiff, true, true, true, true, false, true, true, true, false},
-    {"webp", webp, true, true, false, true, true, true, false, false, false},
-    {"avif", avif, true, true, false, true, true, true, false, false, false},
-    {"heic", heic, true, true, false, true, true, true, false, false, false},
-    {"jxl", jxl, true, true, true, true, true, true, false, false, false},
-    {"bmp", bmp, false, true, false, false, false, false, false, true, false},
-    {"ppm", pnm, false, true, true, false, false, false, false, false, false},
-    {"pgm", pnm, false, false, true, false, false, false, false, false, false},
+    // extension, kind, alpha, colours, depth, profile, exif, xmp, iptc, resolution, texts, sequence
+    {"png", png, true, true, true, true, true, true, true, true, true, Sequence::none},
+    {"jpg", jpeg, false, true, false, true, true, true, true, true, true, Sequence::none},
+    {"jpeg", jpeg, false, true, false, true, true, true, true, true, true, Sequence::none},
+    {"tif", tiff, true, true, true, true, false, true, true, true, false, Sequence::pages},
+    {"tiff", tiff, true, true, true, true, false, true, true, true, false, Sequence::pages},
+    {"webp", webp, true, true, false, true, true, true, false, false, false, Sequence::animation},
+    {"gif", gif, true, true, false, false, false, false, false, false, false, Sequence::animation},
+    {"avif", avif, true, true, false, true, true, true, false, false, false, Sequence::none},
+    {"heic", heic, true, true, false, true, true, true, false, false, false, Sequence::none},
+    {"jxl", jxl, true, true, true, true, true, true, false, false, false, Sequence::none},
+    {"bmp", bmp, false, true, false, false, false, false, false, true, false, Sequence::none},
+    {"ppm", pnm, false, true, true, false, false, false, false, false, false, Sequence::none},
+    {"pgm", pnm, false, false, true, false, false, false, false, false, false, Sequence::none},
 };
 
 // Kinds that are read and never written, for the message.
-constexpr const char* kReadable[] = {"gif", "ico", "cur", "tga", "heif",
-                                     "hif", "jpe", "pnm", "pbm"};
+constexpr const char* kReadable[] = {"ico", "cur", "tga", "heif", "hif", "jpe", "pnm", "pbm"};
 
 static const PictureFormat* findByExtension(const std::string& extension) {
   for (const PictureFormat& format : kFormats) {
@@ -76,6 +76,11 @@ static bool lacksAlpha(const PictureFormat& format, const Picture& picture) {
 
 static bool lacksColors(const PictureFormat& format, const Picture& picture) {
   return !format.colors && picture.colors.planes > 1;
+}
+
+bool formatHoldsAll(const PictureFormat& format, const Picture& first) {
+  const bool several = first.sequence == Sequence::animation || first.sequence == Sequence::pages;
+  return several && first.sequence == format.sequence;
 }
 
 bool formatHolds(const PictureFormat& format, const Picture& picture) {

@@ -6,7 +6,7 @@
 
 #include "hosts/picture_files/picture.h"
 
-enum class FormatKind { png, jpeg, tiff, webp, bmp, pnm, avif, heic, jxl };
+enum class FormatKind { png, jpeg, tiff, webp, gif, bmp, pnm, avif, heic, jxl };
 
 struct PictureFormat {
   const char* extension;
@@ -20,6 +20,7 @@ struct PictureFormat {
   bool iptc;
   bool resolution;
   bool texts;  // more than one, with their keys
+  Sequence sequence;
 };
 
 // What the user asks of the file; -1 and "": the format's usual.
@@ -42,6 +43,9 @@ std::string readablePatterns();
 
 // The same; ends the command when there is none.
 const PictureFormat& pictureFormatOf(const std::string& file);
+
+// Whether it holds all pictures of the file that this one, the first, is from.
+bool formatHoldsAll(const PictureFormat& format, const Picture& first);
 
 bool formatHolds(const PictureFormat& format, const Picture& picture);
 

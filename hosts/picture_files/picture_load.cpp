@@ -4,7 +4,7 @@
 
 #include "hosts/picture_files/exif_block.h"
 #include "hosts/picture_files/formats_library.h"
-#include "hosts/picture_files/png_read.h"
+#include "hosts/png_files/png_read.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
@@ -14,7 +14,7 @@
 // The decoded picture, its upright copy, the planes, and the module's own buffers.
 constexpr int64_t kWorkingBytesPerPixel = 16;
 
-static std::string refuseSides(int64_t width, int64_t height) {
+std::string refuseSides(int64_t width, int64_t height) {
   const std::string sides = std::to_string(width) + " x " + std::to_string(height);
   if (width > kLargestPictureSide || height > kLargestPictureSide) {
     return "is " + sides + " pixels; a side may have " + std::to_string(kLargestPictureSide) +
@@ -27,7 +27,8 @@ static std::string refuseSides(int64_t width, int64_t height) {
   return "";
 }
 
-static std::string read(const std::string& file, const FileBytes& contents, Picture* picture) {
+static std::string read(const std::string& file, const FileBytes& contents, int32_t number,
+                        Picture* picture) {
   if (isPngFile(contents)) {
     PngHeader header;
     if (!readPngHeader(contents, &header)) return kCutOff;
@@ -40,16 +41,28 @@ static std::string read(const std::string& file, const FileBytes& contents, Pict
   }
   const SmallFormat* small = findSmallFormat(contents, extensionOf(file));
   if (small != nullptr) return small->read(contents, refuseSides, picture);
-  return formatsLibrary().load(contents, refuseSides, interrupted, picture);
+  return formatsLibrary().load(contents, number, refuseSides, interrupted, picture);
 }
 
-Picture loadPicture(const std::string& file) {
-  const FileBytes contents = readWholeFile(file, "a picture");
+int32_t parseFrame(const std::string& text) {
+  constexpr int kMostFrames = 1000000;
+  return text.empty() ? 0 : wholeNumberOf("--frame", text, 1, kMostFrames);
+}
+
+Picture decodePicture(const FileBytes& contents, const std::string& file, int32_t number) {
   Picture picture;
-  const std::string reason = read(file, contents, &picture);
+  const std::string reason = read(file, contents, number, &picture);
   stopIfInterrupted();
   if (!reason.empty()) failOnFile(file, reason);
+  if (number > picture.pictureCount) {
+    failOnFile(file, "has no picture " + std::to_string(number) + ", but " +
+                         std::to_string(picture.pictureCount));
+  }
   PictureMetadata& metadata = picture.metadata;
   metadata.exif = uprightExif(metadata.exif);
   return picture;
+}
+
+Picture loadPicture(const std::string& file, int32_t number) {
+  return decodePicture(readWholeFile(file, "a picture"), file, number);
 }

@@ -9,6 +9,15 @@
 
 constexpr int32_t kLargestPictureSide = 32000;  // what the module's 16-bit coordinates allow
 
-// The first picture of a file that is there as a whole. Ends the command, naming the file and the
-// reason, when there is none to be had.
-Picture loadPicture(const std::string& file);
+// Which picture of a file is wanted, from 1 on; 0 for "". Ends the command when it is no number.
+int32_t parseFrame(const std::string& text);
+
+// A picture of a file that is there as a whole; `number` counts from 1. Ends the command, naming
+// the file and the reason, when there is none to be had.
+Picture loadPicture(const std::string& file, int32_t number = 1);
+
+// The same of a file's contents.
+Picture decodePicture(const FileBytes& contents, const std::string& file, int32_t number = 1);
+
+// The reason against a picture of such sides, or "".
+std::string refuseSides(int64_t width, int64_t height);

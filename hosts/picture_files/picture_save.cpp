@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "hosts/picture_files/exif_block.h"
 #include "hosts/picture_files/formats_library.h"
-#include "hosts/picture_files/png_write.h"
+#include "hosts/picture_files/picture_load.h"
+#include "hosts/png_files/png_write.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/interrupt.h"
@@ -19,9 +21,11 @@ static PictureText textOfComment(const std::string& comment) {
                : PictureText{"Comment", comment, "", ""};
 }
 
-// What the format has no place for goes; words find the place that it has for them.
-static void fitToFormat(const PictureFormat& format, Picture* picture) {
+// Nothing but pixels where that is wanted. What the format has no place for goes; words find the
+// place that it has for them.
+static void fitToFormat(const PictureFormat& format, bool strip, Picture* picture) {
   PictureMetadata& metadata = picture->metadata;
+  if (strip) metadata = {};
   // One that does not fit would make readers refuse the file.
   if (!format.profile || !profileFits(*picture)) metadata.profile.clear();
   if (!format.alpha) {
@@ -42,8 +46,7 @@ static void fitToFormat(const PictureFormat& format, Picture* picture) {
 
 void savePicture(Picture picture, const PictureFormat& format, const SaveChoices& choices,
                  const std::string& file) {
-  if (choices.strip) picture.metadata = {};
-  fitToFormat(format, &picture);
+  fitToFormat(format, choices.strip, &picture);
   OutputFile output;
   openOutput(file, &output);
   switch (format.kind) {
@@ -66,4 +69,20 @@ void savePicture(Picture picture, const PictureFormat& format, const SaveChoices
     }
   }
   finishOutput(&output);
+}
+
+void convertPictures(const FileBytes& contents, const std::string& image,
+                     const PictureFormat& format, const SaveChoices& choices,
+                     const ChangePicture& change, const std::string& file) {
+  const ChangePicture changeAndFit = [&](int32_t number, Picture* picture) {
+    picture->metadata.exif = uprightExif(picture->metadata.exif);
+    change(number, picture);
+    fitToFormat(format, choices.strip, picture);
+  };
+  FileBytes result;
+  const std::string reason = formatsLibrary().convertAll(contents, format, choices, refuseSides,
+                                                         interrupted, changeAndFit, &result);
+  stopIfInterrupted();
+  if (!reason.empty()) failOnFile(image, reason);
+  writeWholeFile(file, result);
 }

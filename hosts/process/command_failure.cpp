@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -21,6 +22,17 @@ void failOnFile(const std::string& file, const std::string& reason) {
 
 void failOnUsage(const std::string& text) {
   throw CommandFailure{kExitUsage, text};
+}
+
+int wholeNumberOf(const std::string& option, const std::string& text, int least, int most) {
+  int number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (stop != end || error != std::errc() || number < least || number > most) {
+    failOnUsage(option + " " + text + ": takes a whole number, " + std::to_string(least) + " to " +
+                std::to_string(most));
+  }
+  return number;
 }
 
 // Whether a letter of several bytes goes on here.

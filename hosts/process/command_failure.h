@@ -19,6 +19,9 @@ struct CommandFailure {
 [[noreturn]] void failOnFile(const std::string& file, const std::string& reason);
 [[noreturn]] void failOnUsage(const std::string& text);
 
+// What an option of this name takes; ends the command when the text is none of these numbers.
+int wholeNumberOf(const std::string& option, const std::string& text, int least, int most);
+
 // Prints the text, if there is one; the exit code.
 int reportFailure(const CommandFailure& failure);
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "hosts/picture_files/png_read.h"
+#include "hosts/png_files/png_read.h"
 #include "hosts/small_formats/small_formats.h"
 #include "platform/unix/bitmap_file.h"
 

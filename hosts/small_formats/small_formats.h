@@ -6,11 +6,9 @@
 #include <cstdint>
 #include <string>
 
+#include "hosts/picture_files/formats_library.h"
 #include "hosts/picture_files/picture.h"
 #include "hosts/process/file_access.h"
-
-// `refuse` sees the sides before any memory is taken, and gives the reason against them or "".
-using RefuseSides = std::string (*)(int64_t width, int64_t height);
 
 constexpr char kCutOff[] = "is damaged or cut off";
 

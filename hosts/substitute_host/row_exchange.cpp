@@ -95,9 +95,16 @@ static int16_t deliver(const RowRequest& request, DeliveredRows* rows) {
 }
 
 static int16_t deliverMask() {
-  const FilterRecord& record = *host().record;
+  FilterRecord& record = *host().record;
   // Without a mask its rectangle is not even read.
   if (record.haveMask == 0 || !host().switches.deliverMask) return kNoError;
+  if (!host().switches.maskBeyondOutput && !isEmptyRect(record.outRect)) {
+    Rectangle* rect = &record.maskRect;
+    rect->top = std::max(rect->top, record.outRect.top);
+    rect->left = std::max(rect->left, record.outRect.left);
+    rect->bottom = std::min(rect->bottom, record.outRect.bottom);
+    rect->right = std::min(rect->right, record.outRect.right);
+  }
   const HostPicture& source = hostSource();
   return deliver({record.maskRect, 0, 0, record.maskRate, record.maskPadding, host().mask.data(),
                   source.width, source.height, 1},

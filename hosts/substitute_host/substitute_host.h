@@ -46,11 +46,12 @@ struct HostSwitches {
   bool scriptingSuitesNull = false;   // with scripting usable: the block is there, both suites null
   bool scriptingShowsDialog = false;  // the answer to whether the dialog is to be shown
 
-  bool moveBuffers = false;    // delivered rows sit at another address after every exchange,
-                               // buffers when they are locked again after an unlock
-  bool dirtyMemory = true;     // new blocks and buffers hold garbage instead of zeros
-  bool deliverMask = true;     // false: haveMask is set, but maskData stays null
-  bool honourSampling = true;  // false: rates are ignored
+  bool moveBuffers = false;      // delivered rows sit at another address after every exchange,
+                                 // buffers when they are locked again after an unlock
+  bool dirtyMemory = true;       // new blocks and buffers hold garbage instead of zeros
+  bool deliverMask = true;       // false: haveMask is set, but maskData stays null
+  bool maskBeyondOutput = true;  // false: it is cut to the output's rectangle, where there is one
+  bool honourSampling = true;    // false: rates are ignored
   InPlace inPlace = InPlace::off;
   bool keepsLog = true;         // false: hostLog() and hostExchanges() stay empty
   bool displaysTarget = false;  // displayPixels keeps a copy of what it was given

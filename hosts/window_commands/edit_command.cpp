@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 
@@ -33,13 +34,16 @@ static std::string askForPicture() {
   return path;
 }
 
-// In the picture's own format where that can be written and holds it.
+// In the picture's own format where that can be written and holds it, with all colours that the
+// effect brings.
 static std::string nameBeside(const std::string& image, const Picture& picture) {
   const std::string start = image.substr(0, image.rfind('/') + 1) + bareName(image) + kNameEnding;
   const std::string ending = lastName(image).substr(bareName(image).size());
   const std::string name = start + ending;
   const PictureFormat* format = findPictureFormat(name);
-  return format != nullptr && formatHolds(*format, picture) ? name : start + ".png";
+  const bool holds =
+      format != nullptr && format->kind != FormatKind::gif && formatHolds(*format, picture);
+  return holds ? name : start + ".png";
 }
 
 // Ctrl-C closes whatever window is open, and with it the windows below, one after another.
@@ -52,7 +56,9 @@ static void closeWhenInterrupted() {
 
 // Everything that can fail fails before the dialog opens, but for the writing itself.
 static int editFile(const EditPlan& plan, const EditOptions& options, const std::string& image) {
-  Picture picture = loadPicture(image);
+  const int32_t frame = parseFrame(options.frame);
+  Picture picture = loadPicture(image, std::max(1, frame));
+  if (frame != 0) picture.pictureCount = 1;  // the others are left out as they should be
   if (options.color) makeColorful(&picture);
   const std::string output = options.output.empty() ? nameBeside(image, picture) : options.output;
   const PictureFormat& format = pictureFormatOf(output);
@@ -69,6 +75,7 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
 
 static int edit(const EditOptions& options) {
   const uint32_t seed = parseSeed(options.seed);
+  parseFrame(options.frame);
   checkMaskOptions(options.mask);
   if (options.image == kStandardStream && options.output.empty()) {
     failOnUsage("-: say with -o where the result of standard input goes");

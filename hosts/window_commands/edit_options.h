@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
 
 struct EditOptions {
@@ -12,6 +12,7 @@ struct EditOptions {
   std::string output;  // empty: beside the picture
   MaskOptions mask;
   EffectOptions effect;
+  std::string frame;   // of several pictures in one file; empty: the first
   bool color = false;  // a grey picture becomes one of colours
   std::string seed;    // empty: the clock's
 };

@@ -1,12 +1,16 @@
 #include "hosts/window_commands/edit_run.h"
 
+#include "hosts/effect_choices/other_bitmaps.h"
+#include "hosts/effect_choices/preset_file.h"
 #include "hosts/effect_runs/open_host.h"
 #include "hosts/effect_runs/render_result.h"
 #include "hosts/process/command_failure.h"
+#include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
 #include "hosts/window_commands/progress_window.h"
 #include "platform/remembered_values.h"
 #include "platform/unix/program_session.h"
+#include "platform/user_files.h"
 
 constexpr const char* kRememberedNames[kPictureNames] = {"ChromeFile", "TextureFile"};
 static_assert(kEnvironmentName == 0 && kTextureName == 1);
@@ -20,8 +24,34 @@ static void stagePicture(int32_t kind, const BitmapPath& picture) {
                        picture.path.empty() ? nullptr : picture.path.c_str());
 }
 
+// What the dialog saves as a preset needs a bitmap beside it where another picture is used.
+static void placePicturesOf(const char* file) {
+  char cached[kPathBytes];
+  const bool ofSession = cachedSettingsPath(/*forWriting=*/false, cached, kPathBytes) &&
+                         placeOf(cached) == placeOf(file);
+  if (ofSession || extensionOf(file) != "q9q") return;
+  try {
+    const Preset preset = readPreset(file);
+    const EffectSettings* settings = moduleSettings(file);
+    const char* const paths[kPictureNames] = {settings->environmentPath, settings->texturePath};
+    for (int32_t kind = 0; kind < kPictureNames; ++kind) {
+      const std::string path = paths[kind];
+      const bool named = preset.decoded.names[kind][0] != 0 && !path.empty();
+      if (!named || !fileExists(path) || isWindowsBitmap(path)) continue;
+      reportWarning(std::string(file) + ": stands for " + path + " with a copy beside it, " +
+                    placeBesidePreset(path, file));
+    }
+  } catch (const CommandFailure& failure) {
+    reportFailure(failure);
+  } catch (const std::exception& failure) {
+    reportFailure({kExitFailed, failure.what()});
+  }
+}
+
 EditPlan planEdit(const EffectOptions& options) {
   EditPlan plan = {options, std::nullopt};
+  allowOtherPictures();
+  watchUserFiles(placePicturesOf);
   checkOptions(options);
   if (!options.preset.empty()) {
     plan.preset = chooseEffect(options);

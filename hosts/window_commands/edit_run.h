@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
 
 // Where the dialog starts: at a preset, or at what was confirmed last, with the options on top.

@@ -22,10 +22,17 @@ static UINT settleMessage = 0;
 
 // --- Waiting --------------------------------------------------------------------------------
 
+// The system tells of the real pointer whenever a window comes or goes under it, and to whoever
+// has the mouse. Its button is up; the script's moves and the module's own have it down.
+static bool isRealMove(const MSG& message) {
+  return message.message == WM_MOUSEMOVE && (message.wParam & MK_LBUTTON) == 0;
+}
+
 static LRESULT CALLBACK watchMessages(int code, WPARAM wParam, LPARAM lParam) {
-  const auto* message = reinterpret_cast<const MSG*>(lParam);
-  if (code == HC_ACTION && wParam == PM_REMOVE && message->message == settleMessage) {
-    SetEvent(settled);
+  auto* message = reinterpret_cast<MSG*>(lParam);
+  if (code == HC_ACTION) {
+    if (wParam == PM_REMOVE && message->message == settleMessage) SetEvent(settled);
+    if (isRealMove(*message)) message->message = WM_NULL;
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);
 }
@@ -257,7 +264,6 @@ static void checkOwner() {
 }
 
 static DWORD WINAPI playScript(void*) {
-  SetCursorPos(0, 0);  // where the real pointer tells no window of its moves
   HWND dialog = awaitWindow(isModuleDialog, "dialog of the module");
   moduleDialog = dialog;
   HHOOK hook = SetWindowsHookExA(WH_GETMESSAGE, watchMessages, nullptr, userThread);

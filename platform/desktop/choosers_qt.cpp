@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "platform/desktop/session_state.h"
+#include "platform/unix/program_session.h"
 
 // Without windows nobody can choose: it is as if the user had cancelled.
 static ChooserAnswer runChooser(const FileChooser& chooser, QFileDialog::AcceptMode mode,
@@ -17,7 +18,10 @@ static ChooserAnswer runChooser(const FileChooser& chooser, QFileDialog::AcceptM
     QFileDialog dialog(QApplication::activeWindow(), QString::fromUtf8(chooser.title));
     dialog.setAcceptMode(mode);
     dialog.setFileMode(files);
-    dialog.setNameFilter(QString::fromUtf8(chooser.filterName));
+    const QString more = QString::fromUtf8(morePicturePatterns());
+    const bool ofPictures = std::strcmp(chooser.pattern, "*.bmp") == 0 && !more.isEmpty();
+    dialog.setNameFilter(ofPictures ? "Pictures (" + more + ")"
+                                    : QString::fromUtf8(chooser.filterName));
     dialog.setDefaultSuffix(QString::fromUtf8(chooser.defaultExtension));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
       return ChooserAnswer::cancelled;

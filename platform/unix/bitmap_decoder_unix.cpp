@@ -7,6 +7,7 @@
 
 #include "platform/bitmap_file_check.h"
 #include "platform/unix/bitmap_file.h"
+#include "platform/unix/program_session.h"
 
 static bool readFile(const char* path, std::vector<uint8_t>* bytes) {
   std::FILE* file = std::fopen(path, "rb");
@@ -42,7 +43,30 @@ static bool decode(const char* path, DecodedBitmap* bitmap) {
   return true;
 }
 
+static bool (*decodeOther)(const char* path, DecodedBitmap* bitmap) = nullptr;
+static const char* otherPatterns = "";
+
+void decodeMorePictures(bool (*decode)(const char* path, DecodedBitmap* bitmap),
+                        const char* patterns) {
+  decodeOther = decode;
+  otherPatterns = patterns;
+}
+
+const char* morePicturePatterns() {
+  return otherPatterns;
+}
+
+static bool beginsAsBitmap(const char* path) {
+  std::FILE* file = std::fopen(path, "rb");
+  if (file == nullptr) return false;
+  char mark[2] = {};
+  const bool read = std::fread(mark, 1, sizeof(mark), file) == sizeof(mark);
+  std::fclose(file);
+  return read && mark[0] == 'B' && mark[1] == 'M';
+}
+
 bool decodeBitmapFile(const char* path, DecodedBitmap* bitmap) {
+  if (decodeOther != nullptr && !beginsAsBitmap(path)) return decodeOther(path, bitmap);
   try {
     return bitmapFileIsSound(path) && decode(path, bitmap);
   } catch (...) {

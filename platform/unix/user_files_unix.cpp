@@ -268,7 +268,7 @@ static std::optional<std::string> contentOf(const std::string& path) {
   return content;
 }
 
-bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
+static bool overwrite(const char* path, const uint8_t* bytes, size_t count) {
   namespace fs = std::filesystem;
   try {
     std::string content(reinterpret_cast<const char*>(bytes), count);
@@ -282,6 +282,18 @@ bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
   } catch (...) {
     return false;  // out of memory
   }
+}
+
+static void (*tellOfWritten)(const char* path) = nullptr;
+
+void watchUserFiles(void (*written)(const char* path)) {
+  tellOfWritten = written;
+}
+
+bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
+  if (!overwrite(path, bytes, count)) return false;
+  if (tellOfWritten != nullptr) tellOfWritten(path);
+  return true;
 }
 
 // Seen from the program: bin/ beside share/, and build/desktop/ in the tree.

@@ -107,7 +107,7 @@ bool laneConstants(const SessionRecord* session, const RowConstants& row, Shadin
   lanes->coordinates = tables.coordinates;
   lanes->filmWords = tables.filmWords;
   lanes->causticWords = tables.causticWords;
-  lanes->row = session->render.currentRow;
+  lanes->row = session->render.currentRow + session->render.preview.place.top;
   return true;
 }
 

@@ -119,18 +119,21 @@ static void shadeChunks(SessionRecord* session, const ShadingRow& row, const Sta
   RenderState* render = &session->render;
   const int32_t r = render->currentRow;
   const MaskRow mask = maskRow(session, r);
-  int32_t* previousRow = lineBufferWords(render);
+  const PreviewPlace& place = render->preview.place;
+  int32_t* previousRow = lineBufferWords(render) + place.columnsBefore;
+  const int16_t* upper = fieldRow(render, r) + place.columnsBefore;
+  const int16_t* lower = fieldRow(render, r + 1) + place.columnsBefore;
   const int32_t chunks = (host.width + kChunkColumns - 1) / kChunkColumns;
   const int32_t columns = ((host.width + chunks - 1) / chunks + kLaneMultiple - 1) & -kLaneMultiple;
-  Lane beforeU = kReflectionStart;
+  auto beforeU = static_cast<Lane>(reflectionBefore(session, r));
   for (int32_t start = 0; start < host.width; start += columns) {
     const int32_t count = std::min(columns, host.width - start);
     chunk->lanes = (count + kLaneMultiple - 1) & -kLaneMultiple;
-    chunk->firstColumn = start;
-    loadCells(fieldRow(render, r) + start, count, chunk->lanes, chunk->upper);
-    loadCells(fieldRow(render, r + 1) + start, count, chunk->lanes, chunk->lower);
+    chunk->firstColumn = place.left + place.columnsBefore + start;
+    loadCells(upper + start, count, chunk->lanes, chunk->upper);
+    loadCells(lower + start, count, chunk->lanes, chunk->lower);
     loadPixels(host, start, count, chunk);
-    if (isPreview(settings)) loadMask(mask, start, count, chunk);
+    if (isPreview(settings)) loadMask(mask, place.columnsBefore + start, count, chunk);
     if (settings->tarnish != 0) {
       loadWords(previousRow + render->tarnishRowStart + start, count, chunk->lanes, chunk->tarnish);
     } else {
@@ -154,7 +157,7 @@ bool shadeRowInLanes(SessionRecord* session, const RowConstants& constants, cons
   ShadingRow row;
   if (!laneConstants(session, constants, &row)) return false;
   row.channels = host.grey ? 1 : 3;
-  const int16_t* upper = fieldRow(render, render->currentRow);
+  const int16_t* upper = fieldRow(render, render->currentRow) + render->preview.place.columnsBefore;
   if (!render->fast->light->isGentle(upper, upper + render->fieldStride, host.width)) return false;
   const StageList list = stagesOf(*render->fast, constants, host, tables, *settings);
   const bool reflects = constants.reflectOn && settings->blendMode != kBlendModeTarnish &&

@@ -105,7 +105,7 @@ TEST_F(Failures, OfTheResult) {
   // Judged before anything is read.
   expectApplyFails({"missing.png", "-o", "out.xyz"}, 2, ".png, .jpg");
   expectApplyFails({"missing.png", "-o", "out"}, 2, ".tiff, .webp");
-  expectApplyFails({"missing.png", "-o", "out.GIF"}, 2, ".gif files cannot be written; there are");
+  expectApplyFails({"missing.png", "-o", "out.ICO"}, 2, ".ico files cannot be written; there are");
   const QString longName(100000, 'x');
   expectApplyFails({"missing.png", "-o", longName + ".png"}, 1, "its name is too long");
   expectApplyFails({"missing.png", "-o", longName + "/out.png"}, 1, "its name is too long");
@@ -133,11 +133,11 @@ TEST_F(Failures, OfTheResult) {
 TEST_F(Failures, OfEnvironmentAndTexture) {
   save(colorPicture(), "good.bmp");
   write("cut.bmp", read("good.bmp").chopped(100));
-  write("named.bmp", read("in.png"));
+  write("text.png", "no picture at all\n");
   for (const QString option : {"--environment", "--texture"}) {
     const QStringList start = {"in.png", "-o", "out.png", option};
     expectApplyFails(start + QStringList{"missing.bmp"}, 1, "missing.bmp: there is no such file");
-    expectApplyFails(start + QStringList{"named.bmp"}, 1, "named.bmp: is not a Windows bitmap");
+    expectApplyFails(start + QStringList{"text.png"}, 1, "text.png: is not a picture");
     expectApplyFails(start + QStringList{"cut.bmp"}, 1, "cut.bmp: is a damaged Windows bitmap");
   }
   expectApplyFails({"in.png", "-o", "out.png", "--set", "textureChoice=file"}, 2, "--texture");

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include "tests/command_line/program_run.h"
 
@@ -46,6 +47,23 @@ TEST_F(Installation, LinksNoWindowsAndNoPictureLibrary) {
   EXPECT_TRUE(alone.errors.contains("is not installed (there is no libmorvalis_window.so"))
       << alone.errors.toStdString();
 }
+
+#if !defined(__SANITIZE_ADDRESS__)
+TEST_F(Installation, FilesAreHardened) {
+  for (const char* file : {MORVALIS_PROGRAM, MORVALIS_BUILD "/libmorvalis_formats.so",
+                           MORVALIS_BUILD "/libmorvalis_window.so"}) {
+    SCOPED_TRACE(file);
+    const RunResult read = runShell(QString("readelf -hldW --dyn-syms %1").arg(file));
+    ASSERT_EQ(read.exitCode, 0) << read.errors.toStdString();
+    EXPECT_TRUE(read.output.contains("DYN (")) << "loaded anywhere";
+    EXPECT_TRUE(read.output.contains("GNU_RELRO") && read.output.contains("BIND_NOW"));
+    EXPECT_TRUE(read.output.contains(QRegularExpression("GNU_STACK .* RW +0x")));
+    EXPECT_TRUE(read.output.contains("__stack_chk_fail"));
+  }
+  const RunResult symbols = runShell("readelf -W --dyn-syms \"$0\"");
+  EXPECT_TRUE(symbols.output.contains(QRegularExpression("__[a-z]+_chk@"))) << "checked copies";
+}
+#endif
 
 // What `./dev build` builds is the program; an installation that needs another target would fail.
 TEST_F(Installation, NeedsNothingButTheProgram) {

@@ -150,13 +150,6 @@ TEST_F(Pictures, TellWhatTheirResultsLose) {
             "morvalis: warning: deep.png: its samples of 16 bits become 8\n");
   save(greyPicture(), "grey.png");
   EXPECT_EQ(told("grey.png", "out.png"), "");
-  // Two frames of one pixel.
-  const QByteArray frame = QByteArray::fromHex("21f904000a00ff00") +
-                           QByteArray::fromHex("2c0000000001000100000202440100");
-  write("two.gif", QByteArray("GIF89a") + QByteArray::fromHex("01000100800000000000ffffff") +
-                       frame + frame + ";");
-  EXPECT_EQ(told("two.gif", "{name}.png"),
-            "morvalis: warning: two.gif: only the first of its 2 pictures is taken\n");
 }
 
 TEST_F(Pictures, KeepTheirAlphaAndTheColoursUnderIt) {

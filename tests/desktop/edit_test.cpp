@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include "tests/desktop/edit_user.h"
@@ -84,6 +85,34 @@ TEST_F(Edit, RemembersWhatWasConfirmed) {
   onTop.effect.assignments = {"height=-30"};
   EXPECT_EQ(edit(onTop, {kOk}).exitCode, 0);
   EXPECT_EQ(read("photo-morvalis.png"), apply(same + QStringList{"--set", "height=-30"}));
+}
+
+// The dialog's file chooser runs within the press of its button.
+static EditStep pressToSave() {
+  return {kEditDialog, [](QWidget* window) {
+            QTimer::singleShot(0, window, [window] { pressInDialog("Save").act(window); });
+          }};
+}
+
+TEST_F(Edit, TakesPicturesOfOtherFormatsAndPutsBitmapsBesidePresets) {
+  savePicture("other.png", 64, 64);
+  EditOptions options = editOf("photo.png");
+  options.effect.environment = path("other.png");
+  options.effect.assignments = {"textureChoice=none", "reflection=60", "radius=20"};
+  const QString preset = QString::fromStdString(path("look.q9q"));
+  const EditStep save = {"QFileDialog", [preset](QWidget* window) {
+                           window->findChild<QLineEdit*>()->setText(preset);
+                           static_cast<QDialog*>(qobject_cast<QFileDialog*>(window))->accept();
+                         }};
+  const EditResult result = edit(options, {pressToSave(), save, kOk});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_NE(result.errors.find("other.png.bmp"), std::string::npos) << result.errors;
+  const QByteArray written = read("photo-morvalis.png");
+  EXPECT_EQ(written, apply({"photo.png", "--set", "textureChoice=none", "--set", "reflection=60",
+                            "--set", "radius=20", "--environment", "other.png"}));
+  EXPECT_EQ(written, apply({"photo.png", "--last"}));
+  QFile::remove(QString::fromStdString(path("other.png")));
+  EXPECT_EQ(written, apply({"photo.png", "--preset", "look.q9q"}));
 }
 
 TEST_F(Edit, StartsAtAPreset) {

@@ -73,9 +73,9 @@ static void expectRawPicture(const HostPicture& picture, const HostMask& mask) {
   ASSERT_EQ(shown.width, 294);
   ASSERT_EQ(shown.height, 285);
   for (int32_t i = 0; i < shown.width * shown.height * shown.planes; ++i) {
-    const int32_t x = i / shown.planes % shown.width;
-    const int32_t y = i / shown.planes / shown.width;
-    const int32_t from = (y + top) * picture.width + x + left;
+    const int32_t x = left + i / shown.planes % shown.width;
+    const int32_t y = top + i / shown.planes / shown.width;
+    const int32_t from = y * picture.width + x;
     const int32_t source = picture.samples[from * picture.planes + i % shown.planes];
     const int32_t m = mask[from];
     const int32_t checker = ((x ^ y) & 8) == 0 ? 255 : 204;
@@ -161,12 +161,23 @@ static void largePicture() {
       switches, testPicture(8, 8, 3), HostMask(64, 255),
       [](DialogUser& user) {
         const EffectSettings* settings = hostSettings();
-        EXPECT_EQ(settings->previewScale, 41);
+        EXPECT_EQ(settings->previewScale, 2) << "its largest shape";
+        user.clickButton(kZoomButton);
+        int32_t before = 1;
+        for (int32_t scale : {2, 3, 4, 5, 6, 7, 8, 16, 32, 41}) {
+          user.clickButton(kZoomOutButton);
+          EXPECT_EQ(settings->previewScale, scale);
+          if (scale == 41) break;
+          user.clickButton(kZoomInButton);
+          EXPECT_EQ(settings->previewScale, before);
+          user.clickButton(kZoomOutButton);
+          before = scale;
+        }
         EXPECT_EQ(displayedPicture().width, 12000 / 41);
         EXPECT_EQ(displayedPicture().height, 9000 / 41);
         look(user, "everything");
         user.clickButton(kZoomInButton);
-        EXPECT_EQ(settings->previewScale, 40);
+        EXPECT_EQ(settings->previewScale, 32);
         user.clickButton(kZoomButton);
         EXPECT_EQ(settings->previewScale, 1);
         EXPECT_EQ(displayedPicture().width, 294);
@@ -186,6 +197,43 @@ static void largePicture() {
       },
       [] { enlargeHost(12000, 9000); });
   EXPECT_EQ(result, -128);
+}
+
+// A large picture opens where a bevel can be seen: at its largest shape, or at full size.
+static void openingZoom() {
+  struct Case {
+    int32_t width;  // of the shape, and its height
+    int32_t radius;
+    int32_t scale;
+  };
+  const Rectangle frame = {0, 0, 285, 294};
+  for (const Case& each : {Case{1600, 30, 6}, Case{1600, 10, 1}, Case{200, 10, 1},
+                           Case{3800, 100, 15}, Case{3999, 100, 15}}) {
+    SCOPED_TRACE(std::to_string(each.width) + ", " + std::to_string(each.radius));
+    constexpr int32_t kSide = 4000;
+    HostMask mask(kSide * kSide, 0);
+    const int32_t left = (kSide - each.width) / 3;
+    for (int32_t y = left; y < left + each.width; ++y) {
+      std::fill_n(mask.begin() + y * kSide + left, each.width, uint8_t{255});
+    }
+    if (each.radius == 30) mask[0] = 255;
+    runDialog(
+        displayingHost(), testPicture(kSide, kSide, 1), mask,
+        [&](DialogUser& user) {
+          const EffectSettings* settings = hostSettings();
+          const int32_t scale = settings->previewScale;
+          EXPECT_EQ(scale, each.scale);
+          const int32_t middle = left + each.width / 2;
+          if (scale < 15) {
+            EXPECT_NEAR(settings->previewOriginX + frame.right * scale / 2, middle, 30);
+            EXPECT_NEAR(settings->previewOriginY + frame.bottom * scale / 2, middle, 30);
+          } else {
+            EXPECT_EQ(settings->previewOriginX, 0);
+          }
+          user.escape();
+        },
+        [&] { hostSettings()->radius = each.radius; });
+  }
 }
 
 // A selection in the middle of the picture, and a host that does not reduce or has no rows of the
@@ -300,6 +348,7 @@ const std::vector<DialogScript>& previewScripts() {
       {"PanWithoutAutoPreview", panWithoutAutoPreview},
       {"Sizes", sizes},
       {"LargePicture", largePicture},
+      {"OpeningZoom", openingZoom},
       {"PartsOfPictures", partsOfPictures},
       {"HostsWithoutPreview", hostsWithoutPreview},
       {"FailingPan", failingPan}};

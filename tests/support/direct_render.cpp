@@ -1,6 +1,8 @@
 #include "tests/support/direct_render.h"
 
 #include <algorithm>
+#include <chrono>
+#include <ctime>
 #include <memory>
 
 #include "geometry/render_buffers.h"
@@ -12,6 +14,8 @@
 #include "services/random_numbers.h"
 #include "settings/light_angles.h"
 #include "settings/settings_defaults.h"
+
+using Clock = std::chrono::steady_clock;
 
 static void scriptPictures(const DirectInput& input) {
   if (!input.environment.empty()) {
@@ -50,7 +54,10 @@ static void runRows(const DirectInput& input, SessionRecord* session, DirectOutp
     filter->inData = source + row * filter->inRowBytes;
     filter->outData = output->effect.data() + row * filter->outRowBytes;
     const int32_t phase = render->phase;
+    const Clock::time_point start = Clock::now();
     step(session);
+    const std::chrono::duration<double> taken = Clock::now() - start;
+    output->longestStep = std::max(output->longestStep, taken.count());
     ++output->steps;
     if (watcher && render->phase != phase) watcher(*session, phase);
   }
@@ -74,6 +81,8 @@ DirectOutput renderDirectly(const DirectInput& input, const PhaseWatcher& watche
   DirectOutput output;
   output.effect = input.source;
   output.steps = 0;
+  output.longestStep = 0;
+  const std::clock_t start = std::clock();
   seedRandomNumbers(input.seed);
   setGeometry(session.get(), filter.filterRect, std::max(input.settings.previewScale, 1));
   allocateBuffers(session.get());
@@ -82,6 +91,7 @@ DirectOutput renderDirectly(const DirectInput& input, const PhaseWatcher& watche
   lightAngles(&settings);
   renderSetUp(session.get());
   runRows(input, session.get(), &output, watcher);
+  output.seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
   freeBuffers(session.get());
   return output;
 }

@@ -27,6 +27,8 @@ struct DirectInput {
 struct DirectOutput {
   std::vector<uint8_t> effect;
   int32_t steps;
+  double seconds;      // of processor time, without the copying of input and output
+  double longestStep;  // seconds
 };
 
 // Called after the last row of each phase but the shading, with the phase that has ended.

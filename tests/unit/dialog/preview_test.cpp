@@ -1,15 +1,20 @@
-// At 100 % the preview is the final render over the checkerboard, byte for byte. Panned, that holds
-// for the part that it shows, as a picture of its own: beyond the frame nothing is selected, and
-// the smoothing begins at its sides.
+// At 100 % the preview is the final render of the whole picture over the checkerboard, byte for
+// byte, wherever it is panned. From a host that delivers the selection of the frame alone it is the
+// render of that part as a picture of its own: beyond the frame nothing is selected, and the
+// smoothing begins at its sides.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "dialog/control_table.h"
+#include "hosts/substitute_host/host_state.h"
+#include "settings/setting_ranges.h"
 #include "tests/support/dialog_runs.h"
 #include "tests/support/host_runs.h"
+#include "tests/support/mask_families.h"
 
 // A relief, and texels of it in a hundred pixels.
 struct Relief {
@@ -35,27 +40,37 @@ struct PreviewPart {
 };
 
 // Shows the picture at 100 % in the dialog and pans to each place.
-static std::vector<PreviewPart> panTo(const HostPicture& picture, const HostMask& mask,
-                                      const Relief& relief, const std::vector<Point>& places) {
+static PreviewPart shownPart() {
+  const EffectSettings* settings = hostSettings();
+  return {displayedPicture(), settings->previewOriginX, settings->previewOriginY};
+}
+
+static void panTo(DialogUser& user, const Point& place) {
+  const EffectSettings* settings = hostSettings();
+  const Point start = middleOf(kPreviewArea);
+  const Point end = at(start.h + settings->previewOriginX - place.h,
+                       start.v + settings->previewOriginY - place.v);
+  user.press(start);
+  user.move(end);
+  user.release(end);
+}
+
+static std::vector<PreviewPart> panTo(const HostSwitches& switches, const HostPicture& picture,
+                                      const HostMask& mask, const Relief& relief,
+                                      const std::vector<Point>& places) {
   resetDialogUser();
   std::vector<PreviewPart> parts;
   const auto play = [&](DialogUser& user) {
-    const EffectSettings* settings = hostSettings();
     user.clickButton(kZoomButton);
     for (const Point& place : places) {
-      const Point start = middleOf(kPreviewArea);
-      const Point end = at(start.h + settings->previewOriginX - place.h,
-                           start.v + settings->previewOriginY - place.v);
-      user.press(start);
-      user.move(end);
-      user.release(end);
-      EXPECT_EQ(settings->previewOriginX, place.h);
-      EXPECT_EQ(settings->previewOriginY, place.v);
-      parts.push_back({displayedPicture(), settings->previewOriginX, settings->previewOriginY});
+      panTo(user, place);
+      EXPECT_EQ(hostSettings()->previewOriginX, place.h);
+      EXPECT_EQ(hostSettings()->previewOriginY, place.v);
+      parts.push_back(shownPart());
     }
     user.escape();
   };
-  runDialog(displayingHost(), picture, mask, play, [&] { setUp(relief); });
+  runDialog(switches, picture, mask, play, [&] { setUp(relief); });
   closeHost();
   return parts;
 }
@@ -72,14 +87,15 @@ static HostPicture finalRender(const HostPicture& picture, const HostMask& mask,
   return run.effect;
 }
 
-// The largest difference of the preview from a render put over the checkerboard.
+// The largest difference of the preview from a part of a render put over the checkerboard, which
+// stands at the render's corner.
 static int32_t largestDifference(const HostPicture& shown, const HostPicture& render,
-                                 const HostMask& mask) {
+                                 const HostMask& mask, int32_t left = 0, int32_t top = 0) {
   EXPECT_EQ(shown.planes, render.planes);
   int32_t largest = 0;
   for (int32_t i = 0; i < static_cast<int32_t>(shown.samples.size()); ++i) {
-    const int32_t x = i / shown.planes % shown.width;
-    const int32_t y = i / shown.planes / shown.width;
+    const int32_t x = left + i / shown.planes % shown.width;
+    const int32_t y = top + i / shown.planes / shown.width;
     const int32_t pixel = y * render.width + x;
     const int32_t m = mask.empty() ? 255 : mask[pixel];
     const int32_t checker = ((x ^ y) & 8) == 0 ? 255 : 204;
@@ -110,22 +126,108 @@ static HostMask cut(const HostMask& mask, int32_t width, const PreviewPart& part
   return result;
 }
 
-// Smaller than the frame: the whole picture.
-TEST(Preview, IsTheRenderOfTheWholePicture) {
-  for (int32_t planes : {1, 3}) {
-    for (const HostMask& mask : {HostMask{}, testMask(120, 90)}) {
-      const HostPicture picture = testPicture(120, 90, planes);
-      const std::vector<PreviewPart> parts = panTo(picture, mask, kMarble, {at(0, 0)});
-      ASSERT_EQ(parts[0].shown.width, 120);
-      const HostPicture render = finalRender(picture, mask, kMarble, 0, 0);
-      EXPECT_EQ(largestDifference(parts[0].shown, render, mask), 0);
+struct RandomRun {
+  HostPicture picture;
+  HostMask mask;  // none, one of the families, or two shapes that are far from each other
+  EffectSettings settings;
+  TestRandom random;
+};
+
+static HostMask randomMask(TestRandom* random, int32_t kind, int32_t width, int32_t height) {
+  if (kind < kMaskFamilies) return maskOfFamily(kind, width, height, random);
+  HostMask mask;
+  if (kind == kMaskFamilies) return mask;
+  mask.assign(static_cast<size_t>(width) * height, 0);
+  for (int32_t shape = 0; shape < 2; ++shape) {
+    const int32_t left = randomBetween(random, 0, width - 10);
+    const int32_t right = randomBetween(random, left, width);
+    const int32_t top = shape == 0 ? 5 : height - randomBetween(random, 8, height / 2);
+    for (int32_t y = top; y < (shape == 0 ? 9 : height - 3); ++y) {
+      std::fill(mask.begin() + y * width + left, mask.begin() + y * width + right, uint8_t{255});
     }
+  }
+  return mask;
+}
+
+static RandomRun randomRun(int32_t number, int32_t width, int32_t height) {
+  RandomRun run = {};
+  run.random = {static_cast<uint64_t>(number) + 9000};
+  run.picture = testPicture(width, height, number % 2 == 0 ? 3 : 1);
+  run.mask = randomMask(&run.random, number % (kMaskFamilies + 2), width, height);
+  run.settings = defaultSettings();
+  randomSettings(&run.random, &run.settings);
+  run.settings.textureChoice = number % kTextureChoiceFile + 1;
+  run.settings.autoPreview = 1;
+  return run;
+}
+
+// Plays with a random run's settings, and compares what was shown with what comes of it.
+static void expectPreviewsOfTheResult(
+    RandomRun* run, const std::function<void(DialogUser&, std::vector<PreviewPart>*)>& play) {
+  resetDialogUser();
+  std::vector<PreviewPart> parts;
+  const auto prepare = [&] {
+    for (int32_t i = 0; i < kSettingRangeCount; ++i) {
+      const SettingRange& range = kSettingRanges[i];
+      const size_t sizes[] = {sizeof(int32_t), sizeof(uint32_t), sizeof(Direction),
+                              sizeof(Color16)};
+      std::memcpy(reinterpret_cast<char*>(hostSettings()) + range.offset,
+                  reinterpret_cast<const char*>(&run->settings) + range.offset,
+                  sizes[static_cast<int32_t>(range.form)]);
+    }
+  };
+  const auto playAndConfirm = [&](DialogUser& user) {
+    play(user, &parts);
+    user.clickButton(kOkButton);
+  };
+  ASSERT_EQ(runDialog(displayingHost(), run->picture, run->mask, playAndConfirm, prepare), 0);
+  const HostPicture result = filteredPicture();
+  closeHost();
+  ASSERT_FALSE(parts.empty());
+  for (const PreviewPart& part : parts) {
+    ASSERT_EQ(largestDifference(part.shown, result, run->mask, part.left, part.top), 0)
+        << "at " << part.left << ", " << part.top << " of " << result.width << " x "
+        << result.height << ", radius " << run->settings.radius;
   }
 }
 
-// The frame shows a part as a picture of its own: to a selection that goes on beyond, the frame's
-// side is an edge. The relief stays where it is on the whole picture.
-TEST(Preview, IsTheRenderOfWhatTheFrameShows) {
+TEST(Preview, IsTheResultWhereverItIsPanned) {
+  constexpr int32_t kRuns = 150;
+  constexpr int32_t kPans = 2;
+  for (int32_t number = 0; number < kRuns; ++number) {
+    SCOPED_TRACE("run " + std::to_string(number));
+    TestRandom sizes = {static_cast<uint64_t>(number)};
+    const int32_t width = randomBetween(&sizes, 30, 620);
+    RandomRun run = randomRun(number, width, randomBetween(&sizes, 30, 620));
+    expectPreviewsOfTheResult(&run, [&](DialogUser& user, std::vector<PreviewPart>* parts) {
+      user.clickButton(kZoomButton);
+      for (int32_t pan = 0; pan < kPans; ++pan) {
+        panTo(user, at(randomBetween(&sizes, 0, 620), randomBetween(&sizes, 0, 620)));
+        parts->push_back(shownPart());
+      }
+    });
+    if (HasFatalFailure()) return;
+  }
+}
+
+// A drag in a large picture shows nearly the result, its end the result itself.
+TEST(Preview, IsTheResultAfterADrag) {
+  for (int32_t number : {4, 11, 37, 75}) {
+    SCOPED_TRACE("run " + std::to_string(number));
+    RandomRun run = randomRun(number, 1100, 700);
+    expectPreviewsOfTheResult(&run, [&](DialogUser& user, std::vector<PreviewPart>* parts) {
+      user.clickButton(kZoomButton);
+      panTo(user, at(randomBetween(&run.random, 0, 800), randomBetween(&run.random, 0, 400)));
+      user.press(sliderPoint(kRadiusSlider, 80));
+      for (int32_t radius : {70, 60, 30}) user.move(sliderPoint(kRadiusSlider, radius));
+      user.release(sliderPoint(kRadiusSlider, 30));
+      parts->push_back(shownPart());
+    });
+    if (HasFatalFailure()) return;
+  }
+}
+
+TEST(Preview, OfAHostThatDeliversTheFrameAlone) {
   struct Case {
     Relief relief;
     std::vector<Point> places;  // whole texels
@@ -133,20 +235,44 @@ TEST(Preview, IsTheRenderOfWhatTheFrameShows) {
   const Case cases[] = {{kMarble, {at(0, 0), at(100, 50), at(300, 110)}},
                         {kFineScales, {at(37, 101), at(306, 115)}},
                         {kNoRelief, {at(153, 57), at(1, 1)}}};
+  HostSwitches switches = displayingHost();
+  switches.maskBeyondOutput = false;
+  const HostMask mask = testMask(600, 400);
   for (int32_t planes : {1, 3}) {
-    for (const HostMask& mask : {HostMask{}, testMask(600, 400)}) {
-      const HostPicture picture = testPicture(600, 400, planes);
-      for (const Case& each : cases) {
-        for (const PreviewPart& part : panTo(picture, mask, each.relief, each.places)) {
-          SCOPED_TRACE(std::to_string(part.left) + ", " + std::to_string(part.top));
-          ASSERT_EQ(part.shown.width, 294);
-          ASSERT_EQ(part.shown.height, 285);
-          const HostMask shownMask = cut(mask, 600, part);
-          const HostPicture render =
-              finalRender(cut(picture, part), shownMask, each.relief, part.left, part.top);
-          EXPECT_EQ(largestDifference(part.shown, render, shownMask), 0);
-        }
+    const HostPicture picture = testPicture(600, 400, planes);
+    for (const Case& each : cases) {
+      for (const PreviewPart& part : panTo(switches, picture, mask, each.relief, each.places)) {
+        SCOPED_TRACE(std::to_string(part.left) + ", " + std::to_string(part.top));
+        ASSERT_EQ(part.shown.width, 294);
+        ASSERT_EQ(part.shown.height, 285);
+        const HostMask shownMask = cut(mask, 600, part);
+        const HostPicture render =
+            finalRender(cut(picture, part), shownMask, each.relief, part.left, part.top);
+        EXPECT_EQ(largestDifference(part.shown, render, shownMask), 0);
       }
     }
   }
+}
+
+// Beyond the picture nothing is asked for, and around the frame what a bevel can come from.
+TEST(Preview, AsksForTheSelectionAroundTheFrame) {
+  const auto play = [](DialogUser& user) {
+    for (int32_t button : {kZoomOutButton, kZoomInButton, kZoomButton}) {
+      user.clickButton(button);
+      const FilterRecord& record = *hostRecord();
+      const int32_t scale = hostSettings()->previewScale;
+      const int32_t margin = 150 / scale + 64;
+      const Rectangle& in = record.inRect;
+      const Rectangle& mask = record.maskRect;
+      EXPECT_EQ(mask.left, std::max(in.left - margin, 100 / scale)) << scale;
+      EXPECT_EQ(mask.top, std::max(in.top - margin, 60 / scale)) << scale;
+      EXPECT_EQ(mask.right, std::min(in.right + margin, 1500 / scale)) << scale;
+      EXPECT_EQ(mask.bottom, std::min(in.bottom + margin, 900 / scale)) << scale;
+    }
+    user.escape();
+  };
+  runDialog(displayingHost(), testPicture(1600, 1000, 1), testMask(1600, 1000), play, [] {
+    setFilterRect({60, 100, 900, 1500});
+  });
+  closeHost();
 }

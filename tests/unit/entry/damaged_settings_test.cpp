@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "dialog/control_table.h"
+#include "geometry/preview/preview_render.h"
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
 #include "platform/none/none_script.h"

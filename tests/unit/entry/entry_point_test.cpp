@@ -11,6 +11,7 @@
 #include "dialog/control_table.h"
 #include "entry/handles.h"
 #include "entry/session_record.h"
+#include "geometry/preview/preview_render.h"
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
 #include "hosts/substitute_host/host_state.h"

@@ -1,4 +1,4 @@
-#include "hosts/picture_files/png_chunks.h"
+#include "hosts/png_files/png_chunks.h"
 
 #include <isa-l/crc.h>
 #include <zlib.h>

@@ -1,4 +1,4 @@
-#include "hosts/effect_runs/last_settings.h"
+#include "hosts/effect_choices/last_settings.h"
 
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_names.h"

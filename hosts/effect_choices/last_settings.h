@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "hosts/effect_runs/preset_file.h"
+#include "hosts/effect_choices/preset_file.h"
 
 // Before the run is cut off from the user. Pictures stand in the settings with their whole paths.
 Preset readLastSettings();

@@ -14,5 +14,5 @@ struct BitmapPath {
   std::unique_ptr<TemporaryFolder> shortWay;
 };
 
-// Ends the command when there is no Windows bitmap to be had under this name.
+// Ends the command when there is no picture to be had under this name.
 BitmapPath findBitmap(const std::string& file);

@@ -1,4 +1,4 @@
-#include "hosts/picture_files/png_write.h"
+#include "hosts/png_files/png_write.h"
 
 #include <isa-l/igzip_lib.h>
 #include <zlib.h>
@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "hosts/picture_files/png_chunks.h"
-#include "hosts/picture_files/png_rows.h"
+#include "hosts/png_files/png_chunks.h"
+#include "hosts/png_files/png_rows.h"
 #include "hosts/process/progress_bar.h"
 
 constexpr size_t kBandBytes = 256 * 1024;  // of rows that are packed at a time

@@ -1,10 +1,10 @@
-#include "hosts/effect_runs/effect_choices.h"
+#include "hosts/effect_choices/effect_choices.h"
 
-#include "hosts/effect_runs/last_settings.h"
-#include "hosts/effect_runs/picture_lookup.h"
-#include "hosts/effect_runs/preset_file.h"
-#include "hosts/effect_runs/preset_lookup.h"
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/last_settings.h"
+#include "hosts/effect_choices/picture_lookup.h"
+#include "hosts/effect_choices/preset_file.h"
+#include "hosts/effect_choices/preset_lookup.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "settings/light_angles.h"
 #include "settings/setting_fields.h"
@@ -21,7 +21,7 @@ static void checkTexture(const EffectOptions& options, int32_t assignedChoice,
   if (options.texture.empty()) {
     const ChosenPicture& known = effect.pictures[kTextureName];
     if (assignedChoice == kTextureChoiceFile && known.path.empty() && known.name.empty()) {
-      failOnUsage("--set textureChoice=file needs a picture: add --texture FILE.bmp");
+      failOnUsage("--set textureChoice=file needs a picture: add --texture FILE");
     }
   } else if (assignedChoice != 0 && assignedChoice != kTextureChoiceFile) {
     failOnUsage("--texture chooses the picture file, but --set textureChoice=" +
@@ -147,7 +147,7 @@ FoundPictures findPictures(const EffectOptions& options, const ChosenEffect& eff
   if (effect.settings.textureChoice == kTextureChoiceFile &&
       found.pictures[kTextureName].path.empty()) {
     failOnFile(originOf(options),
-               "takes its relief from a picture, but does not say which; add --texture FILE.bmp");
+               "takes its relief from a picture, but does not say which; add --texture FILE");
   }
   return found;
 }

@@ -1,4 +1,4 @@
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/setting_text.h"
 
 #include <charconv>
 #include <cmath>

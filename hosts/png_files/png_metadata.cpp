@@ -7,9 +7,9 @@
 #include <string>
 
 #include "hosts/picture_files/exif_block.h"
-#include "hosts/picture_files/png_chunks.h"
-#include "hosts/picture_files/png_read.h"
-#include "hosts/picture_files/png_write.h"
+#include "hosts/png_files/png_chunks.h"
+#include "hosts/png_files/png_read.h"
+#include "hosts/png_files/png_write.h"
 
 constexpr size_t kLargestText = size_t{16} << 20;  // profiles too
 constexpr char kXmpKey[] = "XML:com.adobe.xmp";

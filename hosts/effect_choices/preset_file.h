@@ -22,6 +22,9 @@ Preset emptyPreset();
 // A name that stands in a settings file, in UTF-8.
 std::string nameInUtf8(const char* windowsName);
 
+// Whatever else stands under the name is not to be lost by a slip.
+void checkReplaceable(const std::string& file);
+
 // The names are in the Windows character set, of less than kPathBytes bytes; "" for none. A longer
 // old file keeps its tail, which readers never look at. The file as a whole, in its place, or not
 // at all.

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/effect_runs/bitmap_path.h"
+#include "hosts/effect_choices/bitmap_path.h"
 #include "persistence/settings_items.h"
 #include "settings/effect_settings.h"
 

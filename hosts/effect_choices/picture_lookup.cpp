@@ -1,9 +1,9 @@
-#include "hosts/effect_runs/picture_lookup.h"
+#include "hosts/effect_choices/picture_lookup.h"
 
 #include <cstdio>
 #include <cstring>
 
-#include "hosts/effect_runs/preset_file.h"
+#include "hosts/effect_choices/preset_file.h"
 #include "hosts/process/file_names.h"
 #include "persistence/path_parts.h"
 #include "platform/user_files.h"

@@ -1,4 +1,4 @@
-#include "hosts/effect_runs/preset_lookup.h"
+#include "hosts/effect_choices/preset_lookup.h"
 
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"

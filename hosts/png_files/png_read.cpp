@@ -1,12 +1,12 @@
-#include "hosts/picture_files/png_read.h"
+#include "hosts/png_files/png_read.h"
 
 #include <isa-l/igzip_lib.h>
 
 #include <algorithm>
 #include <memory>
 
-#include "hosts/picture_files/png_chunks.h"
-#include "hosts/picture_files/png_rows.h"
+#include "hosts/png_files/png_chunks.h"
+#include "hosts/png_files/png_rows.h"
 #include "hosts/process/progress_bar.h"
 
 constexpr size_t kHeaderBytes = 13;
@@ -126,10 +126,6 @@ static bool endsWhole(PngStream* stream) {
 
 static uint16_t sampleAt(const uint8_t* at) {
   return static_cast<uint16_t>(at[0] << 8 | at[1]);
-}
-
-static uint8_t shallow(uint16_t sample) {
-  return static_cast<uint8_t>((sample - (sample >> 8) + 128) >> 8);
 }
 
 static void takeShallowRow(const uint8_t* row, size_t bytes, bool alpha, Picture* picture) {

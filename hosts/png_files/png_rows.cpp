@@ -1,4 +1,4 @@
-#include "hosts/picture_files/png_rows.h"
+#include "hosts/png_files/png_rows.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,11 +1,11 @@
-#include "hosts/effect_runs/preset_file.h"
+#include "hosts/effect_choices/preset_file.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
 
 #include "entry/handles.h"
-#include "hosts/effect_runs/setting_text.h"
+#include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/interrupt.h"
@@ -71,8 +71,9 @@ std::string nameInUtf8(const char* windowsName) {
   return name;
 }
 
-// Whatever else stands under the name is not to be lost by a slip.
-static void checkReplaceable(const std::string& file) {
+void checkReplaceable(const std::string& file) {
+  struct stat old = {};
+  if (file == kStandardStream || stat(file.c_str(), &old) != 0 || old.st_size == 0) return;
   try {
     readPreset(file);
   } catch (const CommandFailure&) {
@@ -89,9 +90,7 @@ void writePreset(const EffectSettings& settings, const std::string names[kPictur
   const size_t count = encodeNamedSettings(&settings, texts, bytes);
   FileBytes contents(bytes, bytes + count);
   struct stat old = {};
-  if (file != kStandardStream && stat(file.c_str(), &old) == 0 && old.st_size > 0) {
-    checkReplaceable(file);
-  }
+  checkReplaceable(file);
   if (file != kStandardStream && stat(file.c_str(), &old) == 0 &&
       static_cast<size_t>(old.st_size) > count) {
     const FileBytes before = readWholeFile(file, "a settings file");
