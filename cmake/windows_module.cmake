@@ -44,4 +44,5 @@ target_link_libraries(morvalis_module PRIVATE
   -Wl,--whole-archive morvalis_windows morvalis_core -Wl,--no-whole-archive)
 # The run-time libraries go inside, since hosts do not look beside the module for others. The
 # dialog procedure is exported under its plain name. The same sources give the same bytes.
-target_link_options(morvalis_module PRIVATE -static -s -Wl,--kill-at -Wl,--no-insert-timestamp)
+target_link_options(morvalis_module PRIVATE -static -s -Wl,--kill-at -Wl,--no-insert-timestamp
+  -Wl,--subsystem,windows)

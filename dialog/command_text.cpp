@@ -78,4 +78,9 @@ void writeCommandText(const EffectSettings& settings, char* text) {
     quote(settings.texturePath, path, sizeof(path));
     append(&writer, " --texture %s%s", path, "");
   }
+  if (dependsOnSeed(settings)) {
+    char seed[16] = "";
+    std::to_chars(seed, seed + sizeof(seed) - 1, settings.textureSeed);
+    append(&writer, " --seed %s%s", seed, "");
+  }
 }

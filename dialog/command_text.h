@@ -9,5 +9,5 @@ struct EffectSettings;
 constexpr int32_t kCommandTextBytes = 4096;
 
 // Writes `morvalis apply IMAGE -o OUT --set ...` with every setting that differs from its default,
-// and the picture files that are in use.
+// the picture files that are in use, and the seed of what is random.
 void writeCommandText(const EffectSettings& settings, char* text);

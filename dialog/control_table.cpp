@@ -1,5 +1,7 @@
 #include "dialog/control_table.h"
 
+#include "dialog/dialog_reading.h"
+
 // left, top, right, bottom into the rectangle's own order.
 #define AT(l, t, r, b) \
   Rectangle {          \
@@ -7,46 +9,53 @@
   }
 #define AREA(id, rect, tip) \
   { id, ControlKind::area, rect, nullptr, tip }
+#define NAMED_AREA(id, rect, name, tip) \
+  { id, ControlKind::area, rect, name, tip }
 #define BUTTON(id, rect, name, tip) \
   { id, ControlKind::button, rect, name, tip }
 
 // A row of the left column: label, slider and value area on one band.
-#define SLIDER_ROW(label, slider, value, top)              \
-  AREA(label, AT(2, (top)-1, 59, (top) + 15), nullptr),    \
-      AREA(slider, AT(66, top, 201, (top) + 12), nullptr), \
+#define SLIDER_ROW(label, slider, value, top, name)                    \
+  AREA(label, AT(2, (top)-1, 59, (top) + 15), nullptr),                \
+      NAMED_AREA(slider, AT(66, top, 201, (top) + 12), name, nullptr), \
       AREA(value, AT(203, top, 227, (top) + 13), nullptr)
 
 constexpr WindowControl kControls[] = {
     AREA(6, AT(12, 21, 60, 37), nullptr),
     AREA(7, AT(4, 290, 59, 306), nullptr),
-    AREA(kShapePicker, AT(66, 10, 101, 45), "Shape: cross-section of the bevel"),
+    NAMED_AREA(kShapePicker, AT(66, 10, 101, 45), "Shape", "Shape: cross-section of the bevel"),
     AREA(kShapeArrow, AT(186, 20, 203, 37), nullptr),
-    AREA(kTexturePicker, AT(267, 10, 302, 45), "Texture: relief pressed into the surface"),
+    NAMED_AREA(kTexturePicker, AT(267, 10, 302, 45), "Texture",
+               "Texture: relief pressed into the surface"),
     AREA(kTextureFrame, AT(267, 54, 334, 121), nullptr),
-    AREA(kTextureSample, AT(270, 57, 334, 121),
-         "Drag to shift the texture, click to open a picture"),
-    AREA(69, AT(267, 126, 337, 138), nullptr),
+    NAMED_AREA(kTextureSample, AT(270, 57, 334, 121), "Texture sample",
+               "Drag to shift the texture, click to open a picture"),
+    NAMED_AREA(69, AT(267, 126, 337, 138), "Texture size", nullptr),
     AREA(70, AT(339, 126, 359, 139), nullptr),
     AREA(kEnvironmentFrame, AT(267, 150, 334, 217), nullptr),
-    AREA(kBlendPicker, AT(300, 230, 335, 265), "Blend mode: how the effect meets the picture"),
+    NAMED_AREA(kBlendPicker, AT(300, 230, 335, 265), "Blend mode",
+               "Blend mode: how the effect meets the picture"),
     AREA(kBlendSymbol, AT(270, 239, 290, 258), nullptr),
-    AREA(kPreviewArea, AT(371, 9, 669, 298), nullptr),
-    AREA(kAutoPreviewToggle, AT(406, 309, 420, 323), "Render the preview after every change"),
+    NAMED_AREA(kPreviewArea, AT(371, 9, 669, 298), "Preview",
+               "Drag: another part. Right button: untouched. F1 or ?: keys and mouse"),
+    NAMED_AREA(kAutoPreviewToggle, AT(406, 309, 420, 323), "Auto preview",
+               "Render the preview after every change"),
     AREA(40, AT(423, 310, 487, 325), nullptr),
-    AREA(kLight1Pad, AT(61, 283, 140, 368), "Direction of light 1"),
-    AREA(kLight2Pad, AT(146, 283, 225, 368), "Direction of light 2"),
-    AREA(kCausticToggle, AT(235, 188, 249, 202), "Caustic light: coloured or grey"),
-    SLIDER_ROW(8, kRadiusSlider, 25, 54),
-    SLIDER_ROW(10, 11, 13, 73),
-    SLIDER_ROW(18, 19, 20, 92),
-    SLIDER_ROW(30, 28, 26, 111),
-    SLIDER_ROW(31, 12, 32, 130),
-    SLIDER_ROW(14, kReflectionSlider, 16, 150),
-    SLIDER_ROW(51, 52, 53, 170),
-    SLIDER_ROW(29, 27, 34, 190),
-    SLIDER_ROW(54, 55, 56, 209),
-    SLIDER_ROW(41, 42, 43, 228),
-    SLIDER_ROW(57, 58, 59, 247),
+    NAMED_AREA(kLight1Pad, AT(61, 283, 140, 368), "Light 1", "Direction of light 1"),
+    NAMED_AREA(kLight2Pad, AT(146, 283, 225, 368), "Light 2", "Direction of light 2"),
+    NAMED_AREA(kCausticToggle, AT(235, 188, 249, 202), "Grey caustic",
+               "Caustic light: coloured or grey"),
+    SLIDER_ROW(8, kRadiusSlider, 25, 54, "Radius"),
+    SLIDER_ROW(10, 11, 13, 73, "Height"),
+    SLIDER_ROW(18, 19, 20, 92, "Texture depth"),
+    SLIDER_ROW(30, 28, 26, 111, "Gloss"),
+    SLIDER_ROW(31, 12, 32, 130, "Glare"),
+    SLIDER_ROW(14, kReflectionSlider, 16, 150, "Reflection"),
+    SLIDER_ROW(51, 52, 53, 170, "Glassiness"),
+    SLIDER_ROW(29, 27, 34, 190, "Caustic"),
+    SLIDER_ROW(54, 55, 56, 209, "Iridescence"),
+    SLIDER_ROW(41, 42, 43, 228, "Iri colors"),
+    SLIDER_ROW(57, 58, 59, 247, "Tarnish"),
     BUTTON(kEnvironmentButton, AT(270, 153, 334, 217), "Environment picture",
            "Open an environment picture"),
     BUTTON(kSpinButton, AT(340, 178, 358, 195), "Spin", "Turn the environment a quarter"),
@@ -63,10 +72,10 @@ constexpr WindowControl kControls[] = {
     BUTTON(kOkButton, AT(609, 333, 669, 358), "OK", nullptr),
 };
 
-const WindowTemplate kMainDialog = {"DISSOLVESANSPARAM", "Morvalis",
-                                    kDialogWidth,        kDialogHeight,
-                                    kControls,           sizeof(kControls) / sizeof(kControls[0]),
-                                    kOkButton,           kCancelButton};
+const WindowTemplate kMainDialog = {
+    "DISSOLVESANSPARAM", "Morvalis",    kDialogWidth,
+    kDialogHeight,       kControls,     sizeof(kControls) / sizeof(kControls[0]),
+    kOkButton,           kCancelButton, readControl};
 
 const Label kLabels[] = {{6, "Shape"},       {8, "Radius"},       {10, "Height"},
                          {14, "Reflection"}, {30, "Gloss"},       {31, "Glare"},
@@ -95,11 +104,26 @@ const Picker kPickers[kPickerCount] = {
     {kTexturePicker, "textureChoice", 1, 13, "Texture", "relief pressed into the surface"},
     {kBlendPicker, "blendMode", 1, 12, "Blend mode", "how the effect meets the picture"}};
 
-Rectangle controlRect(int32_t id) {
+static const WindowControl* findControl(int32_t id) {
   for (const WindowControl& control : kControls) {
-    if (control.id == id) return control.rect;
+    if (control.id == id) return &control;
   }
-  return {};
+  return nullptr;
+}
+
+const char* controlName(int32_t id) {
+  const WindowControl* control = findControl(id);
+  return control == nullptr ? nullptr : control->name;
+}
+
+const char* controlMeaning(int32_t id) {
+  const WindowControl* control = findControl(id);
+  return control == nullptr || control->toolTip == nullptr ? "" : control->toolTip;
+}
+
+Rectangle controlRect(int32_t id) {
+  const WindowControl* control = findControl(id);
+  return control == nullptr ? Rectangle{} : control->rect;
 }
 
 const Slider* findSlider(int32_t id) {

@@ -44,6 +44,11 @@ constexpr int32_t kRadiusSlider = 9;
 
 extern const WindowTemplate kMainDialog;
 
+// Name of a control that is neither slider nor picker, null for one that the user cannot act on;
+// and what its tool tip says of it.
+const char* controlName(int32_t id);
+const char* controlMeaning(int32_t id);
+
 // Rectangle of a control in client pixels; empty for an id that no control has.
 Rectangle controlRect(int32_t id);
 

@@ -9,8 +9,8 @@
 #include "dialog/dialog_state.h"
 #include "dialog/drag.h"
 #include "dialog/focus.h"
+#include "dialog/key_help.h"
 #include "dialog/light_pads.h"
-#include "dialog/picture_menus.h"
 #include "dialog/picture_windows.h"
 #include "dialog/preview_area.h"
 #include "dialog/small_controls.h"
@@ -102,33 +102,14 @@ static bool pressEnter(DialogState* dialog, int32_t focused) {
   return false;
 }
 
-static bool pressSpace(DialogState* dialog, int32_t id) {
-  switch (id) {
-    case kShapePicker:
-    case kTexturePicker:
-    case kBlendPicker:
-      openPickerByKey(dialog, id);
-      return true;
-    case kCausticToggle:
-    case kAutoPreviewToggle:
-      flipToggle(dialog, id);
-      return true;
-    case kTextureSample:
-      chooseTextureFile(dialog);
-      return true;
-    default:
-      return false;
-  }
-}
-
 static bool actOnControl(DialogState* dialog, int32_t id, const WindowEvent& event) {
   const bool slider = findSlider(id) != nullptr;
   if (event.key == WindowKey::character) {
-    if (event.character == ' ') return pressSpace(dialog, id);
+    if (event.character == ' ') return useArea(dialog, id);
     return slider && typeCharacter(dialog, id, event.character);
   }
   if (event.key == WindowKey::backspace) return slider && eraseCharacter(dialog, id);
-  if (event.key == WindowKey::down && isPicker(id)) return pressSpace(dialog, id);
+  if (event.key == WindowKey::down && isPicker(id)) return useArea(dialog, id);
   return moveControl(dialog, id, stepOfKey(event));
 }
 
@@ -168,7 +149,16 @@ bool handleKey(DialogState* dialog, const WindowEvent& event) {
       takeTyping(dialog);
       copyCommand(dialog);
       return true;
+    case WindowKey::help:
+      takeTyping(dialog);
+      showKeyHelp();
+      return true;
     default: {
+      if (event.key == WindowKey::character && event.character == '?') {
+        takeTyping(dialog);
+        showKeyHelp();
+        return true;
+      }
       const bool used = actOnControl(dialog, controlForKeys(dialog, event), event);
       if (used && dialog->focusedArea != 0) keyboardActs(dialog);
       return used;

@@ -128,6 +128,7 @@ static void changeToggle(DialogState* dialog, int32_t id) {
   EffectSettings* settings = settingsOf(dialog);
   (id == kCausticToggle ? settings->iriTableChoice : settings->autoPreview) ^= 1;
   repaintControl(dialog, id);
+  tellReading(dialog->window, id);
 }
 
 static bool releaseCausticToggle(DialogState* dialog) {
@@ -141,7 +142,7 @@ static bool releaseAutoPreview(DialogState* dialog) {
   return true;  // which renders only when it is on now
 }
 
-void flipToggle(DialogState* dialog, int32_t id) {
+static void flipToggle(DialogState* dialog, int32_t id) {
   changeToggle(dialog, id);
   refreshPreview(dialog);
 }
@@ -159,8 +160,27 @@ static bool releaseTextureSample(DialogState* dialog) {
   return dialog->controlValue[kTextureSample] == 1 && openTextureFile(dialog);
 }
 
-void chooseTextureFile(DialogState* dialog) {
+static void chooseTextureFile(DialogState* dialog) {
   if (openTextureFile(dialog)) refreshPreview(dialog);
+}
+
+bool useArea(DialogState* dialog, int32_t id) {
+  switch (id) {
+    case kShapePicker:
+    case kTexturePicker:
+    case kBlendPicker:
+      openPickerByKey(dialog, id);
+      return true;
+    case kCausticToggle:
+    case kAutoPreviewToggle:
+      flipToggle(dialog, id);
+      return true;
+    case kTextureSample:
+      chooseTextureFile(dialog);
+      return true;
+    default:
+      return false;
+  }
 }
 
 void handleRelease(DialogState* dialog, Point) {

@@ -10,6 +10,5 @@ void handlePress(DialogState* dialog, Point point);
 void handleMove(DialogState* dialog, Point point);
 void handleRelease(DialogState* dialog, Point point);
 
-// The same as a click on a toggle, or on the texture sample.
-void flipToggle(DialogState* dialog, int32_t id);
-void chooseTextureFile(DialogState* dialog);
+// What the Space key does with an area; false when that is nothing.
+bool useArea(DialogState* dialog, int32_t id);

@@ -28,6 +28,8 @@ struct DialogState {
   int32_t controlMax[kControlIds];
   int32_t toldValue[kControlIds];  // of a slider or picker, in its tool tip
   bool tipTold[kControlIds];
+  int32_t toldReading[kControlIds];  // what it was when its reading was told last
+  bool readingTold[kControlIds];
 
   int32_t fitScale;      // reduction at which the whole filter rectangle fits the preview
   int32_t wheelControl;  // slider under the pointer

@@ -50,6 +50,7 @@ static void setLight(DialogState* dialog, int32_t id, double dx, double dy) {
   light->x = static_cast<float>(dx / distance);
   light->y = static_cast<float>(dy / distance);
   repaintControl(dialog, id);
+  tellReading(dialog->window, id);
 }
 
 void stepLight(DialogState* dialog, int32_t id, int32_t right, int32_t down, bool end) {

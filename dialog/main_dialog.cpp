@@ -7,6 +7,7 @@
 #include "dialog/dialog_controls.h"
 #include "dialog/dialog_extras.h"
 #include "dialog/dialog_mouse.h"
+#include "dialog/dialog_reading.h"
 #include "dialog/dialog_state.h"
 #include "dialog/focus.h"
 #include "dialog/light_pads.h"
@@ -159,6 +160,12 @@ static bool handleEvent(Window* window, const WindowEvent& event, void* context)
     case WindowEventKind::drawItem:
       if (event.state.focused) buttonHasFocus(dialog, event.id);
       drawItem(dialog, event.id, event.state);
+      return true;
+    case WindowEventKind::use:
+      useArea(dialog, event.id);
+      return true;
+    case WindowEventKind::set:
+      setFromOutside(dialog, event.id, event.amount);
       return true;
     case WindowEventKind::rest:
       renderDrag(dialog);

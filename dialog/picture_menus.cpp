@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "dialog/dialog_reading.h"
 #include "dialog/dialog_state.h"
 #include "platform/clock.h"
 #include "platform/dialog_text.h"
@@ -105,11 +106,17 @@ void drawPicker(DialogState* dialog, int32_t id) {
   drawLine(canvas, r.right - 1, r.bottom + 1, r.left + 2, r.bottom + 1, kBlack);
   const int32_t value = settingOfPicker(settingsOf(dialog), id);
   tellChoice(dialog, id, value);
+  tellIfNews(dialog, id, value);
   const MenuRow* shown = &kMenuRows[0];
   for (const MenuRow& row : kMenuRows) {
     if (row.picker == id && row.value == value) shown = &row;
   }
   drawResource(canvas, shown->picture, r.left + 2, r.top + 4);
+}
+
+void postChoice(DialogState* dialog, int32_t picker, int32_t value) {
+  if (value < 1 || value > rowsOf(picker)) return;
+  postCommand(dialog->window, kFirstMenuCommand + firstRowOf(picker) + value - 1);
 }
 
 int32_t choiceFromCommand(DialogState* dialog, int32_t command) {
@@ -173,12 +180,26 @@ static void releasePopup(DialogState* dialog) {
   closePopup(popup);
   freeModuleBlock(dialog->popupCanvas.target.rgb);
   dialog->popupCanvas = {};
+  tellIfNews(dialog, dialog->popupPicker, dialog->controlValue[dialog->popupPicker]);
+}
+
+// The user hears or reads which row it is.
+static void tellHotRow(DialogState* dialog) {
+  const int32_t hot = dialog->popupHot;
+  if (hot == 0) return nameRow(dialog->popup, {}, nullptr, false);
+  const MenuRow& row = kMenuRows[firstRowOf(dialog->popupPicker) + hot - 1];
+  const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
+  const Rectangle place = {side((hot - 1) * kRowHeight), 0, side(hot * kRowHeight),
+                           side(dialog->popupWidth)};
+  nameRow(dialog->popup, place, choiceName(row.picker, row.value), shownName(row)[0] != 0);
+  tellIfNews(dialog, row.picker, row.value);
 }
 
 static void setHot(DialogState* dialog, int32_t row) {
   if (row == dialog->popupHot) return;
   dialog->popupHot = row;
   drawPopup(dialog);
+  tellHotRow(dialog);
 }
 
 // Closes the pop-up and posts the command of the row that is chosen, if any.
@@ -186,7 +207,7 @@ static void choose(DialogState* dialog, int32_t row) {
   const bool enabled = dialog->session->dialog.controlEnabled[dialog->popupPicker] == 1;
   releasePopup(dialog);
   if (row == 0 || !enabled) return;
-  postCommand(dialog->window, kFirstMenuCommand + firstRowOf(dialog->popupPicker) + row - 1);
+  postChoice(dialog, dialog->popupPicker, row);
 }
 
 // --- Its user -------------------------------------------------------------------------------
@@ -310,6 +331,8 @@ static void openPopupAt(DialogState* dialog, int32_t id, Point screenPoint, bool
     dialog->popup = nullptr;
     freeModuleBlock(target.rgb);
     dialog->popupCanvas = {};
+  } else if (dialog->popupHot != 0) {
+    tellHotRow(dialog);
   }
 }
 

@@ -24,5 +24,8 @@ void openPickerByKey(DialogState* dialog, int32_t id);
 // Name of a picker's choice, "*" for a value that is none.
 const char* choiceName(int32_t picker, int32_t value);
 
+// Posts the command of a picker's choice, as a row of its menu does.
+void postChoice(DialogState* dialog, int32_t picker, int32_t value);
+
 // Takes a row's value into the control value of its picker; the picker's id, 0 for no row.
 int32_t choiceFromCommand(DialogState* dialog, int32_t command);

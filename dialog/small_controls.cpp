@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "dialog/dialog_reading.h"
 #include "dialog/dialog_state.h"
 #include "platform/dialog_text.h"
 #include "services/counted_text.h"
@@ -38,7 +39,7 @@ void drawLabel(DialogState* dialog, int32_t id) {
 }
 
 // The radius slider moves at twice the pace above 50; its field shows pixels.
-static int32_t shownValue(const Slider& slider, int32_t value) {
+int32_t shownValue(const Slider& slider, int32_t value) {
   return slider.id == kRadiusSlider && value > 50 ? 2 * value - 50 : value;
 }
 
@@ -79,6 +80,7 @@ void drawValue(DialogState* dialog, int32_t id) {
   numberToText(shownValue(*slider, dialog->controlValue[slider->id]), text);
   drawControlText(dialog, slider->valueArea, reinterpret_cast<const char*>(text) + 1, -1, kBlack);
   tellValue(dialog, *slider);
+  tellIfNews(dialog, slider->id, dialog->controlValue[slider->id]);
 }
 
 static int32_t usableWidth(const Rectangle& rect) {

@@ -10,6 +10,9 @@ struct Slider;
 void drawLabel(DialogState* dialog, int32_t id);
 void drawValue(DialogState* dialog, int32_t id);  // a slider's or its value area's id
 
+// The number that a slider's field shows.
+int32_t shownValue(const Slider& slider, int32_t value);
+
 // The slider's value that its field shows as this number.
 int32_t valueFromShown(const Slider& slider, int32_t shown);
 

@@ -43,6 +43,7 @@ static void takeUserSettings(EffectSettings* settings, const EffectSettings& wan
   std::memcpy(settings->proceduralTexture, wanted.proceduralTexture,
               sizeof(settings->proceduralTexture));
   settings->proceduralTextureVariant = wanted.proceduralTextureVariant;
+  settings->textureSeed = wanted.textureSeed;
   settings->textureWidth = wanted.textureWidth;
   settings->textureHeight = wanted.textureHeight;
   settings->previousTextureChoice = wanted.textureChoice;

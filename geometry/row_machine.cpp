@@ -1,5 +1,6 @@
 #include "geometry/row_machine.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "entry/session_record.h"
@@ -119,7 +120,9 @@ void step(SessionRecord* session) {
   const FilterRecord* filter = session->filter;
   const bool final = !isPreview(settingsOf(session));
   if (final && filter->progressProc != nullptr) {
-    filter->progressProc(render->progressDone, render->progressTotal);
+    // The passes have a few rows more than the picture, which the total leaves out.
+    const int32_t done = std::min(render->progressDone, render->progressTotal);
+    filter->progressProc(done, render->progressTotal);
     if (!recordStands(session)) return;
   }
   ++render->progressDone;

@@ -35,6 +35,7 @@ void prepareTexture(SessionRecord* session) {
 void generateTexture(SessionRecord* session) {
   EffectSettings* settings = settingsOf(session);
   if (session->render.heightField.address == nullptr || settings->texturePicture == nullptr) return;
+  settings->textureSeed = presentSeed();
   setUpPattern(session);
   const bool walk = settings->proceduralTexture[0] == kPatternWalk;
   if (walk) {

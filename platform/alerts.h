@@ -40,8 +40,15 @@ struct AlertContent {
 };
 
 // Shows the alert modally; the number of the button that closed it, -1 when it cannot be shown.
-// No item has the keyboard focus at first.
+// Enter and Escape are its Cancel at first, as is closing its window.
 int32_t showPlatformAlert(const AlertContent& content);
 
 // Shows a message box with the stop icon and returns when it is closed.
 void showPlatformMessage(const char* caption, const char* text);
+
+// Shows rows of two columns on a sheet, above the window that is open, until the user closes it.
+struct SheetRow {
+  const char* term;
+  const char* meaning;
+};
+void showPlatformSheet(const char* caption, const SheetRow* rows, int32_t count);

@@ -12,8 +12,8 @@ struct FileChooser {
 };
 
 // Each fills `path` with the full path chosen, zero-terminated; it is empty when the user cancelled
-// or the path does not fit.
-enum class ChooserAnswer { cancelled, chosen, tooLong };
+// or the path does not fit, or has no form in the character set that the module keeps paths in.
+enum class ChooserAnswer { cancelled, chosen, tooLong, noName };
 ChooserAnswer choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes);
 ChooserAnswer choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes);
 

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "platform/control_reading.h"
 #include "services/rectangle.h"
 
 struct Window;  // the back end's
@@ -34,6 +35,7 @@ struct WindowTemplate {
   int32_t controlCount;
   int32_t defaultButton;  // Enter presses it, 0 for none
   int32_t cancelButton;   // Escape, unless used, and the window's closing press it, 0 for none
+  ControlReader reader = nullptr;  // gets the procedure's context; null: names say it all
 };
 
 // --- Events ---------------------------------------------------------------------------------
@@ -51,6 +53,8 @@ enum class WindowEventKind {
   wheel,  // `amount` notches, positive away from the user, at `point`
   key,    // `key` with the modifiers
   rest,   // asked for with awaitRest
+  use,    // area `id`, as the Space key does: by somebody who cannot see it
+  set,    // control `id` to `amount`, likewise
 };
 
 enum class WindowKey {
@@ -70,6 +74,7 @@ enum class WindowKey {
   redo,
   copy,
   tab,
+  help,
   character,  // `character`
 };
 
@@ -120,6 +125,9 @@ void redrawItem(Window* window, int32_t id);
 // away.
 void setToolTip(Window* window, int32_t id, const char* text);
 
+// A control's reading says something else now.
+void tellReading(Window* window, int32_t id);
+
 // What the host's displayPixels gets as its platform context so that it draws into the target.
 // Where the host draws elsewhere, endHostDrawing brings the pixels over.
 void* beginHostDrawing(Window* window, PixelTarget* target);
@@ -155,6 +163,10 @@ void copyTextToClipboard(const char* text);
 Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t height,
                   WindowProcedure procedure, void* context);
 void closePopup(Window* popup);
+
+// Names the row that the user is at, in client pixels of the pop-up; null when they are at none.
+// One whose name is not written in it shows it beside.
+void nameRow(Window* popup, const Rectangle& row, const char* name, bool isWritten);
 
 Point clientToScreen(Window* window, Point point);
 int32_t screenHeight();

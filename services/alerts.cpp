@@ -58,6 +58,8 @@ constexpr StringRow kStrings[] = {
     {kNotPictureString,
      "\"^0\" is not a Windows bitmap that can be opened. Nothing has been changed."},
     {kPathTooLongString, "The path of that file is too long."},
+    {kNameUnusableString,
+     "The name of that file or of its folder has characters that cannot be used here."},
 };
 
 void setAlertParameters(const char* p0, const char* p1, const char* p2, const char* p3) {

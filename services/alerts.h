@@ -21,6 +21,7 @@ constexpr int32_t kLimitedSettingsString = 17003;
 constexpr int32_t kCannotSaveString = 17004;
 constexpr int32_t kNotPictureString = 17005;
 constexpr int32_t kPathTooLongString = 17006;
+constexpr int32_t kNameUnusableString = 17007;
 
 constexpr int32_t kAlertTextBytes = 1500;  // working text: at most 1499 characters
 

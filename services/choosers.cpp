@@ -13,6 +13,7 @@ static FileChooser chooserOf(int32_t kind, const char* title) {
 
 static bool isChosen(ChooserAnswer answer) {
   if (answer == ChooserAnswer::tooLong) showStringAlert(kPathTooLongString);
+  if (answer == ChooserAnswer::noName) showStringAlert(kNameUnusableString);
   return answer == ChooserAnswer::chosen;
 }
 

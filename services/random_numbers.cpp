@@ -10,6 +10,10 @@ void seedRandomNumbers(uint32_t seed) {
   randomState = seed;
 }
 
+uint32_t presentSeed() {
+  return randomState;
+}
+
 int32_t randomNumber() {
   randomState = randomState * kMultiplier + kIncrement;
   return static_cast<int32_t>(randomState >> 16 & 32767);

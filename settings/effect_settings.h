@@ -87,11 +87,19 @@ struct EffectSettings {
   char texturePath[kPathBytes];
   char environmentPath[kPathBytes];
   char pictureFolder[kPathBytes];
-  uint64_t loadMark;  // load of the module that the pointers above belong to
+  uint64_t loadMark;     // load of the module that the pointers above belong to
+  uint32_t textureSeed;  // with which the texture was drawn
 };
 
 constexpr int32_t kShapeCount = 13;
 constexpr int32_t kTextureChoiceNone = 1;
 constexpr int32_t kTextureChoiceFile = 13;
+
+// The built-in textures are drawn by chance.
+inline bool dependsOnSeed(const EffectSettings& settings) {
+  return settings.textureChoice != kTextureChoiceNone &&
+         settings.textureChoice != kTextureChoiceFile;
+}
+
 constexpr int32_t kBlendModeTarnish = 11;
 constexpr int32_t kBlendModeCaustic = 12;

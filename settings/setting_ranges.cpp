@@ -59,7 +59,7 @@ constexpr SettingRange kSettingRanges[] = {
     NUMBER(gloss, 0, 100, 50, nullptr, "strength of the highlights"),
     NUMBER(glare, 0, 100, 50, nullptr, "breadth of the highlights"),
     NUMBER(reflection, 0, 100, 0, nullptr, "how much of the environment picture is mirrored"),
-    NUMBER(environmentTurns, 0, 3, 0, nullptr, "quarter turns of the environment picture file"),
+    NUMBER(environmentTurns, 0, 3, 0, nullptr, "quarter turns of the environment picture"),
     NUMBER(glassiness, 0, 100, 0, nullptr, "how much light passes through the object"),
     NUMBER(caustic, 0, 100, 50, nullptr, "light gathered behind glass; needs glassiness"),
     TOGGLE(iriTableChoice, 0, "1: the gathered light is grey instead of coloured"),

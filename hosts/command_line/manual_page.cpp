@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "dialog/key_help.h"
 #include "hosts/effect_choices/setting_text.h"
 
 constexpr char kPageDate[] = "2026-11-25";  // of the last change to what the page says
@@ -27,23 +28,6 @@ constexpr ManualEntry kExitCodes[] = {
      "Something failed, or the user cancelled. Of several pictures the others have been written."},
     {"2", "The command line was wrong; nothing has been done."},
     {"130", "The run was interrupted. No file is half written."},
-};
-
-constexpr ManualEntry kDialogKeys[] = {
-    {"Tab, Shift+Tab", "To the next control, and back."},
-    {"Arrows, Page Up, Page Down, Home, End",
-     "Move what has the focus, with Shift by 10; without a focus the slider under the pointer."},
-    {"Digits", "A number for the slider. Enter, Tab or a click elsewhere takes it."},
-    {"Space",
-     "Presses a button, switches a box, opens a menu. In a menu arrows, letters and Enter "
-     "choose."},
-    {"Enter", "Presses the button that has the focus, otherwise OK."},
-    {"Escape", "Gives up a number, a drag or a menu; otherwise it is Cancel."},
-    {"Ctrl+Z, Ctrl+Shift+Z", "Undo and redo."},
-    {"Ctrl+C", "Copies the morvalis apply command that does the same."},
-    {"Wheel", "Changes the slider under the pointer, with Shift by 10."},
-    {"Double-click", "Puts a slider's default back."},
-    {"Right button", "On the preview: the untouched picture, while it is held."},
 };
 
 constexpr ManualEntry kFiles[] = {
@@ -146,6 +130,14 @@ static std::string settingEntry(const SettingRange& row) {
   return entry("\\fB" + std::string(row.name) + "\\fR", meaning);
 }
 
+static std::string dialogSection() {
+  std::string roff = ".SH DIALOG\n";
+  for (int32_t i = 0; i < kKeyHelpCount; ++i) {
+    roff += entry("\\fB" + escaped(kKeyHelp[i].term) + "\\fR", kKeyHelp[i].meaning);
+  }
+  return roff;
+}
+
 template <size_t count>
 static std::string section(const char* title, const ManualEntry (&entries)[count]) {
   std::string roff = std::string(".SH ") + title + "\n";
@@ -173,6 +165,5 @@ std::string manualPage(const CommandOutline& program) {
   roff += ".SH SETTINGS\n";
   roff += escaped("What --set takes. Names of choices may be written with hyphens for blanks.\n");
   for (int32_t i = 0; i < kSettingRangeCount; ++i) roff += settingEntry(kSettingRanges[i]);
-  return roff + section("DIALOG", kDialogKeys) + section("FILES", kFiles) +
-         section("EXIT STATUS", kExitCodes);
+  return roff + dialogSection() + section("FILES", kFiles) + section("EXIT STATUS", kExitCodes);
 }

@@ -76,7 +76,8 @@ static void describeSaving(CLI::App* command, SavingOptions* saving) {
                    "of JPEG (95 if not said), AVIF, HEIC, and of WebP and JPEG XL,\n"
                    "which are without loss if not said")
       ->type_name("1-100");
-  command->add_flag("--lossless", saving->lossless, "without loss: WebP, AVIF, JPEG XL");
+  command->add_flag("--lossless", saving->lossless,
+                    "without loss: WebP, JPEG XL; AVIF and HEIC to within one step");
   command
       ->add_option("--compression", saving->compression,
                    "how closely PNG is packed; quickly if not said, 9 is smallest")

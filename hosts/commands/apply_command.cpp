@@ -106,16 +106,10 @@ static void checkImages(const std::vector<std::string>& images) {
   }
 }
 
-// Only the built-in textures are drawn by chance.
-static bool usesSeed(const EffectSettings& settings) {
-  return settings.textureChoice != kTextureChoiceNone &&
-         settings.textureChoice != kTextureChoiceFile;
-}
-
 int runApplyCommand(const ApplyOptions& given) {
   ApplyOptions options = given;
   options.mask.enlarged = parseSupersample(options.supersample);
-  const uint32_t seed = parseSeed(options.seed);
+  uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
   checkImages(options.images);
   const std::vector<std::string> outputs = outputNames(options.images, options.output);
@@ -127,6 +121,7 @@ int runApplyCommand(const ApplyOptions& given) {
   const bool single = outputs.size() == 1;
   if (single) checkWritable(outputs[0]);
   const ChosenEffect effect = chooseEffect(options.effect);
+  if (options.seed.empty()) seed = effect.seed.value_or(seed);
   warnOfDarkLights(effect.settings);
   if (single) {
     const EffectPlan plan = planFor(options, effect, seed);
@@ -134,7 +129,7 @@ int runApplyCommand(const ApplyOptions& given) {
   } else {
     applyToPictures(options, effect, seed, outputs, jobs);
   }
-  if (!options.quiet && options.seed.empty() && usesSeed(effect.settings)) {
+  if (!options.quiet && options.seed.empty() && dependsOnSeed(effect.settings)) {
     std::FILE* place = outputs[0] == kStandardStream ? stderr : stdout;
     std::fprintf(place, "seed %u\n", seed);
   }

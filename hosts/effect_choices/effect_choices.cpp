@@ -1,5 +1,7 @@
 #include "hosts/effect_choices/effect_choices.h"
 
+#include <algorithm>
+
 #include "hosts/effect_choices/last_settings.h"
 #include "hosts/effect_choices/picture_lookup.h"
 #include "hosts/effect_choices/preset_file.h"
@@ -44,6 +46,13 @@ static int32_t applyAssignments(const EffectOptions& options, EffectSettings* se
   return textureChoice;
 }
 
+bool assignsTurns(const EffectOptions& options) {
+  return std::any_of(
+      options.assignments.begin(), options.assignments.end(), [](const std::string& text) {
+        return parseAssignment(text).row->offset == offsetof(EffectSettings, environmentTurns);
+      });
+}
+
 // Settings that nobody could have set are not to be rendered by chance.
 static EffectSettings accepted(const EffectOptions& options, const Preset& preset) {
   EffectSettings settings = preset.settings;
@@ -58,10 +67,14 @@ static EffectSettings accepted(const EffectOptions& options, const Preset& prese
 static ChosenEffect startingPoint(const EffectOptions& options) {
   ChosenEffect effect;
   if (options.last) {
-    const Preset last = readLastSettings();
-    effect.settings = accepted(options, last);
-    effect.pictures[kEnvironmentName].path = last.settings.environmentPath;
-    effect.pictures[kTextureName].path = last.settings.texturePath;
+    const LastSettings last = readLastSettings();
+    // What a dialog was confirmed with is rendered as it is: a random radius may be below its
+    // range.
+    const EffectSettings& settings = last.preset.settings;
+    effect.settings = last.seed.has_value() ? settings : accepted(options, last.preset);
+    effect.seed = last.seed;
+    effect.pictures[kEnvironmentName].path = settings.environmentPath;
+    effect.pictures[kTextureName].path = settings.texturePath;
   } else if (!options.preset.empty()) {
     const Preset preset = readPreset(findPreset(options.preset));
     effect.settings = accepted(options, preset);

@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,7 @@ struct ChosenPicture {
 struct ChosenEffect {
   EffectSettings settings;
   ChosenPicture pictures[kPictureNames];
+  std::optional<uint32_t> seed;  // of the last run
 };
 
 ChosenEffect chooseEffect(const EffectOptions& options);
@@ -37,6 +39,9 @@ ChosenEffect chooseEffect(const EffectOptions& options);
 // Ends the command when an assignment is wrong, before a file is looked at.
 void checkOptions(const EffectOptions& options);
 void applyOptions(const EffectOptions& options, ChosenEffect* effect);
+
+// The built-in environment is turned only where someone says so: presets that name none leave it.
+bool assignsTurns(const EffectOptions& options);
 
 // The pictures that the effect needs; without a path where it needs none. Ends the command when one
 // is not to be had.

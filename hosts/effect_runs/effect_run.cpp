@@ -32,7 +32,10 @@ EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, 
   plan.found = findPictures(options, effect);
   const std::string& environment = plan.found.pictures[kEnvironmentName].path;
   const std::string& texture = plan.found.pictures[kTextureName].path;
-  if (!environment.empty()) writeRememberedValue("ChromeFile", environment.c_str());
+  const bool turnsBuiltIn = options.last || assignsTurns(options);
+  if (turnsBuiltIn || !environment.empty()) {
+    writeRememberedValue("ChromeFile", environment.c_str());
+  }
   if (!texture.empty()) writeRememberedValue("TextureFile", texture.c_str());
   return plan;
 }

@@ -37,13 +37,33 @@ static bool beginsAsPicture(BytesView file) {
                              [file](std::string_view mark) { return beginsWith(file, mark); });
 }
 
+static bool isJpegXl(BytesView file) {
+  using namespace std::string_view_literals;
+  return beginsWith(file, "\xFF\x0A") || beginsWith(file, "\0\0\0\x0CJXL "sv);
+}
+
+// Why no reader takes the file.
+static std::string whyUnknown(BytesView file) {
+  if (beginsAsPicture(file)) return "is damaged or cut off";
+  if (isHeif(file))
+    return "cannot be read: libvips is installed without its part for HEIC and AVIF";
+  if (!isJpegXl(file)) return kNotAPicture;
+  return moreFormatsWanted() ? "cannot be read: libvips is installed without its part for JPEG XL"
+                             : "is a JPEG XL file, whose reader has not been tested with damaged "
+                               "files as the others "
+                               "have; MORVALIS_MORE_FORMATS=1 lets it be used";
+}
+
 std::string loadFailure(bool (*stop)()) {
   const std::string reason = takeReason();
   if (stop()) return kStopped;
-  // Neither is the file's fault.
-  const bool shortOfRoom =
-      reason.find("thread") != std::string::npos || reason.find("memory") != std::string::npos;
-  if (shortOfRoom) return "cannot be read: " + reason;
+  // None is the file's fault.
+  constexpr const char* kOtherFaults[] = {"thread", "memory", "samples out of range",
+                                          "unsupported"};
+  const bool other =
+      std::any_of(std::begin(kOtherFaults), std::end(kOtherFaults),
+                  [&reason](const char* fault) { return reason.find(fault) != std::string::npos; });
+  if (other) return "cannot be read: " + reason;
   return "is damaged or cut off" + (reason.empty() ? "" : ": " + reason);
 }
 
@@ -145,7 +165,7 @@ static bool takePixels(VipsImage* image, Picture* picture) {
   colors.planes = bands < 3 ? 1 : 3;
   const size_t pixels = static_cast<size_t>(image->Xsize) * static_cast<size_t>(image->Ysize);
   if (image->BandFmt == VIPS_FORMAT_USHORT) {
-    picture->sampleBits = 16;
+    picture->sampleBits = std::max(picture->sampleBits, 16);
     takePlanes(static_cast<const uint16_t*>(memory), pixels, bands, picture);
     takeDeepPlanes(static_cast<const uint16_t*>(memory), pixels, bands, picture);
   } else {
@@ -205,7 +225,13 @@ static Sequence sequenceOf(BytesView file, VipsImage* image, const std::string& 
   return all.image == nullptr ? Sequence::unlike : Sequence::pages;
 }
 
+static int32_t sampleBitsOf(VipsImage* image) {
+  if (image->Coding != VIPS_CODING_NONE) return 8;  // Lab in the library's own way
+  return static_cast<int32_t>(8 * vips_format_sizeof(image->BandFmt));
+}
+
 bool takePicture(VipsRef* held, BytesView file, Picture* picture) {
+  picture->sampleBits = sampleBitsOf(held->image);
   PictureMetadata& metadata = picture->metadata;
   const bool png =
       beginsWith(file, "\x89PNG");  // whose words have been read already, better than here
@@ -229,7 +255,7 @@ std::string loadFormat(BytesView file, int32_t number, RefuseSides refuse, bool 
   VipsRef held(openPages(file, 0, 1, &loader));
   if (loader.empty()) {
     vips_error_clear();
-    return beginsAsPicture(file) ? "is damaged or cut off" : kNotAPicture;
+    return whyUnknown(file);
   }
   if (held.image == nullptr) return loadFailure(stop);
   if (gifIsCutOff(file)) return "is damaged or cut off";

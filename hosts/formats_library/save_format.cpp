@@ -113,7 +113,11 @@ std::string encodeImage(VipsImage* image, const PictureFormat& format, const Sav
   void* data = nullptr;
   size_t bytes = 0;
   if (save(image, format.kind, choices, &data, &bytes) != 0) {
-    return stop() ? kStopped : takeReason();
+    const std::string reason = takeReason();
+    if (stop()) return kStopped;
+    const bool missing = reason.starts_with("class ") && reason.ends_with(" not found");
+    return missing ? "libvips is installed without its part for ." + std::string(format.extension)
+                   : reason;
   }
   const auto* start = static_cast<const uint8_t*>(data);
   file->assign(start, start + bytes);

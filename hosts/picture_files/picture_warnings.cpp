@@ -24,8 +24,10 @@ void warnOfLoss(const Picture& picture, const PictureFormat& format, bool stripp
   if (!picture.converted.empty()) {
     losses.push_back("its " + picture.converted + " colours become RGB");
   }
-  if (picture.sampleBits > 8 && !format.depth) {
-    losses.push_back("its samples of " + std::to_string(picture.sampleBits) + " bits become 8");
+  const int32_t most = format.depth && !picture.deep.colors.empty() ? 16 : 8;
+  if (picture.sampleBits > most) {
+    losses.push_back("its samples of " + std::to_string(picture.sampleBits) + " bits become " +
+                     std::to_string(most));
   }
   const bool partly = std::any_of(picture.alpha.begin(), picture.alpha.end(),
                                   [](uint8_t alpha) { return alpha != 0 && alpha != 255; });

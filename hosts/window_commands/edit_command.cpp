@@ -54,6 +54,14 @@ static void closeWhenInterrupted() {
   if (window != nullptr) window->close();
 }
 
+// Textures that the dialog has drawn anew have another seed than the one asked for.
+static void tellSeed(const EditOptions& options, const EditOutcome& outcome) {
+  if (!outcome.seed.has_value()) return;
+  if (!options.seed.empty() && *outcome.seed == parseSeed(options.seed)) return;
+  std::FILE* place = options.output == kStandardStream ? stderr : stdout;
+  std::fprintf(place, "seed %u\n", *outcome.seed);
+}
+
 // Everything that can fail fails before the dialog opens, but for the writing itself.
 static int editFile(const EditPlan& plan, const EditOptions& options, const std::string& image) {
   const int32_t frame = parseFrame(options.frame);
@@ -67,9 +75,11 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
   Selection selection = loadSelection(options.mask, picture, image);
   warnOfLoss(picture, format, /*stripped=*/false, image);
   warnOfEmptiness(selection);
-  if (!editPicture(plan, &picture, std::move(selection), image)) return kExitFailed;
+  const EditOutcome outcome = editPicture(plan, &picture, std::move(selection), image);
+  if (!outcome.confirmed) return kExitFailed;
   savePicture(std::move(picture), format, {}, output);
   if (options.output.empty()) std::printf("%s\n", output.c_str());
+  tellSeed(options, outcome);
   return kExitDone;
 }
 
@@ -83,27 +93,31 @@ static int edit(const EditOptions& options) {
   if (!options.output.empty()) pictureFormatOf(options.output);
   const EditPlan plan = planEdit(options.effect);
   fixClock(seed);
-  watchForInterrupts();
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, closeWhenInterrupted);
-  timer.start(kInterruptPause);
   const std::string image = options.image.empty() ? askForPicture() : options.image;
   stopIfInterrupted();
   return image.empty() ? kExitFailed : editFile(plan, options, image);
 }
 
-// A wrong command line has been typed by someone who reads what it answers.
+// Whoever reads standard error is told at once. A wrong command line has been typed by someone who
+// does.
 static int reportInWindow(const CommandFailure& failure) {
+  const int exitCode = reportFailure(failure);
+  std::fflush(stderr);
   const bool unread = isatty(STDERR_FILENO) != 1;
   if (unread && failure.exitCode == kExitFailed && !failure.text.empty()) {
     QMessageBox box(QMessageBox::Warning, "Morvalis",
                     QString::fromStdString(printableLine(failure.text)));
     box.setTextFormat(Qt::PlainText);
     box.exec();
+    if (interrupted()) return interruptedExitCode();
   }
-  return reportFailure(failure);
+  return exitCode;
 }
 
 int runEditCommand(const EditOptions& options) {
+  watchForInterrupts();
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, closeWhenInterrupted);
+  timer.start(kInterruptPause);
   return runReporting([&options] { return edit(options); }, reportInWindow);
 }

@@ -1,5 +1,6 @@
 #include "hosts/window_commands/edit_run.h"
 
+#include "hosts/effect_choices/last_settings.h"
 #include "hosts/effect_choices/other_bitmaps.h"
 #include "hosts/effect_choices/preset_file.h"
 #include "hosts/effect_runs/open_host.h"
@@ -16,12 +17,18 @@ constexpr const char* kRememberedNames[kPictureNames] = {"ChromeFile", "TextureF
 static_assert(kEnvironmentName == 0 && kTextureName == 1);
 
 // A short way around a long path ends with this run; it is not to be remembered.
-static void stagePicture(int32_t kind, const BitmapPath& picture) {
+static void stagePicture(const EffectOptions& options, int32_t kind, const BitmapPath& picture) {
   if (picture.shortWay != nullptr) {
     failOnFile(picture.path, "stands for a path that is too long to be remembered");
   }
-  stageRememberedValue(kRememberedNames[kind],
-                       picture.path.empty() ? nullptr : picture.path.c_str());
+  const bool turnsBuiltIn = kind == kEnvironmentName && assignsTurns(options);
+  const bool some = turnsBuiltIn || !picture.path.empty();
+  stageRememberedValue(kRememberedNames[kind], some ? picture.path.c_str() : nullptr);
+}
+
+static bool isRemembered(int32_t kind) {
+  char path[kPathBytes];
+  return readRememberedValue(kRememberedNames[kind], path, kPathBytes);
 }
 
 // What the dialog saves as a preset needs a bitmap beside it where another picture is used.
@@ -56,13 +63,17 @@ EditPlan planEdit(const EffectOptions& options) {
   if (!options.preset.empty()) {
     plan.preset = chooseEffect(options);
     const FoundPictures found = findPictures(options, *plan.preset);
-    for (int32_t kind = 0; kind < kPictureNames; ++kind) stagePicture(kind, found.pictures[kind]);
+    for (int32_t kind = 0; kind < kPictureNames; ++kind) {
+      stagePicture(options, kind, found.pictures[kind]);
+    }
     return plan;
   }
   if (!options.environment.empty()) {
-    stagePicture(kEnvironmentName, findBitmap(options.environment));
+    stagePicture(options, kEnvironmentName, findBitmap(options.environment));
+  } else if (assignsTurns(options) && !isRemembered(kEnvironmentName)) {
+    stagePicture(options, kEnvironmentName, {});
   }
-  if (!options.texture.empty()) stagePicture(kTextureName, findBitmap(options.texture));
+  if (!options.texture.empty()) stagePicture(options, kTextureName, findBitmap(options.texture));
   return plan;
 }
 
@@ -87,8 +98,8 @@ static int16_t runModule(const EditPlan& plan, const std::string& file) {
   return renderFilter();
 }
 
-bool editPicture(const EditPlan& plan, Picture* picture, Selection selection,
-                 const std::string& file) {
+EditOutcome editPicture(const EditPlan& plan, Picture* picture, Selection selection,
+                        const std::string& file) {
   ProgressWindow progress;
   HostSwitches switches;
   switches.dirtyMemory = false;
@@ -101,14 +112,19 @@ bool editPicture(const EditPlan& plan, Picture* picture, Selection selection,
   };
   const OpenHost host(switches, picture->colors, selection.mask);
   const int16_t result = runModule(plan, file);
+  const EffectSettings settings = *moduleSettings(file);
+  // The render begins once the dialog has been confirmed, whatever becomes of it.
+  if (progress.dialog != nullptr) rememberExactly(settings);
   stopIfInterrupted();
   const bool stopped = progress.dialog != nullptr && progress.dialog->wasCanceled();
-  if (stopped || result == kUserCanceled) return false;
+  if (stopped || result == kUserCanceled) return {};
   if (result == kUserInformed) {  // in a window; standard error is for who started the program
     reportFailure({kExitFailed, file + ": there is not enough memory for the effect"});
-    return false;
+    return {};
   }
   checkResult(result, file);
   mixResult(selection, picture);
-  return true;
+  EditOutcome outcome = {/*confirmed=*/true, std::nullopt};
+  if (dependsOnSeed(settings)) outcome.seed = settings.textureSeed;
+  return outcome;
 }

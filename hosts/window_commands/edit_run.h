@@ -19,7 +19,11 @@ struct EditPlan {
 // the module finds remembered from here on, until it remembers others itself.
 EditPlan planEdit(const EffectOptions& options);
 
-// Puts the effect into the picture's selection; false, and no pixels left, when the user has
-// cancelled. Failures name `file`, where the picture is from.
-bool editPicture(const EditPlan& plan, Picture* picture, Selection selection,
-                 const std::string& file);
+struct EditOutcome {
+  bool confirmed;                // else there are no pixels left
+  std::optional<uint32_t> seed;  // of the texture that was drawn by chance
+};
+
+// Puts the effect into the picture's selection. Failures name `file`, where the picture is from.
+EditOutcome editPicture(const EditPlan& plan, Picture* picture, Selection selection,
+                        const std::string& file);

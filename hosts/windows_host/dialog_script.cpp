@@ -1,9 +1,12 @@
 #include "hosts/windows_host/dialog_script.h"
 
 #include <fstream>
+#include <functional>
 #include <sstream>
+#include <utility>
 #include <vector>
 
+#include "hosts/windows_host/dialog_readings.h"
 #include "hosts/windows_host/picture_files.h"
 #include "platform/windows/windows_api.h"
 
@@ -19,6 +22,8 @@ static DWORD userThread = 0;         // that runs the module and its windows
 static HANDLE scriptThread = nullptr;
 static HANDLE settled = nullptr;
 static UINT settleMessage = 0;
+static std::function<void()>
+    forReader;  // to be done in the dialog's thread, with the next of these
 
 // --- Waiting --------------------------------------------------------------------------------
 
@@ -31,7 +36,10 @@ static bool isRealMove(const MSG& message) {
 static LRESULT CALLBACK watchMessages(int code, WPARAM wParam, LPARAM lParam) {
   auto* message = reinterpret_cast<MSG*>(lParam);
   if (code == HC_ACTION) {
-    if (wParam == PM_REMOVE && message->message == settleMessage) SetEvent(settled);
+    if (wParam == PM_REMOVE && message->message == settleMessage) {
+      if (forReader) std::exchange(forReader, nullptr)();
+      SetEvent(settled);
+    }
     if (isRealMove(*message)) message->message = WM_NULL;
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);
@@ -127,7 +135,9 @@ static void chooseFile(const std::string& path) {
   const std::string full = isFull ? path : startFolder + "\\" + path;
   HWND chooser = awaitWindow(isFileChooser, "file chooser");
   settle();  // it is still filling itself when it comes
-  SendMessageA(nameFieldOf(chooser), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(full.c_str()));
+  wchar_t wide[MAX_PATH * 2] = {};
+  MultiByteToWideChar(CP_UTF8, 0, full.c_str(), -1, wide, MAX_PATH * 2 - 1);
+  SendMessageW(nameFieldOf(chooser), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide));
   PostMessageA(chooser, WM_COMMAND, IDOK, 0);
   awaitEnd(chooser);
   settle();
@@ -216,20 +226,40 @@ static bool playMouse(HWND dialog, const std::string& action, std::istream* line
   return true;
 }
 
-static int takeNumber(std::istream* line) {
-  int number = 0;
-  *line >> number;
-  return number;
-}
-
 static std::string takeRest(std::istream* line) {
   std::string rest;
   std::getline(*line >> std::ws, rest);
   return rest;
 }
 
+// As a screen reader does.
+static bool playReader(HWND dialog, const std::string& action, std::istream* line) {
+  const std::string rest = action == "readings" ? takeRest(line) : "";
+  if (action == "readings") {
+    forReader = [=] { writeReadings(dialog, rest); };
+  } else if (action == "setreading") {
+    int value = 0;
+    *line >> value;
+    const std::string name = takeRest(line);
+    forReader = [=] { setReading(dialog, name, std::to_string(value)); };
+  } else if (action == "usereading") {
+    const std::string name = takeRest(line);
+    forReader = [=] { useReading(dialog, name); };
+  } else {
+    return false;
+  }
+  settle();
+  return true;
+}
+
+static int takeNumber(std::istream* line) {
+  int number = 0;
+  *line >> number;
+  return number;
+}
+
 static void play(HWND dialog, const std::string& action, std::istream* line) {
-  if (playMouse(dialog, action, line)) return;
+  if (playMouse(dialog, action, line) || playReader(dialog, action, line)) return;
   if (action == "button") {
     PostMessageA(GetDlgItem(dialog, takeNumber(line)), BM_CLICK, 0, 0);
   } else if (action == "command") {

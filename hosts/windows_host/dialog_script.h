@@ -8,10 +8,12 @@
 //   button ID          a press and release on a button
 //   command ID [CODE]  a command as a control or a menu sends it
 //   key CODE           a key by its virtual code
-//   file PATH          waits for a file chooser and takes this file
+//   file PATH          waits for a file chooser and takes this file, named in UTF-8
 //   answer ID          waits for any other dialog above ours and presses its button
 //   shot FILE.bmp      what the dialog shows; popupshot FILE.bmp the pop-up
 //   controls FILE      every control's id and rectangle, "ID LEFT TOP RIGHT BOTTOM" a line
+//   readings FILE      what a screen reader finds (see dialog_readings.h)
+//   setreading VALUE NAME | usereading NAME              what it does there
 //   close              as with the window's own button
 //
 // An action that waits in vain ends the program, and so does a script that leaves the dialog open.

@@ -2,10 +2,12 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 
 #include "hosts/substitute_host/substitute_host.h"
 #include "hosts/windows_host/dialog_script.h"
 #include "hosts/windows_host/kept_values.h"
+#include "hosts/windows_host/leftovers.h"
 #include "hosts/windows_host/loaded_module.h"
 #include "hosts/windows_host/picture_files.h"
 #include "persistence/settings_codec.h"
@@ -27,6 +29,7 @@ const char kJobHelp[] =
     "                      user's own\n"
     "  --kept-values FILE  what it keeps in the registry afterwards\n"
     "  --kept-settings F   its file of the last confirmed settings afterwards\n"
+    "  --bitmaps FILE      how many bitmaps there are after each use of the filter\n"
     "  --seed NUMBER       time of day that the module is to find\n"
     "  --dialog SCRIPT     show the dialog and play a script in it (see dialog_script.h)\n"
     "  --by-hand           show the dialog and leave it to you\n"
@@ -51,6 +54,7 @@ static std::string* textOption(Job* job, const std::string& word) {
   if (word == "--texture") return &job->texture;
   if (word == "--kept-values") return &job->keptValuesOutput;
   if (word == "--kept-settings") return &job->keptSettingsOutput;
+  if (word == "--bitmaps") return &job->bitmapsOutput;
   if (word == "--dialog") return &job->dialogScript;
   if (word == "--again") return &job->againScript;
   if (word == "--owner") return &job->owner;
@@ -219,6 +223,11 @@ static int16_t filterOnce(const Job& job, HWND owner) {
   return renderFilter();
 }
 
+static void noteBitmaps(const Job& job) {
+  if (job.bitmapsOutput.empty()) return;
+  std::ofstream(job.bitmapsOutput, std::ios::app) << bitmapCount() << '\n';
+}
+
 static void load(const Job& job, const std::string& modulePath) {
   const std::string reason = loadModule(modulePath);
   if (!reason.empty()) failWith(modulePath + ": " + reason);
@@ -253,8 +262,10 @@ int runJob(const Job& job, const std::string& modulePath) {
   const auto showAbout = [owner] { return callAbout(owner); };
   int16_t result =
       job.about ? withScript(job, job.dialogScript, owner, showAbout) : filterOnce(job, owner);
+  noteBitmaps(job);
   if (result == kNoError && (job.repeats || job.reloads || !job.againScript.empty())) {
     result = filterAgain(job, owner, modulePath);
+    noteBitmaps(job);
   }
   dismissOwner(job, owner);
   if (!job.settingsOutput.empty()) saveParameterBlock(job.settingsOutput);

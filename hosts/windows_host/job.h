@@ -27,6 +27,7 @@ struct Job {
   std::string settingsOutput;
   std::string keptValuesOutput;
   std::string keptSettingsOutput;
+  std::string bitmapsOutput;
   std::vector<std::string> withheld;
   bool forgets = false;
   bool ordinaryUser = false;

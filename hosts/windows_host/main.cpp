@@ -1,14 +1,17 @@
 // windows_host: a host of the filter module for Windows, for tests and for developers.
 //   windows_host MODULE.8bf OPTION...     one job
 //   windows_host MODULE.8bf --batch FILE  a job a line, words separated by tabs
+//   windows_host MODULE.8bf --loads N     loads and unloads it; prints the bytes that each has cost
 // Prints the module's result of each job; ends with 0 when all were 0, with 1 when one was not, and
 // with 3 when a job could not be done.
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
 #include "hosts/windows_host/job.h"
+#include "hosts/windows_host/leftovers.h"
 #include "hosts/windows_host/picture_files.h"
 #include "platform/windows/windows_api.h"
 
@@ -38,6 +41,10 @@ int main(int count, char** words) {
   // A crash ends the program at once, without asking anybody.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
   const std::string module = words[1];
+  if (std::string(words[2]) == "--loads" && count == 4) {
+    std::printf("%d\n", static_cast<int>(bytesPerLoad(module, std::atoi(words[3]))));
+    return 0;
+  }
   if (std::string(words[2]) == "--batch" && count == 4) return runBatch(words[3], module);
   const int result = runJob(parseJob(std::vector<std::string>(words + 2, words + count)), module);
   std::printf("%d\n", result);

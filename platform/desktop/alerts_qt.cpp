@@ -67,3 +67,21 @@ int32_t showPlatformAlert(const AlertContent& content) {
     return kCancelButton;
   }
 }
+
+void showPlatformSheet(const char* caption, const SheetRow* rows, int32_t count) {
+  if (!programHasWindows()) return;
+  try {
+    QString text = "<table cellspacing=4>";
+    for (int32_t i = 0; i < count; ++i) {
+      text += "<tr><td><b>" + QString::fromUtf8(rows[i].term).toHtmlEscaped() + "</b></td><td>" +
+              QString::fromUtf8(rows[i].meaning).toHtmlEscaped() + "</td></tr>";
+    }
+    QMessageBox box(QMessageBox::NoIcon, QString::fromUtf8(caption), text + "</table>",
+                    QMessageBox::Close, QApplication::activeModalWidget());
+    box.setObjectName("sheet");
+    box.setTextFormat(Qt::RichText);
+    box.exec();
+  } catch (...) {
+    // Out of memory: nothing is shown.
+  }
+}

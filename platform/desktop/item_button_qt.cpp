@@ -3,10 +3,12 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include "platform/desktop/control_access_qt.h"
 #include "platform/desktop/window_record_qt.h"
 
 ItemButton::ItemButton(Window* window, const WindowControl& control, QWidget* parent)
     : QAbstractButton(parent), window_(window), id_(control.id) {
+  introduceControl(window, control.id, this);  // before anything tells of it
   const Rectangle& rect = control.rect;
   setGeometry(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
   setObjectName("button" + QString::number(control.id));

@@ -8,6 +8,7 @@
 #include <QToolTip>
 #include <QWheelEvent>
 
+#include "platform/desktop/control_access_qt.h"
 #include "platform/desktop/dialog_place_qt.h"
 #include "platform/desktop/item_button_qt.h"
 #include "platform/desktop/popup_qt.h"
@@ -65,16 +66,12 @@ ModalWindow::~ModalWindow() {
   qDeleteAll(window_.buttons);
 }
 
-// An area is a widget only where it has a name to be read out; the pointer goes through it.
+// An area is a widget only where it has a name to be read out.
 void ModalWindow::addControl(const WindowControl& control) {
   if (control.kind == ControlKind::button) {
     window_.buttons.push_back(new ItemButton(&window_, control, this));
   } else if (control.name != nullptr) {
-    const Rectangle& rect = control.rect;
-    auto* area = new QWidget(this);
-    area->setGeometry(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
-    area->setAttribute(Qt::WA_TransparentForMouseEvents);
-    area->setAccessibleName(QString::fromUtf8(control.name));
+    addReadableArea(&window_, control);
   }
 }
 
@@ -221,6 +218,7 @@ void setFocusedControl(Window* window, int32_t id) {
     button->setFocus();
   } else {
     window->widget->setFocus();
+    tellFocus(window, id);
   }
 }
 

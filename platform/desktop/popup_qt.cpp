@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <QWidget>
 
 #include "platform/desktop/window_record_qt.h"
@@ -126,6 +127,19 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
     return owner->popup;
   } catch (...) {
     return nullptr;  // out of memory
+  }
+}
+
+void nameRow(Window* popup, const Rectangle& row, const char* name, bool isWritten) {
+  try {
+    QWidget* widget = popup->widget;
+    const QString text = QString::fromUtf8(name);
+    widget->setAccessibleName(text);
+    if (text.isEmpty() || isWritten) return QToolTip::hideText();
+    const QPoint corner(row.right + popup->frame, row.top);
+    QToolTip::showText(widget->mapToGlobal(corner), text, widget);
+  } catch (...) {
+    // Out of memory: the name stays unread.
   }
 }
 

@@ -173,6 +173,8 @@ static WindowKey plainKey(int key) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
       return WindowKey::tab;
+    case Qt::Key_F1:
+      return WindowKey::help;
     default:
       return WindowKey::none;
   }

@@ -30,11 +30,12 @@ struct Window {
   std::deque<WindowEvent> posted;
   bool awaitsRest;
 
-  std::vector<ItemButton*> buttons;     // in the order of the controls
-  int32_t focusedArea;                  // id, 0 when a button or nothing has the focus
-  std::map<int32_t, QString> toolTips;  // by control, where they differ from the template's
-  int32_t tipShown;                     // control whose tip was shown last, 0 for none
-  int32_t wheelRest;                    // of a wheel that turns in less than notches
+  std::vector<ItemButton*> buttons;      // in the order of the controls
+  std::map<int32_t, QWidget*> readable;  // by control
+  int32_t focusedArea;                   // id, 0 when a button or nothing has the focus
+  std::map<int32_t, QString> toolTips;   // by control, where they differ from the template's
+  int32_t tipShown;                      // control whose tip was shown last, 0 for none
+  int32_t wheelRest;                     // of a wheel that turns in less than notches
   bool showsWaitCursor;
   Window* popup;  // that it has opened
 };

@@ -18,3 +18,11 @@ int32_t showPlatformAlert(const AlertContent& content) {
 void showPlatformMessage(const char* caption, const char* text) {
   noneState().record.alerts.push_back({"", caption, {text}, {}});
 }
+
+void showPlatformSheet(const char* caption, const SheetRow* rows, int32_t count) {
+  std::vector<std::string>& sheets = noneState().record.sheets;
+  sheets.emplace_back(caption);
+  for (int32_t i = 0; i < count; ++i) {
+    sheets.back() += std::string("\n") + rows[i].term + "\t" + rows[i].meaning;
+  }
+}

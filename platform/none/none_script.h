@@ -61,7 +61,8 @@ struct NoneScript {
 };
 
 struct NoneRecord {
-  std::vector<ShownAlert> alerts;  // message boxes have the name ""
+  std::vector<ShownAlert> alerts;   // message boxes have the name ""
+  std::vector<std::string> sheets;  // a line each for caption and rows
   std::vector<ShownChooser> choosers;
   std::vector<ShownWindow> windows;      // refused ones too
   std::vector<ShownPopup> popups;        // refused ones too

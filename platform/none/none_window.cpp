@@ -207,6 +207,20 @@ std::string NoneWindow::toolTip(int32_t id) const {
   return control == nullptr || control->toolTip == nullptr ? "" : control->toolTip;
 }
 
+bool NoneWindow::read(int32_t id, ControlReading* reading) const {
+  const ControlReader reader = window_->content->reader;
+  return window_->open && reader != nullptr && reader(window_->context, id, reading);
+}
+
+int32_t NoneWindow::toldReadings(int32_t id) const {
+  const auto told = window_->toldReadings.find(id);
+  return told == window_->toldReadings.end() ? 0 : told->second;
+}
+
+std::string NoneWindow::rowName() const {
+  return window_->rowName;
+}
+
 bool NoneWindow::hasPopup() const {
   return window_->popup != nullptr;
 }

@@ -53,6 +53,9 @@ class NoneWindow {
   bool captured() const;
   int32_t focusedControl() const;         // 0 for none
   std::string toolTip(int32_t id) const;  // "" for none
+  bool read(int32_t id, ControlReading* reading) const;
+  int32_t toldReadings(int32_t id) const;  // how often a change has been told
+  std::string rowName() const;             // of a pop-up
   bool hasPopup() const;
   NoneWindow popup() const;  // only while hasPopup()
   Point placeInPopup(Point point) const;

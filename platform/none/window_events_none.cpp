@@ -71,6 +71,14 @@ void setToolTip(Window* window, int32_t id, const char* text) {
   window->toolTips[id] = text == nullptr ? "" : text;
 }
 
+void tellReading(Window* window, int32_t id) {
+  ++window->toldReadings[id];
+}
+
+void nameRow(Window* popup, const Rectangle&, const char* name, bool) {
+  popup->rowName = name == nullptr ? "" : name;
+}
+
 void* beginHostDrawing(Window*, PixelTarget* target) {
   return target;
 }

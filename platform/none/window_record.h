@@ -25,6 +25,8 @@ struct Window {
   CursorShape cursor;
   bool captured;
   std::map<int32_t, std::string> toolTips;  // by control, where they differ from the template's
+  std::map<int32_t, int32_t> toldReadings;  // how often, by control
+  std::string rowName;                      // of a pop-up, where the user is
   int32_t focused;                          // control id, 0 for none
   int32_t pressedButton;                    // held by the left button, 0 for none
   bool pressedInside;

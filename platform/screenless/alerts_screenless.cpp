@@ -37,3 +37,7 @@ int32_t showPlatformAlert(const AlertContent& content) {
   std::fputc('\n', stderr);
   return kCancelButton;
 }
+
+// Nothing asks for it without a dialog.
+void showPlatformSheet(const char*, const SheetRow*, int32_t) {
+}

@@ -54,6 +54,10 @@ void presentPixels(Window*, const PixelTarget&, const Rectangle&) {
 }
 void redrawItem(Window*, int32_t) {
 }
+void tellReading(Window*, int32_t) {
+}
+void nameRow(Window*, const Rectangle&, const char*, bool) {
+}
 void setToolTip(Window*, int32_t, const char*) {
 }
 void endHostDrawing(Window*, PixelTarget*, void*) {

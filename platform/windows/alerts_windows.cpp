@@ -1,5 +1,7 @@
 #include "platform/alerts.h"
 
+#include <cstdio>
+
 #include "platform/windows/dialog_place.h"
 #include "platform/windows/window_record.h"
 
@@ -72,5 +74,21 @@ int32_t showPlatformAlert(const AlertContent& content) {
 void showPlatformMessage(const char* caption, const char* text) {
   HWND dialog = shutTopWindow();
   MessageBoxA(nullptr, text, caption, MB_OK | MB_ICONHAND);
+  openTopWindow(dialog);
+}
+
+constexpr size_t kSheetBytes = 4096;
+
+// The system's message box knows no columns: each term stands on a line of its own.
+void showPlatformSheet(const char* caption, const SheetRow* rows, int32_t count) {
+  char text[kSheetBytes] = "";
+  size_t length = 0;
+  for (int32_t i = 0; i < count && length < kSheetBytes; ++i) {
+    const int added = std::snprintf(text + length, kSheetBytes - length, "%s%s\r\n      %s",
+                                    i == 0 ? "" : "\r\n", rows[i].term, rows[i].meaning);
+    if (added > 0) length += static_cast<size_t>(added);
+  }
+  HWND dialog = shutTopWindow();
+  MessageBoxA(dialog, text, caption, MB_OK);
   openTopWindow(dialog);
 }

@@ -1,9 +1,10 @@
 #include "platform/choosers.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
+#include <cwchar>
 
+#include "platform/windows/narrow_path.h"
 #include "platform/windows/window_record.h"
 // The choosers' header wants the other one first.
 #include <commdlg.h>
@@ -31,49 +32,79 @@ static UINT_PTR CALLBACK chooserHook(HWND child, UINT message, WPARAM, LPARAM) {
   return 0;
 }
 
-// "name\0pattern\0\0"; both are the module's own and short.
-constexpr int32_t kFilterBytes = 128;
+constexpr int32_t kWideBytes = 1024;  // characters, so that a path that is too long can be told
+constexpr int32_t kTextLength = 128;  // the module's own texts are short
 
-static void buildFilter(const FileChooser& chooser, char filter[kFilterBytes]) {
-  std::memset(filter, 0, kFilterBytes);
-  const int length = std::snprintf(filter, kFilterBytes - 2, "%s", chooser.filterName) + 1;
-  if (length >= kFilterBytes - 2) return;
-  std::snprintf(filter + length, static_cast<size_t>(kFilterBytes - 1 - length), "%s",
-                chooser.pattern);
+struct WideText {
+  wchar_t text[kTextLength];
+};
+
+static WideText widened(const char* text) {
+  WideText wide = {};
+  MultiByteToWideChar(CP_ACP, 0, text, -1, wide.text, kTextLength - 1);
+  return wide;
 }
 
-using ChooserCall = BOOL(WINAPI*)(OPENFILENAMEA* request);
+// "name\0pattern\0\0".
+static void buildFilter(const FileChooser& chooser, wchar_t filter[2 * kTextLength]) {
+  const WideText name = widened(chooser.filterName);
+  const WideText pattern = widened(chooser.pattern);
+  const size_t length = std::wcslen(name.text) + 1;
+  std::memset(filter, 0, 2 * kTextLength * sizeof(wchar_t));
+  std::wmemcpy(filter, name.text, length);
+  std::wmemcpy(filter + length, pattern.text, std::wcslen(pattern.text));
+}
 
-static ChooserAnswer chooseFile(const FileChooser& chooser, DWORD flags, ChooserCall show,
-                                char* path, int32_t bytes) {
-  if (bytes <= 0) return ChooserAnswer::cancelled;
-  path[0] = '\0';
-  char filter[kFilterBytes];
+// Empty when nothing was chosen.
+static bool askForFile(const FileChooser& chooser, bool forSaving, wchar_t path[kWideBytes],
+                       ChooserAnswer* answer) {
+  const WideText title = widened(chooser.title);
+  const WideText extension = widened(chooser.defaultExtension);
+  wchar_t filter[2 * kTextLength];
   buildFilter(chooser, filter);
-  OPENFILENAMEA request = {};
+  path[0] = 0;
+  OPENFILENAMEW request = {};
   request.lStructSize = sizeof(request);
   request.hwndOwner = topWindow() != nullptr ? topWindow()->handle : nullptr;
   request.lpstrFilter = filter;
   request.nFilterIndex = 1;
   request.lpstrFile = path;
-  request.nMaxFile = static_cast<DWORD>(bytes);
-  request.lpstrTitle = chooser.title;
-  request.lpstrDefExt = chooser.defaultExtension;
-  request.Flags = flags | OFN_EXPLORER | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_ENABLEHOOK |
+  request.nMaxFile = kWideBytes;
+  request.lpstrTitle = title.text;
+  request.lpstrDefExt = extension.text;
+  request.Flags = (forSaving ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST) | OFN_EXPLORER |
+                  OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_ENABLEHOOK |
                   OFN_NOCHANGEDIR;  // the host's current folder stays what it was
   request.lpfnHook = chooserHook;
-  if (show(&request)) return ChooserAnswer::chosen;
+  if ((forSaving ? GetSaveFileNameW(&request) : GetOpenFileNameW(&request)) != FALSE) return true;
   const bool tooLong = CommDlgExtendedError() == FNERR_BUFFERTOOSMALL;
+  *answer = tooLong ? ChooserAnswer::tooLong : ChooserAnswer::cancelled;
+  return false;
+}
+
+static ChooserAnswer chooseFile(const FileChooser& chooser, bool forSaving, char* path,
+                                int32_t bytes) {
+  if (bytes <= 0) return ChooserAnswer::cancelled;
   path[0] = '\0';
-  return tooLong ? ChooserAnswer::tooLong : ChooserAnswer::cancelled;
+  wchar_t wide[kWideBytes];
+  ChooserAnswer answer = ChooserAnswer::cancelled;
+  if (!askForFile(chooser, forSaving, wide, &answer)) return answer;
+  switch (forSaving ? narrowPathToWrite(wide, path, bytes) : narrowPath(wide, path, bytes)) {
+    case NarrowAnswer::done:
+      return ChooserAnswer::chosen;
+    case NarrowAnswer::tooLong:
+      return ChooserAnswer::tooLong;
+    default:
+      return ChooserAnswer::noName;
+  }
 }
 
 ChooserAnswer choosePlatformFileToOpen(const FileChooser& chooser, char* path, int32_t bytes) {
-  return chooseFile(chooser, OFN_FILEMUSTEXIST, GetOpenFileNameA, path, bytes);
+  return chooseFile(chooser, /*forSaving=*/false, path, bytes);
 }
 
 ChooserAnswer choosePlatformFileToSave(const FileChooser& chooser, char* path, int32_t bytes) {
-  return chooseFile(chooser, OFN_OVERWRITEPROMPT, GetSaveFileNameA, path, bytes);
+  return chooseFile(chooser, /*forSaving=*/true, path, bytes);
 }
 
 // --- Colours --------------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 // through the core and whose other controls are mere places.
 
 #include "platform/export.h"
+#include "platform/windows/control_access.h"
 #include "platform/windows/dialog_place.h"
 #include "platform/windows/window_record.h"
 // The common controls' header wants the other one first.
@@ -129,6 +130,20 @@ void setCursor(Window* window, CursorShape shape) {
   SetCursor(cursorOf(shape));
 }
 
+// Statics load the pictures that the template names; not every system frees them. Whoever takes one
+// away has to.
+static void freePictures(HWND dialog) {
+  for (HWND item = GetWindow(dialog, GW_CHILD); item != nullptr;
+       item = GetWindow(item, GW_HWNDNEXT)) {
+    char name[8] = {};
+    GetClassNameA(item, name, sizeof(name));
+    const LONG_PTR type = GetWindowLongPtrA(item, GWL_STYLE) & SS_TYPEMASK;
+    if (lstrcmpiA(name, "Static") != 0 || type != SS_BITMAP) continue;
+    const LRESULT picture = SendMessageA(item, STM_SETIMAGE, IMAGE_BITMAP, 0);
+    if (picture != 0) DeleteObject(reinterpret_cast<HGDIOBJ>(picture));
+  }
+}
+
 static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
@@ -156,6 +171,11 @@ static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM
       SetCursor(cursorOf(window->cursor));
       SetWindowLongPtrA(window->handle, DWLP_MSGRESULT, 1);
       return 1;
+    case WM_DESTROY:
+      freePictures(window->handle);
+      return 0;
+    case WM_GETOBJECT:
+      return answerReader(window, wParam, lParam);
     case WM_SETFOCUS:
       return 1;  // the system would pass the focus on to the first button
     default:
@@ -221,6 +241,7 @@ int32_t runModalWindow(const WindowTemplate& content, void* ownerWindow, WindowP
   if (!makeSurface(&window.surface, content.width, content.height)) return kDialogUnavailable;
   const auto owner = static_cast<HWND>(ownerWindow);
   showModally(&window, IsWindow(owner) ? owner : nullptr);
+  endReading(&window);
   dismissPopup(&window);  // still there when the window went with its owner
   window.ended = true;
   freeSurface(&window.hostSurface);

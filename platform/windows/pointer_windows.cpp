@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "platform/windows/control_access.h"
 #include "platform/windows/window_record.h"
 #include "services/fixed_point.h"
 
@@ -19,6 +20,7 @@ void setFocusedControl(Window* window, int32_t id) {
   const bool isButton = control != nullptr && control->kind == ControlKind::button;
   window->focusedArea = isButton ? 0 : id;
   SetFocus(isButton ? GetDlgItem(window->handle, id) : window->handle);
+  if (!isButton) tellFocus(window, id);
 }
 
 void copyTextToClipboard(const char* text) {

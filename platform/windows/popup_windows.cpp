@@ -111,7 +111,13 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
   return owner->popup;
 }
 
+void nameRow(Window* popup, const Rectangle& row, const char* name, bool isWritten) {
+  const bool beside = name != nullptr && !isWritten;
+  showTipBeside(popup, row, beside ? name : nullptr);
+}
+
 void closePopup(Window* popup) {
+  showTipBeside(popup, {}, nullptr);
   popup->ended = true;
   popup->owner->popup = nullptr;
   SetWindowLongPtrA(popup->handle, GWLP_USERDATA, 0);

@@ -2,6 +2,8 @@
 // The common controls' header wants the other one first.
 #include <commctrl.h>
 
+constexpr int32_t kTipDistance = 14;  // pixels, past the pop-up's frame
+
 // The class is the common controls'; without them there are no tips.
 static HWND makeToolTips(HWND owner) {
   return CreateWindowExA(WS_EX_TOPMOST, "tooltips_class32", nullptr, WS_POPUP | TTS_ALWAYSTIP,
@@ -48,4 +50,24 @@ void setToolTip(Window* window, int32_t id, const char* text) {
     return;
   }
   ask(window, known ? TTM_UPDATETIPTEXTA : TTM_ADDTOOLA, toolOf(window, *control, text));
+}
+
+void showTipBeside(Window* popup, const Rectangle& row, const char* text) {
+  HWND tips = popup->owner->toolTips;
+  if (tips == nullptr) return;
+  TOOLINFOA tool = {};
+  tool.cbSize = TTTOOLINFOA_V1_SIZE;
+  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
+  tool.hwnd = popup->handle;
+  tool.lpszText = const_cast<char*>(text);  // only read
+  const auto ask = [&](UINT message, WPARAM wParam) {
+    SendMessageA(tips, message, wParam, reinterpret_cast<LPARAM>(&tool));
+  };
+  ask(TTM_TRACKACTIVATE, FALSE);
+  ask(TTM_DELTOOLA, 0);
+  if (text == nullptr) return;
+  const Point corner = clientToScreen(popup, {row.top, row.right});
+  ask(TTM_ADDTOOLA, 0);
+  SendMessageA(tips, TTM_TRACKPOSITION, 0, MAKELPARAM(corner.h + kTipDistance, corner.v));
+  ask(TTM_TRACKACTIVATE, TRUE);
 }

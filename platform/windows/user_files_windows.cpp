@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/windows/narrow_path.h"
 #include "platform/windows/windows_api.h"
 
 constexpr char kMachinesFolder[] = "c:\\Windows\\Temp\\";
@@ -42,8 +43,10 @@ static bool mayWrite(const char* path) {
 // In the folder for a user's own data; false when there is none or the path does not fit.
 static bool usersOwnPath(bool forWriting, char* path, int32_t bytes) {
   char folder[MAX_PATH];
-  const DWORD length = GetEnvironmentVariableA("LOCALAPPDATA", folder, MAX_PATH);
+  wchar_t wide[MAX_PATH];
+  const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", wide, MAX_PATH);
   if (length == 0 || length >= MAX_PATH) return false;
+  if (narrowPath(wide, folder, MAX_PATH) != NarrowAnswer::done) return false;
   const auto size = static_cast<size_t>(bytes);
   int fitting = std::snprintf(path, size, "%s\\Morvalis", folder);
   if (fitting < 0 || fitting >= bytes) return false;
@@ -83,8 +86,10 @@ bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
 // Beside the module, as the package has it.
 bool ownPicturesFolder(char* folder, int32_t bytes) {
   char module[MAX_PATH] = {};
-  const DWORD length = GetModuleFileNameA(moduleInstance(), module, MAX_PATH);
+  wchar_t wide[MAX_PATH];
+  const DWORD length = GetModuleFileNameW(moduleInstance(), wide, MAX_PATH);
   if (length == 0 || length >= MAX_PATH) return false;
+  if (narrowPath(wide, module, MAX_PATH) != NarrowAnswer::done) return false;
   char* name = std::strrchr(module, '\\');
   if (name == nullptr) return false;
   name[1] = 0;

@@ -169,6 +169,8 @@ static WindowKey plainKey(WPARAM virtualKey) {
       return WindowKey::backspace;
     case VK_TAB:
       return WindowKey::tab;
+    case VK_F1:
+      return WindowKey::help;
     default:
       return WindowKey::none;
   }

@@ -6,6 +6,8 @@
 #include "platform/windows/surface.h"
 #include "platform/windows/windows_api.h"
 
+struct IAccessible;
+
 struct Window {
   HWND handle;
   const WindowTemplate* content;  // null for a pop-up
@@ -25,9 +27,11 @@ struct Window {
   int32_t focusedArea;  // id; what counts while no button has the focus
   int32_t wheelRest;    // of a wheel that turns in less than notches
   HWND toolTips;
-  Window* owner;  // of a pop-up
-  Window* popup;  // that it has opened
-  Window* below;  // the modal window that was open before this one
+  IAccessible* access;  // null until a screen reader asks
+  bool opensAccess;     // the thread is open to others for its sake
+  Window* owner;        // of a pop-up
+  Window* popup;        // that it has opened
+  Window* below;        // the modal window that was open before this one
 };
 
 // The modal window that was opened last; null when there is none.
@@ -75,3 +79,6 @@ void unregisterPopupClass();
 
 // One tool tip window for all controls of a window.
 void addToolTips(Window* window);
+
+// A tip that stands beside a row of a pop-up without the pointer's doing; null takes it away.
+void showTipBeside(Window* popup, const Rectangle& row, const char* text);

@@ -39,8 +39,11 @@ TEST_F(EditProgram, EndsByInterruption) {
   for (const int signal : {SIGINT, SIGTERM}) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const RunResult result = runUntilSignal({"edit", "in.png"}, signal, 1500);
+    // The window that tells of a failure; standard error has been told before.
+    const RunResult failed = runUntilSignal({"edit", "missing.png"}, signal, 1500);
     qunsetenv("QT_QPA_PLATFORM");
     expectFailure(result, 128 + signal, "interrupted");
+    expectFailure(failed, 128 + signal, "missing.png: there is no such file");
   }
 }
 

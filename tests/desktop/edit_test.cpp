@@ -1,9 +1,12 @@
 // `morvalis edit`: the dialog on a picture file, from the choice of the picture to the file.
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
+
 #include <QDir>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressDialog>
@@ -11,6 +14,9 @@
 #include <QTimer>
 #include <QWheelEvent>
 
+#include "dialog/control_table.h"
+#include "dialog/focus.h"
+#include "settings/effect_settings.h"
 #include "tests/desktop/edit_user.h"
 #include "vector/instruction_sets.h"
 
@@ -85,6 +91,68 @@ TEST_F(Edit, RemembersWhatWasConfirmed) {
   onTop.effect.assignments = {"height=-30"};
   EXPECT_EQ(edit(onTop, {kOk}).exitCode, 0);
   EXPECT_EQ(read("photo-morvalis.png"), apply(same + QStringList{"--set", "height=-30"}));
+}
+
+static void pressKey(QWidget* window, int key, int times = 1) {
+  for (int i = 0; i < times; ++i) {
+    QWidget* target = QApplication::activePopupWidget();
+    if (target == nullptr) target = window->focusWidget();
+    if (target == nullptr) target = window;
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(target, &press);
+    QCoreApplication::processEvents();  // what the menu has posted
+  }
+}
+
+static void tabTo(QWidget* window, int32_t id) {
+  for (const int32_t stop : kTabOrder) {
+    pressKey(window, Qt::Key_Tab);
+    if (stop == id) return;
+  }
+}
+
+// The texture is drawn anew twice, the light stands between hundredths, and the built-in
+// environment is turned.
+static EditStep chooseTexture(int row, QStringList* copied) {
+  return {kEditDialog, [row, copied](QWidget* window) {
+            tabTo(window, kLight2Pad);
+            pressKey(window, Qt::Key_Right, 4);
+            pressKey(window, Qt::Key_Tab, 2);  // the texture picker
+            for (int i = 0; i < 2; ++i) {
+              pressKey(window, Qt::Key_Down);
+              pressKey(window, Qt::Key_Home);
+              pressKey(window, Qt::Key_Down, row - 1);
+              pressKey(window, Qt::Key_Return);
+            }
+            pressInDialog("Spin").act(window);
+            QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+            QApplication::sendEvent(window->focusWidget(), &copy);
+            *copied = QApplication::clipboard()->text().split(' ');
+          }};
+}
+
+TEST_F(Edit, MakesTheSamePictureAgain) {
+  for (int choice = 1; choice < kTextureChoiceFile; ++choice) {
+    SCOPED_TRACE(choice);
+    EditOptions options = editOf("photo.png");
+    options.seed = "";
+    options.effect.assignments = {"reflection=40", "texture=90", "light2Color=#ffd080",
+                                  "environmentTurns=0"};
+    QStringList command;
+    const EditResult result = edit(options, {chooseTexture(choice, &command), kOk});
+    const QByteArray written = read("photo-morvalis.png");
+    EXPECT_EQ(written, applyUnseeded({"photo.png", "--last"}));
+
+    ASSERT_EQ(command.mid(0, 5), QStringList({"morvalis", "apply", "IMAGE", "-o", "OUT"}));
+    EXPECT_EQ(written, applyUnseeded(QStringList{"photo.png"} + command.mid(5)));
+    const QString seed = command.value(command.indexOf("--seed") + 1);
+    EXPECT_EQ(result.output, choice == kTextureChoiceNone
+                                 ? "photo-morvalis.png\n"
+                                 : "photo-morvalis.png\nseed " + seed.toStdString() + "\n");
+    EXPECT_EQ(command.contains("--seed"), choice != kTextureChoiceNone);
+    EXPECT_NE(written == apply({"photo.png", "--last"}), choice != kTextureChoiceNone)
+        << "another seed";
+  }
 }
 
 // The dialog's file chooser runs within the press of its button.

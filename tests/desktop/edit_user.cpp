@@ -98,10 +98,13 @@ EditResult EditTest::edit(const EditOptions& options, const std::vector<EditStep
 }
 
 QByteArray EditTest::apply(const QStringList& arguments) const {
+  return applyUnseeded(QStringList{"--seed", kSeed} + arguments);
+}
+
+QByteArray EditTest::applyUnseeded(const QStringList& arguments) const {
   QProcess process;
   process.setWorkingDirectory(folder_.path());
-  process.start(MORVALIS_PROGRAM,
-                QStringList{"apply", "--quiet", "--seed", kSeed, "-o", "applied.png"} + arguments);
+  process.start(MORVALIS_PROGRAM, QStringList{"apply", "--quiet", "-o", "applied.png"} + arguments);
   process.waitForFinished(60000);
   EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
   const QByteArray bytes = read("applied.png");

@@ -41,8 +41,10 @@ class EditTest : public testing::Test {
   // Every step has to come to its turn, and no window may be left over.
   EditResult edit(const EditOptions& options, const std::vector<EditStep>& steps) const;
 
-  // `morvalis apply` with the same seed; the bytes of the file that it writes.
+  // `morvalis apply`, with the same seed where it is not told another; the bytes of the file that
+  // it writes.
   QByteArray apply(const QStringList& arguments) const;
+  QByteArray applyUnseeded(const QStringList& arguments) const;
 
   std::string path(const QString& name) const;
   QByteArray read(const QString& name) const;

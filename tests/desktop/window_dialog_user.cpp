@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QColorDialog>
@@ -15,6 +16,7 @@
 #include <QTimer>
 #include <QToolTip>
 #include <deque>
+#include <map>
 
 #include "dialog/control_table.h"
 #include "platform/desktop/popup_qt.h"
@@ -90,7 +92,8 @@ static const SystemKey kKeys[] = {
     {WindowKey::undo, Qt::Key_Z, Qt::ControlModifier},
     {WindowKey::redo, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier},
     {WindowKey::copy, Qt::Key_C, Qt::ControlModifier},
-    {WindowKey::tab, Qt::Key_Tab, {}}};
+    {WindowKey::tab, Qt::Key_Tab, {}},
+    {WindowKey::help, Qt::Key_F1, {}}};
 
 void DialogUser::key(WindowKey key, bool shift) {
   for (const SystemKey& each : kKeys) {
@@ -210,6 +213,60 @@ std::string DialogUser::toolTip(int32_t id) {
   return text;
 }
 
+static int32_t alerts = 0;
+static int32_t sheets = 0;
+
+static const std::map<QAccessible::Role, const char*> kRoles = {
+    {QAccessible::PushButton, "button"}, {QAccessible::Slider, "slider"},
+    {QAccessible::CheckBox, "toggle"},   {QAccessible::ComboBox, "menu"},
+    {QAccessible::Dial, "dial"},         {QAccessible::Graphic, "image"}};
+
+// Where the control is in the accessibility tree; null when it is not.
+static QAccessibleInterface* findAccess(QWidget* window, int32_t id) {
+  const Rectangle r = controlRect(id);
+  const QRect place(window->mapToGlobal(QPoint(r.left, r.top)),
+                    QSize(r.right - r.left, r.bottom - r.top));
+  QAccessibleInterface* root = QAccessible::queryAccessibleInterface(window);
+  for (int i = 0; i < root->childCount(); ++i) {
+    if (root->child(i)->rect() == place) return root->child(i);
+  }
+  return nullptr;
+}
+
+std::string DialogUser::reading(int32_t id) {
+  QAccessibleInterface* access = findAccess(window_->user.window(), id);
+  if (access == nullptr) return "";
+  const auto role = kRoles.find(access->role());
+  std::string text = role == kRoles.end() ? "?" : role->second;
+  const std::string value = access->text(QAccessible::Value).toStdString();
+  text += ", " + access->text(QAccessible::Name).toStdString() + ", " + value;
+  if (QAccessibleValueInterface* range = access->valueInterface()) {
+    text += ", " + range->currentValue().toString().toStdString() + " of " +
+            range->minimumValue().toString().toStdString() + " to " +
+            range->maximumValue().toString().toStdString();
+  }
+  const QAccessible::State state = access->state();
+  if (state.checkable) text += state.checked ? ", checked" : ", not checked";
+  if (state.focused) text += ", focused";
+  if (state.disabled) text += ", disabled";
+  std::string meaning = access->text(QAccessible::Description).toStdString();
+  // What is no number stands before it.
+  if (meaning.rfind(value + ": ", 0) == 0) meaning = meaning.substr(value.size() + 2);
+  return text + ", " + (meaning == value ? "" : meaning);
+}
+
+std::string DialogUser::rowName() {
+  const std::string name = QApplication::activePopupWidget()->accessibleName().toStdString();
+  if (!name.empty() && QToolTip::isVisible()) {  // it stays a moment longer than its row
+    EXPECT_EQ(QToolTip::text().toStdString(), name);
+  }
+  return name;
+}
+
+int32_t DialogUser::shownSheets() {
+  return sheets;
+}
+
 std::string DialogUser::clipboard() {
   return QGuiApplication::clipboard()->text().toStdString();
 }
@@ -219,13 +276,13 @@ std::string DialogUser::clipboard() {
 static std::deque<std::string> fileAnswers;
 static std::deque<std::optional<std::array<uint8_t, 3>>> colorAnswers;
 static std::vector<std::string> chooserTitles;
-static int32_t alerts = 0;
 
 void resetDialogUser() {
   fileAnswers.clear();
   colorAnswers.clear();
   chooserTitles.clear();
   alerts = 0;
+  sheets = 0;
   fixClock(1);
   passMilliseconds(0);
   QSettings("Quorrelin", "Morvalis").clear();
@@ -320,7 +377,7 @@ class Player {
   static void answer(QDialog* window) {
     if (auto* file = qobject_cast<QFileDialog*>(window)) return answerFileDialog(file);
     if (auto* color = qobject_cast<QColorDialog*>(window)) return answerColorDialog(color);
-    ++alerts;
+    ++(window->objectName() == "sheet" ? sheets : alerts);
     window->close();
   }
 

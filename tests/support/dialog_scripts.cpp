@@ -15,7 +15,7 @@ const std::vector<DialogScript>& dialogScripts() {
   static const std::vector<DialogScript> all = [] {
     std::vector<DialogScript> scripts;
     for (const auto& part : {controlScripts(), pictureScripts(), previewScripts(),
-                             keyboardScripts(), extraScripts()}) {
+                             keyboardScripts(), readingScripts(), extraScripts()}) {
       scripts.insert(scripts.end(), part.begin(), part.end());
     }
     return scripts;

@@ -23,6 +23,7 @@ const std::vector<DialogScript>& pictureScripts();
 const std::vector<DialogScript>& previewScripts();
 const std::vector<DialogScript>& extraScripts();
 const std::vector<DialogScript>& keyboardScripts();
+const std::vector<DialogScript>& readingScripts();
 
 inline std::ostream& operator<<(std::ostream& out, const DialogScript& script) {
   return out << script.name;

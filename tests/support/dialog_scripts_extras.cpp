@@ -261,13 +261,17 @@ static void untouchedPicture() {
   }
 }
 
+static std::string seedOption() {
+  return " --seed " + std::to_string(hostSettings()->textureSeed);
+}
+
 static void copiedCommand() {
   const std::string sky = temporaryFile("it's sky.bmp");
   offerPicture(sky, 64, 64, std::vector<uint8_t>(64 * 64 * 3, 99));
   answerFiles({sky});
   runDialog([&](DialogUser& user) {
     user.key(WindowKey::copy);
-    EXPECT_EQ(user.clipboard(), "morvalis apply IMAGE -o OUT");
+    EXPECT_EQ(user.clipboard(), "morvalis apply IMAGE -o OUT" + seedOption());
     user.click(at(61 + 43 + 30, 283 + 41 - 40));
     user.click(middleOf(kAutoPreviewToggle));
     user.click(sliderPoint(kGloss, 81));
@@ -275,13 +279,23 @@ static void copiedCommand() {
     user.key(WindowKey::copy);
     EXPECT_EQ(user.clipboard(),
               "morvalis apply IMAGE -o OUT --set gloss=81 --set tarnishColor=1,2,3 --set "
-              "light1Dir=0.600000024,-0.800000012,0.800000012 --set autoPreview=0");
+              "light1Dir=0.600000024,-0.800000012,0.800000012 --set autoPreview=0" +
+                  seedOption());
     EXPECT_EQ(settingOf("gloss"), 50) << "looking changes nothing";
     user.clickButton(kEnvironmentButton);
     user.key(WindowKey::copy);
     std::string quoted = sky;
     quoted.replace(quoted.find('\''), 1, "'\\''");
     EXPECT_NE(user.clipboard().find(" --environment '" + quoted + "'"), std::string::npos);
+    // A texture that is drawn anew has a seed of its own; undoing brings the old one back.
+    const uint32_t before = hostSettings()->textureSeed;
+    chooseRow(user, kTexturePicker, 3);
+    EXPECT_NE(hostSettings()->textureSeed, before);
+    user.key(WindowKey::undo);
+    EXPECT_EQ(hostSettings()->textureSeed, before);
+    chooseRow(user, kTexturePicker, 1);
+    user.key(WindowKey::copy);
+    EXPECT_EQ(user.clipboard().find("--seed"), std::string::npos);
     user.clickButton(kOkButton);
   });
 }

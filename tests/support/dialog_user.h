@@ -56,6 +56,11 @@ class DialogUser {
   WindowPicture pixels();
   bool showsHand();  // one of the two hand cursors
   std::string toolTip(int32_t id);
+  // What somebody hears who cannot see a control: "role, name, value, [amount of minimum to
+  // maximum,] [focused,] [disabled,] meaning".
+  std::string reading(int32_t id);
+  std::string rowName();  // of the row that an open pop-up is at
+  int32_t shownSheets();
   std::string clipboard();
 
  private:

@@ -5,7 +5,7 @@
 static std::string describeKey(const WindowEvent& event) {
   static const char* const kNames[] = {"none",     "left", "right", "up",    "down",   "pageUp",
                                        "pageDown", "home", "end",   "enter", "escape", "backspace",
-                                       "undo",     "redo", "copy",  "tab"};
+                                       "undo",     "redo", "copy",  "tab",   "help"};
   std::string text = event.key == WindowKey::character ? std::string("'") + event.character + "'"
                                                        : kNames[static_cast<int>(event.key)];
   if (event.shift) text += " shift";
@@ -37,6 +37,10 @@ static std::string describe(const WindowEvent& event) {
       return "other up " + at;
     case WindowEventKind::wheel:
       return "wheel " + std::to_string(event.amount) + " at " + at;
+    case WindowEventKind::use:
+      return "use " + id;
+    case WindowEventKind::set:
+      return "set " + id + " to " + std::to_string(event.amount);
     case WindowEventKind::key:
       return "key " + describeKey(event);
     case WindowEventKind::rest:

@@ -53,14 +53,15 @@ struct Image {
   }
 };
 
-static Image openImage(const std::string& path, uint16_t* machine) {
+static Image openImage(const std::string& path, ModuleFile* file) {
   Image image = {readBytes(path), {}, 0};
   const auto header = image.at<uint32_t>(0x3C);
   EXPECT_EQ(image.at<uint32_t>(header), 0x4550U);  // "PE"
-  *machine = image.at<uint16_t>(header + 4);
+  file->machine = image.at<uint16_t>(header + 4);
   const auto count = image.at<uint16_t>(header + 6);
   const size_t optional = header + 24;
   const bool wide = image.at<uint16_t>(optional) == 0x20B;
+  file->subsystem = image.at<uint16_t>(optional + 68);
   image.directories = optional + (wide ? 112 : 96);
   size_t at = optional + image.at<uint16_t>(header + 20);
   for (uint16_t i = 0; i < count; ++i, at += 40) {
@@ -135,7 +136,7 @@ static void readResources(const Image& image, ModuleFile* file) {
 
 ModuleFile readModuleFile(const std::string& path) {
   ModuleFile file;
-  const Image image = openImage(path, &file.machine);
+  const Image image = openImage(path, &file);
   readExports(image, &file);
   readImports(image, &file);
   readResources(image, &file);

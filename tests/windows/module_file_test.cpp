@@ -21,6 +21,7 @@ class WindowsModuleFile : public ::testing::TestWithParam<int> {
 
 TEST_P(WindowsModuleFile, ExportsTwoProceduresAndNeedsTheSystemOnly) {
   EXPECT_EQ(file_.machine, GetParam() == 64 ? 0x8664 : 0x014C);
+  EXPECT_EQ(file_.subsystem, 2) << "windows, no console";
   EXPECT_EQ(file_.exports, (std::set<std::string>{"ENTRYPOINT", "DissolveProc"}));
   const std::set<std::string> system = {"kernel32.dll", "user32.dll",   "gdi32.dll",
                                         "comdlg32.dll", "advapi32.dll", "msvcrt.dll"};

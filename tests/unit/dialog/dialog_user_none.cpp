@@ -119,6 +119,30 @@ std::string DialogUser::toolTip(int32_t id) {
   return window_->window.toolTip(id);
 }
 
+std::string DialogUser::reading(int32_t id) {
+  constexpr const char* kRoles[] = {"button", "slider", "toggle", "menu", "dial", "image"};
+  ControlReading reading = {};
+  if (!window_->window.read(id, &reading)) return "";
+  std::string text = kRoles[static_cast<int32_t>(reading.role)];
+  text += std::string(", ") + reading.name + ", " + reading.value;
+  if (reading.hasRange) {
+    text += ", " + std::to_string(reading.amount) + " of " + std::to_string(reading.minimum) +
+            " to " + std::to_string(reading.maximum);
+  }
+  if (reading.role == ControlRole::toggle) text += reading.on ? ", checked" : ", not checked";
+  if (window_->window.focusedControl() == id) text += ", focused";
+  if (reading.disabled) text += ", disabled";
+  return text + ", " + reading.meaning;
+}
+
+std::string DialogUser::rowName() {
+  return window_->window.popup().rowName();
+}
+
+int32_t DialogUser::shownSheets() {
+  return static_cast<int32_t>(noneRecord().sheets.size());
+}
+
 std::string DialogUser::clipboard() {
   return noneRecord().clipboard;
 }
