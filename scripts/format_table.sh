@@ -7,7 +7,7 @@
 set -euo pipefail
 
 program=$(readlink -f "$1")
-formats=(png jpg tif webp avif heic jxl bmp ppm)
+formats=(png jpg tif webp gif avif heic jxl bmp ppm)
 begin='<!-- begin: scripts/format_table.sh -->'
 end='<!-- end -->'
 
@@ -43,9 +43,14 @@ makePictures() {
   exiftool -q -overwrite_original -EXIF:Artist=A -XMP:Title=B -IPTC:Keywords=C \
     -XResolution=150 -YResolution=75 -JFIF:XResolution=150 -JFIF:YResolution=75 \
     -Comment=D said.jpg
-  vips arrayjoin 'color.png color.png color.png' long.v --across 1
-  vips copy long.v frames.v
-  vips gifsave 'frames.v' frames.gif --page-height 48
+  # Frames that differ: equal ones are written as one.
+  vips flip rgb8.v flipped.v horizontal
+  vips invert rgb8.v inverted.v
+  vips join rgb8.v flipped.v two.v vertical
+  vips join two.v inverted.v joined.v vertical
+  vips copy joined.v long.v --interpretation srgb
+  vips gifsave long.v frames.gif --page-height 48
+  vips tiffsave long.v frames.tif --page-height 48
 }
 
 # --- Questions --------------------------------------------------------------------------------
@@ -57,15 +62,18 @@ apply() {  # picture result [option]...
 field() { vipsheader -f "$1" "$2" 2>/dev/null || true; }
 tag() { exiftool -s3 -n "$1" "$2" 2>/dev/null || true; }
 
-keepsDepth() { apply deep.png "d.$1" && [[ $(field format "d.$1") == ushort ]]; }
+keepsDepth() { apply deep.png "d.$1" && [[ $(field format "d.$1") == *USHORT* ]]; }
 keepsAlpha() { apply alpha.png "a.$1" && [[ $(field bands "a.$1") == 4 ]]; }
 keepsGrey() {
   local ending=$1
   [[ $ending != ppm ]] || ending=pgm
-  apply grey.png "g.$ending" && [[ $(field bands "g.$ending") == 1 ]]
+  apply grey.png "g.$ending" || return 1
+  # Which vips reads with another library, as colours.
+  if [[ $ending == bmp ]]; then [[ $(tag -BitDepth g.bmp) == 8 ]]; return; fi
+  [[ $(field bands "g.$ending") == 1 ]]
 }
 keepsTag() { [[ -s s.$1 && $(tag "$2" "s.$1") == "$3" ]]; }
-keepsProfile() { [[ -s s.$1 && -n $(tag -ICC_Profile:ProfileDescription "s.$1") ]]; }
+keepsProfile() { [[ -s s.$1 && -n $(vipsheader -a "s.$1" 2>/dev/null | grep icc-profile) ]]; }
 keepsResolution() {
   local x y
   x=$(field xres "s.$1")
@@ -77,7 +85,11 @@ turns() {  # a file of this format that says it is to be turned by a quarter
     2>/dev/null && [[ $(tag -EXIF:Orientation "o.$1") == 6 ]] && apply "o.$1" turned.png &&
     [[ $(field width turned.png) == 48 && -z $(tag -EXIF:Orientation turned.png | grep -v 1) ]]
 }
-keepsFrames() { apply frames.gif "f.$1" && [[ $(field n-pages "f.$1") == 3 ]]; }
+keepsFrames() {
+  local source=frames.gif
+  [[ $1 != tif ]] || source=frames.tif  # pages
+  apply "$source" "f.$1" && [[ $(field n-pages "f.$1") == 3 ]]
+}
 
 yes() { if "$@"; then printf ' yes |'; else printf ' – |'; fi; }
 
@@ -108,14 +120,20 @@ makePictures >/dev/null
 table >table
 case ${2:-} in
   --check)
-    sed -n "/$begin/,/$end/p" "$file" | grep '^|' >expected || true
+    awk -v begin="$begin" -v end="$end" '$0 == end { inside = 0 }
+      inside { print }
+      $0 == begin { inside = 1 }' "$file" >expected
     diff -u expected table || {
       echo "format_table: $file is not what the program does; --write puts it right" >&2
       exit 1
     }
     ;;
   --write)
-    sed -e "/$begin/,/$end/{/$begin/!{/$end/!d}}" -e "/$begin/r table" -i "$file"
+    awk -v begin="$begin" -v end="$end" '$0 == end { inside = 0 }
+      !inside { print }
+      $0 == begin { inside = 1; while ((getline line < "table") > 0) print line }' \
+      "$file" >whole
+    cp whole "$file"
     ;;
   *) cat table ;;
 esac
