@@ -47,7 +47,14 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
   checkFormatHolds(format, picture, output);
   if (!options.quiet) warnOfLoss(picture, format, saving.choices.strip, image);
   if (!options.quiet) warnOfLostColors(plan.settings, plan.found, picture, image);
-  if (all) return applyToFrames(plan, options, {contents, count, image, output}, quiet);
+  const bool stripped = saving.choices.strip;
+  const std::string kept = stripped ? "" : keptIn(format, picture);
+  const std::string dropped =
+      stripped ? "everything else, as --strip says" : lossesIn(format, picture);
+  if (all) {
+    applyToFrames(plan, options, {contents, count, image, output}, quiet);
+    return noteSaved(output, kept, dropped, &notes);
+  }
   contents = {};
   Selection selection = loadSelection(options.mask, picture, image);
   warnOfEmptiness(selection);
@@ -55,10 +62,6 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
   stopIfInterrupted();
   renderEffect(plan, &picture, std::move(selection), quiet, image);
   noteRendered(plan, options.effect.preset, &notes);
-  const bool stripped = saving.choices.strip;
-  const std::string kept = stripped ? "" : keptIn(format, picture);
-  const std::string dropped =
-      stripped ? "everything else, as --strip says" : lossesIn(format, picture);
   const StepProgress writing(quiet, "writing");
   savePicture(std::move(picture), format, saving.choices, output);
   noteSaved(output, kept, dropped, &notes);

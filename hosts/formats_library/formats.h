@@ -86,6 +86,9 @@ std::string encodeImage(VipsImage* image, const PictureFormat& format, const Sav
 void takeMetadata(VipsImage* image, BytesView file, bool turned, PictureMetadata* metadata);
 void giveMetadata(const PictureMetadata& metadata, VipsImage* image);
 
+// Whether a TIFF file has a directory whose entries name more than the file holds.
+bool namesTooMuch(BytesView file);
+
 // Lets `stop` end whatever the image is made by.
 void watchStop(VipsImage* image, bool (*stop)());
 

@@ -249,6 +249,8 @@ bool takePicture(VipsRef* held, BytesView file, Picture* picture) {
 
 std::string loadFormat(BytesView file, int32_t number, RefuseSides refuse, bool (*stop)(),
                        Picture* picture) {
+  if (namesTooMuch(file))
+    return "is damaged or cut off: its directory names more than the file holds";
   const QuietErrors quiet;
   std::string loader;
   VipsRef held(openPages(file, 0, 1, &loader));

@@ -22,7 +22,8 @@ static FileBytes blobOf(VipsImage* image, const char* name) {
 
 void takeMetadata(VipsImage* image, BytesView file, bool, PictureMetadata* metadata) {
   metadata->profile = blobOf(image, VIPS_META_ICC_NAME);
-  if (metadata->profile.size() > kLargestProfile) metadata->profile.clear();
+  metadata->profileTooLarge = metadata->profile.size() > kLargestProfile;
+  if (metadata->profileTooLarge) metadata->profile.clear();
   metadata->exif = exifWithoutName(blobOf(image, VIPS_META_EXIF_NAME));
   metadata->xmp = blobOf(image, VIPS_META_XMP_NAME);
   metadata->iptc = iptcRecords(blobOf(image, VIPS_META_IPTC_NAME));

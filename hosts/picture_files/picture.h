@@ -25,8 +25,9 @@ struct PngPart {
 };
 
 struct PictureMetadata {
-  FileBytes profile;  // ICC
-  FileBytes exif;     // from its byte order mark on
+  FileBytes profile;             // ICC
+  bool profileTooLarge = false;  // there is one that is left out
+  FileBytes exif;                // from its byte order mark on
   FileBytes xmp;
   FileBytes iptc;
   double dotsPerMeterX = 0;  // 0: not said

@@ -20,7 +20,7 @@ constexpr PictureFormat kFormats[] = {
     {"gif", gif, true, true, false, false, false, false, false, false, false, Sequence::animation},
     {"avif", avif, true, true, false, true, true, true, false, false, false, Sequence::none},
     {"heic", heic, true, true, false, true, true, true, false, false, false, Sequence::none},
-    {"jxl", jxl, true, true, true, true, true, true, false, false, false, Sequence::none},
+    {"jxl", jxl, true, true, true, true, false, false, false, false, false, Sequence::none},
     {"bmp", bmp, false, true, false, false, false, false, false, true, false, Sequence::none},
     {"ppm", pnm, false, true, true, false, false, false, false, false, false, Sequence::none},
     {"pgm", pnm, false, false, true, false, false, false, false, false, false, Sequence::none},

@@ -38,6 +38,9 @@ void warnOfLoss(const Picture& picture, const PictureFormat& format, bool stripp
     losses.push_back("only the first of its " + std::to_string(picture.pictureCount) +
                      " pictures is taken" + whyOneAlone(picture.sequence));
   }
+  if (picture.metadata.profileTooLarge && !stripped) {
+    losses.emplace_back("its colour profile, which is damaged or larger than 16 MB, is left out");
+  }
   const std::string words = stripped ? "" : lossesIn(format, picture);
   if (!words.empty()) losses.push_back("the result cannot hold its " + words);
   std::string text;

@@ -3,7 +3,13 @@
 #include <isa-l/crc.h>
 #include <zlib.h>
 
+#include <algorithm>
+
 constexpr size_t kAroundData = 12;  // length, name, checksum
+
+static bool isLetter(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
 
 PngChunk nextPngChunk(BytesView file, size_t* at) {
   if (*at + kAroundData > file.size) return {};
@@ -11,6 +17,7 @@ PngChunk nextPngChunk(BytesView file, size_t* at) {
   if (bytes > file.size - *at - kAroundData) return {};
   PngChunk chunk;
   chunk.name.assign(reinterpret_cast<const char*>(file.data) + *at + 4, 4);
+  if (!std::all_of(chunk.name.begin(), chunk.name.end(), isLetter)) return {};
   chunk.data = file.part(*at + 8, bytes);
   chunk.checksum = bigEndianAt(file, *at + 8 + bytes, 4);
   *at += kAroundData + bytes;

@@ -15,7 +15,7 @@ struct PngChunk {
   uint32_t checksum;
 };
 
-// The chunk at `*at`, which moves behind it. Nothing when the rest is too short for one.
+// The chunk at `*at`, which moves behind it. Nothing when the rest is none.
 PngChunk nextPngChunk(BytesView file, size_t* at);
 
 // Of a chunk's name and data.

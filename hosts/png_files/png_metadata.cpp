@@ -112,6 +112,7 @@ static void readChunk(const PngChunk& chunk, PictureMetadata* metadata) {
     BytesView rest = chunk.data;
     takeField(&rest);
     metadata->profile = unpackPngText(rest.part(1), kLargestText);
+    metadata->profileTooLarge = metadata->profile.empty();
   } else if (name == "pHYs" && chunk.data.size == 9 && chunk.data.data[8] == 1) {
     metadata->dotsPerMeterX = bigEndianAt(chunk.data, 0, 4);
     metadata->dotsPerMeterY = bigEndianAt(chunk.data, 4, 4);

@@ -75,7 +75,8 @@ TEST_F(Completions, OfOtherShells) {
   if (runShell("command -v fish").exitCode != 0) return;
   const QString ask =
       "mkdir -p bin home; ln -sf \"$0\" bin/morvalis; \"$0\" completion fish > c.fish; "
-      "HOME=$PWD/home PATH=$PWD/bin:$PATH fish --no-config -c \"source c.fish; complete -C '%1'\" | cut -f 1";
+      "HOME=$PWD/home PATH=$PWD/bin:$PATH fish --no-config -c \"source c.fish; complete -C '%1'\" "
+      "| cut -f 1";
   EXPECT_EQ(runShell(ask.arg("morvalis apply a.png --preset=old-c")).output,
             "--preset=old-copper\n");
   EXPECT_EQ(runShell(ask.arg("morvalis apply a.png --preset chrom")).output, "chrome\n");
