@@ -62,6 +62,7 @@ static Image openImage(const std::string& path, ModuleFile* file) {
   const size_t optional = header + 24;
   const bool wide = image.at<uint16_t>(optional) == 0x20B;
   file->subsystem = image.at<uint16_t>(optional + 68);
+  file->characteristics = image.at<uint16_t>(optional + 70);
   image.directories = optional + (wide ? 112 : 96);
   size_t at = optional + image.at<uint16_t>(header + 20);
   for (uint16_t i = 0; i < count; ++i, at += 40) {

@@ -11,6 +11,7 @@
 struct ModuleFile {
   uint16_t machine = 0;
   uint16_t subsystem = 0;
+  uint16_t characteristics = 0;  // of a library, for who loads it
   std::set<std::string> exports;
   std::set<std::string> libraries;  // that it imports from, small letters
   // By type ("PIPL", or "#2" for a numbered type) and name ("ABOUTBOX", "#148").

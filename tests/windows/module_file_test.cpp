@@ -30,6 +30,12 @@ TEST_P(WindowsModuleFile, ExportsTwoProceduresAndNeedsTheSystemOnly) {
   }
 }
 
+// Loaded anywhere, in 64 bits in all of the address space, and no data is run.
+TEST_P(WindowsModuleFile, IsHardened) {
+  const int hardened = 0x0140 | (GetParam() == 64 ? 0x0020 : 0);
+  EXPECT_EQ(file_.characteristics & hardened, hardened);
+}
+
 static void append(std::vector<uint8_t>* bytes, const std::string& text, size_t length) {
   bytes->insert(bytes->end(), text.begin(), text.end());
   bytes->resize(bytes->size() + length - text.size());
