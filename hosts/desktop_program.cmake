@@ -44,6 +44,18 @@ target_link_libraries(morvalis PRIVATE morvalis_command_line
   $<LINK_GROUP:RESCAN,morvalis_runs,morvalis_substitute_host,morvalis_core,morvalis_screenless>)
 add_dependencies(morvalis morvalis_formats morvalis_window)
 
+# The plug-in for GIMP, where GIMP's library is.
+pkg_check_modules(GIMP2 IMPORTED_TARGET gimp-2.0>=2.10 gegl-0.4)
+file(GLOB GIMP_SOURCES CONFIGURE_DEPENDS gimp/*.cpp)
+list(FILTER GIMP_SOURCES EXCLUDE REGEX "/gimp[0-9]_plugin\\.cpp$")
+if(GIMP2_FOUND)
+  add_executable(morvalis_gimp2 gimp/gimp2_plugin.cpp ${GIMP_SOURCES})
+  target_link_libraries(morvalis_gimp2 PRIVATE PkgConfig::GIMP2
+    $<LINK_GROUP:RESCAN,morvalis_runs,morvalis_substitute_host,morvalis_core,morvalis_screenless>)
+  set_target_properties(morvalis_gimp2 PROPERTIES OUTPUT_NAME gimp2-morvalis)
+  add_dependencies(morvalis morvalis_gimp2)
+endif()
+
 # The manual page and the completions come from the program itself.
 set(PROGRAM_DOCUMENTS ${CMAKE_BINARY_DIR}/documents)
 file(MAKE_DIRECTORY ${PROGRAM_DOCUMENTS})

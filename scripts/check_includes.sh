@@ -71,9 +71,11 @@ declare -A roomLevels=(
   [commands]=3
   [window_commands]=3
   [command_line]=4
+  [gimp]=4
 )
 qtMayStandIn='@(platform/desktop|hosts/window_commands|tests/command_line|tests/desktop|samples)/*'
 vipsMayStandIn='hosts/formats_library/*'
+gimpMayStandIn='hosts/gimp/*'
 mayIncludeAnything='@(tests|bench|fuzz|resources/artwork|samples/dialog_shots)/*'
 
 systemMacro='(^|[^A-Za-z0-9_])(_WIN32|_WIN64|WIN32|_MSC_VER|__MINGW32__|__CYGWIN__|__linux__|__linux|__gnu_linux__|__APPLE__|__unix__|__unix|__FreeBSD__|__ANDROID__)($|[^A-Za-z0-9_])'
@@ -105,6 +107,9 @@ checkSystemHeader() {  # file line header
   elif [[ $header == vips/* ]]; then
     [[ $file == $vipsMayStandIn ]] ||
       report "$file" "$line" "may not include <$header>: the picture library stays in $vipsMayStandIn"
+  elif [[ $header == libgimp*/* || $header == gegl*.h || $header == babl/* ]]; then
+    [[ $file == $gimpMayStandIn ]] ||
+      report "$file" "$line" "may not include <$header>: GIMP's libraries stay in $gimpMayStandIn"
   elif [[ $file == $coreFolder || $file == $edgeHeader ]]; then
     # Headers of the C++ library have no ending; anything else is a system's or a library's.
     [[ $header != */* && $header != *.h || $header == *intrin.h ]] ||

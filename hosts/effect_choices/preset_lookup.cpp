@@ -5,8 +5,9 @@
 #include "hosts/process/file_names.h"
 #include "hosts/process/name_matching.h"
 
-// Seen from the program: bin/ beside share/, and build/desktop/ in the tree.
-constexpr const char* kPresetFolders[] = {"../share/morvalis/presets", "../../presets"};
+// Seen from the program: bin/ beside share/, lib/morvalis/, and build/desktop/ in the tree.
+constexpr const char* kPresetFolders[] = {"../share/morvalis/presets",
+                                          "../../share/morvalis/presets", "../../presets"};
 
 static std::string withoutEnding(const std::string& name) {
   return name.ends_with(".q9q") ? name.substr(0, name.size() - 4) : name;

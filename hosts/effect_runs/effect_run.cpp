@@ -45,16 +45,16 @@ void enlargePlan(int32_t times, EffectPlan* plan) {
   enlargeSettings(times, &plan->settings);
 }
 
-void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection, bool quiet,
-                  const std::string& file) {
+static void render(const EffectPlan& plan, Picture* picture, Selection selection,
+                   const TellProgress& progress, const std::function<void()>& ended,
+                   const std::string& file) {
   const bool enlarged = plan.supersample > 1;
-  ProgressBar bar = makeProgressBar(quiet);
   HostSwitches switches;
   switches.dirtyMemory = false;
   switches.keepsLog = false;
   switches.inPlace = enlarged ? InPlace::off : placeFor(*picture, selection);
   switches.abortTest = interrupted;
-  switches.progress = [&bar](int32_t done, int32_t total) { drawProgress(&bar, done, total); };
+  switches.progress = progress;
   const bool mixedHere = enlarged || !picture->deep.colors.empty();
   const HostMask mask = mixedHere ? selection.mask : HostMask();
   const OpenHost host(
@@ -64,11 +64,23 @@ void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection,
   checkResult(callSelector(kSelectorPrepare), file);
   copySettings(plan.settings, moduleSettings(file));
   const int16_t result = renderFilter();
-  clearProgress(&bar);
+  ended();
   checkResult(result, file);
   if (enlarged) {
     mixEnlarged(filteredPicture(), mask, plan.supersample, picture);
   } else {
-    takeResult(mask, selection.byOwnAlpha, picture);
+    takeResult(mask, selection.coversAgain, picture);
   }
+}
+
+void renderTelling(const EffectPlan& plan, Picture* picture, Selection selection,
+                   const TellProgress& progress, const std::string& file) {
+  render(plan, picture, std::move(selection), progress, [] {}, file);
+}
+
+void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection, bool quiet,
+                  const std::string& file) {
+  ProgressBar bar = makeProgressBar(quiet);
+  const auto draw = [&bar](int32_t done, int32_t total) { drawProgress(&bar, done, total); };
+  render(plan, picture, std::move(selection), draw, [&bar] { clearProgress(&bar); }, file);
 }

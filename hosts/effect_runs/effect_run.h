@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "hosts/effect_choices/effect_choices.h"
@@ -23,7 +24,14 @@ EffectPlan planEffect(const EffectOptions& options, const ChosenEffect& effect, 
 // Renders larger from here on; ends the command when the settings leave no room for that.
 void enlargePlan(int32_t times, EffectPlan* plan);
 
+// Is told how far a render is.
+using TellProgress = std::function<void(int32_t done, int32_t total)>;
+
 // Puts the effect into the picture's selection. Failures name `file`, where the picture is from,
 // and leave a picture without pixels.
+void renderTelling(const EffectPlan& plan, Picture* picture, Selection selection,
+                   const TellProgress& progress, const std::string& file);
+
+// The same with a bar on the terminal.
 void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection, bool quiet,
                   const std::string& file);

@@ -2,15 +2,15 @@
 
 InPlace placeFor(const Picture& picture, const Selection& selection) {
   if (!picture.deep.colors.empty()) return InPlace::off;
-  return selection.byOwnAlpha ? InPlace::whole : InPlace::mixed;
+  return selection.coversAgain ? InPlace::whole : InPlace::mixed;
 }
 
 void mixResult(const Selection& selection, Picture* picture) {
   if (!picture->deep.colors.empty()) {
-    return takeResult(selection.mask, selection.byOwnAlpha, picture);
+    return takeResult(selection.mask, selection.coversAgain, picture);
   }
   HostMask mask = selection.mask;
-  if (selection.byOwnAlpha) {
+  if (selection.coversAgain) {
     for (uint8_t& weight : mask) weight = weight != 0 ? 255 : 0;
   }
   picture->colors = mixByMask(picture->colors, filteredPicture(), mask);

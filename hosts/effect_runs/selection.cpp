@@ -128,7 +128,7 @@ Selection loadSelection(const MaskOptions& options, const Picture& picture,
       byAlpha ? selectionByAlpha(picture, file) : selectionByFile(options, mask, picture, file);
   if (options.invert && !selection.mask.empty()) {
     for (uint8_t& weight : selection.mask) weight = static_cast<uint8_t>(255 - weight);
-    selection.byOwnAlpha = false;
+    selection.coversAgain = false;
     selection.emptiness.clear();
     if (selectsNothing(selection.mask)) selection.emptiness = file + ": nothing is selected";
   }
@@ -137,7 +137,7 @@ Selection loadSelection(const MaskOptions& options, const Picture& picture,
     const int32_t times = options.enlarged;
     softenMask(picture.colors.width * times, picture.colors.height * times, feather * times,
                &selection.mask);
-    selection.byOwnAlpha = false;
+    selection.coversAgain = false;
   }
   return selection;
 }

@@ -12,8 +12,9 @@ constexpr char kMaskOfEverything[] = "none";
 struct Selection {
   HostMask mask;          // one byte a pixel, 255 selected; empty when everything is
   std::string emptiness;  // that nothing is selected, and why; empty when something is
-  // The alpha that is kept covers what it selects once more, so the effect stands whole there.
-  bool byOwnAlpha = false;
+  // What it selects is covered once more, by the alpha that is kept or by an editor that mixes: the
+  // effect stands whole there, or edges would be softened twice.
+  bool coversAgain = false;
 };
 
 // What the user says of the selection.

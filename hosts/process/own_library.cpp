@@ -4,7 +4,8 @@
 
 #include "hosts/process/file_names.h"
 
-// Seen from the program: bin/ beside lib/, and the folder of the build.
+// Seen from the program: bin/ beside lib/; the folder of the build, or lib/morvalis/ itself, where
+// programs stand that others start.
 constexpr const char* kPlaces[] = {"/../lib/morvalis/", "/"};
 
 void* ownProcedure(const std::string& library, const std::string& procedure, std::string* reason) {

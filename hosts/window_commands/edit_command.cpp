@@ -109,8 +109,10 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
   closeProgress(&progress);
   warnOfLoss(edited.picture, *edited.format, /*stripped=*/false, image);
   warnOfEmptiness(edited.selection);
-  const EditOutcome outcome =
-      editPicture(plan, &edited.picture, edited.selection, image, &progress);
+  const RenderWatch watch = {
+      [&progress] { return renderStopped(&progress); },
+      [&progress](int32_t done, int32_t total) { showProgress(&progress, done, total); }};
+  const EditOutcome outcome = editPicture(plan, &edited.picture, edited.selection, image, watch);
   if (!outcome.confirmed) return kExitFailed;
   const bool large = isLarge(edited.picture.colors);
   const auto write = [&] {

@@ -8,7 +8,6 @@
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
-#include "hosts/window_commands/progress_window.h"
 #include "platform/remembered_values.h"
 #include "platform/unix/program_session.h"
 #include "platform/user_files.h"
@@ -99,24 +98,25 @@ static int16_t runModule(const EditPlan& plan, const std::string& file) {
 }
 
 EditOutcome editPicture(const EditPlan& plan, Picture* picture, const Selection& selection,
-                        const std::string& file, ProgressWindow* progress) {
+                        const std::string& file, const RenderWatch& watch) {
+  bool rendering = false;
   HostSwitches switches;
   switches.dirtyMemory = false;
   switches.keepsLog = false;
   switches.colorServices = false;  // the desktop's own chooser serves
   switches.display = drawIntoTarget;
-  switches.abortTest = [progress] { return renderStopped(progress) || interrupted(); };
-  switches.progress = [progress](int32_t done, int32_t total) {
-    showProgress(progress, done, total);
+  switches.abortTest = [&] { return watch.stopped() || interrupted(); };
+  switches.progress = [&](int32_t done, int32_t total) {
+    rendering = true;
+    watch.progress(done, total);
   };
   const OpenHost host(switches, picture->colors, selection.mask);
   const int16_t result = runModule(plan, file);
   const EffectSettings settings = *moduleSettings(file);
   // The render begins once the dialog has been confirmed, whatever becomes of it.
-  if (progress->dialog != nullptr) rememberExactly(settings);
+  if (rendering) rememberExactly(settings);
   stopIfInterrupted();
-  const bool stopped = progress->dialog != nullptr && progress->dialog->wasCanceled();
-  if (stopped || result == kUserCanceled) return {};
+  if (result == kUserCanceled || (rendering && watch.stopped())) return {};
   if (result == kUserInformed) {  // in a window; standard error is for who started the program
     reportFailure({kExitFailed, file + ": there is not enough memory for the effect"});
     return {};

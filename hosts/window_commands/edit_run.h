@@ -3,12 +3,12 @@
 
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "hosts/effect_choices/effect_choices.h"
 #include "hosts/effect_runs/selection.h"
-#include "hosts/window_commands/progress_window.h"
 
 // Where the dialog starts: at a preset, or at what was confirmed last, with the options on top.
 struct EditPlan {
@@ -25,7 +25,12 @@ struct EditOutcome {
   std::optional<uint32_t> seed;  // of the texture that was drawn by chance
 };
 
+// What the render asks and tells, once the dialog has been confirmed and not before.
+struct RenderWatch {
+  std::function<bool()> stopped;  // whether the user has thought better of it
+  std::function<void(int32_t done, int32_t total)> progress;
+};
+
 // Puts the effect into the picture's selection. Failures name `file`, where the picture is from.
-// The window of the render stays.
 EditOutcome editPicture(const EditPlan& plan, Picture* picture, const Selection& selection,
-                        const std::string& file, ProgressWindow* progress);
+                        const std::string& file, const RenderWatch& watch);

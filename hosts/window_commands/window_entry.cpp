@@ -3,6 +3,7 @@
 
 #include "hosts/process/command_failure.h"
 #include "hosts/substitute_host/substitute_host.h"
+#include "hosts/window_commands/dialog_call.h"
 #include "hosts/window_commands/edit_command.h"
 #include "hosts/window_commands/window_program.h"
 
@@ -19,4 +20,12 @@ MORVALIS_DOOR int morvalisEdit(const EditOptions* options, char** argv) {
   int oneArgument = 1;
   const auto application = startWindows(&oneArgument, argv);
   return runEditCommand(*options);
+}
+
+MORVALIS_DOOR void morvalisDialog(DialogCall* call) {
+  char name[] = "morvalis";
+  char* oneName[] = {name, nullptr};
+  int oneArgument = 1;
+  const auto application = startWindows(&oneArgument, oneName);
+  runDialogCall(call);
 }

@@ -5,5 +5,6 @@
 class QDialog;
 class QWidget;
 
-// Moves a dialog of known size over its owner, or over the screen when there is none.
+// Moves a dialog of known size over its owner, or else over the other program's window that it
+// belongs to (belongToWindow), or over the screen.
 void placeDialog(QDialog* dialog, const QWidget* owner);

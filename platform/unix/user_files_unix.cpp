@@ -296,8 +296,9 @@ bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
   return true;
 }
 
-// Seen from the program: bin/ beside share/, and build/desktop/ in the tree.
+// Seen from the program: bin/ beside share/, lib/morvalis/, and build/desktop/ in the tree.
 constexpr const char* kOwnPictures[] = {"../share/morvalis/presets/environments and textures",
+                                        "../../share/morvalis/presets/environments and textures",
                                         "../../presets/environments and textures"};
 
 bool ownPicturesFolder(char* folder, int32_t bytes) {
