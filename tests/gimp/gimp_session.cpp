@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QColorSpace>
 #include <QDir>
 #include <QFile>
 #include <algorithm>
@@ -45,7 +46,8 @@ void GimpSession::write(const QString& name, const QByteArray& contents) const {
 }
 
 QImage GimpSession::picture(const QString& name) const {
-  const QImage image = QImage(path(name)).convertToFormat(QImage::Format_RGBA64);
+  QImage image = QImage(path(name)).convertToFormat(QImage::Format_RGBA64);
+  image.setColorSpace({});  // GIMP says more about it
   EXPECT_FALSE(image.isNull()) << name.toStdString();
   return image;
 }
