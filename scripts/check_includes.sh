@@ -73,7 +73,7 @@ declare -A roomLevels=(
   [command_line]=4
   [gimp]=4
 )
-qtMayStandIn='@(platform/desktop|hosts/window_commands|tests/command_line|tests/desktop|samples)/*'
+qtMayStandIn='@(platform/desktop|hosts/window_commands|tests/command_line|tests/desktop|tests/gimp|samples)/*'
 vipsMayStandIn='hosts/formats_library/*'
 gimpMayStandIn='hosts/gimp/*'
 mayIncludeAnything='@(tests|bench|fuzz|resources/artwork|samples/dialog_shots)/*'

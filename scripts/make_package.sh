@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Packs what Windows users need into build/Morvalis-VERSION-windows.zip; both modules must have been
-# built. The same files give the same bytes, whoever packs them and when.
+# Packs what Windows users need into build/packages/Morvalis-VERSION-windows.zip; both modules must
+# have been built. The same files give the same bytes, whoever packs them and when.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 readonly kDate="2000-01-01 00:00:00 UTC" # of every file in it
 
 version=$(sed -n 's/^project(morvalis VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-package=$PWD/build/Morvalis-$version-windows.zip
+package=$PWD/build/packages/Morvalis-$version-windows.zip
 staged=$(mktemp -d)
 trap 'rm -rf "$staged"' EXIT
 
@@ -22,6 +22,8 @@ cp presets/*.q9q "$staged/$pictures/presets/"
 cp "presets/$pictures/"*.bmp "$staged/$pictures/"
 sed "s/@VERSION@/$version/; s/\$/\r/" docs/windows-readme.txt >"$staged/README.txt"
 sed 's/$/\r/' LICENSE >"$staged/LICENSE.txt"
+bash scripts/third_party.sh module | sed 's/$/\r/' >"$staged/THIRD-PARTY.txt"
+mkdir -p build/packages
 
 export TZ=UTC LC_ALL=C
 cd "$staged"

@@ -22,6 +22,11 @@ TEST_F(Installation, IsWholeAndWorksElsewhere) {
         "share/icons/hicolor/48x48/apps/morvalis.png"}) {
     EXPECT_GT(QFile(path(QString("root/") + name)).size(), 0) << name;
   }
+  if (QFile::exists(MORVALIS_BUILD "/gimp2-morvalis")) {
+    const QFile plugIn(path("root/lib/gimp/2.0/plug-ins/morvalis/morvalis"));  // a link
+    EXPECT_EQ(plugIn.size(), QFile(path("root/lib/morvalis/gimp2-morvalis")).size());
+    EXPECT_GT(plugIn.size(), 0);
+  }
   EXPECT_TRUE(read("root/share/man/man1/morvalis.1").startsWith(".TH MORVALIS 1 "));
 
   save(colorPicture(), "in.png");
