@@ -75,12 +75,14 @@ static void render(const EffectPlan& plan, Picture* picture, Selection selection
 
 void renderTelling(const EffectPlan& plan, Picture* picture, Selection selection,
                    const TellProgress& progress, const std::string& file) {
-  render(plan, picture, std::move(selection), progress, [] {}, file);
+  render(
+      plan, picture, std::move(selection), progress, [] {}, file);
 }
 
 void renderEffect(const EffectPlan& plan, Picture* picture, Selection selection, bool quiet,
                   const std::string& file) {
   ProgressBar bar = makeProgressBar(quiet);
   const auto draw = [&bar](int32_t done, int32_t total) { drawProgress(&bar, done, total); };
-  render(plan, picture, std::move(selection), draw, [&bar] { clearProgress(&bar); }, file);
+  render(
+      plan, picture, std::move(selection), draw, [&bar] { clearProgress(&bar); }, file);
 }

@@ -10,7 +10,7 @@
 
 #include "tests/gimp/gimp_session.h"
 
-constexpr int kPatience = 20000;  // milliseconds
+constexpr int kPatience = 60000;  // milliseconds
 constexpr int kPause = 100;
 
 // Saves the layer as N.png when there is a file "ask-N", until there is one called "ask-end".
@@ -32,7 +32,7 @@ constexpr char kServe[] =
 class GimpDialog : public testing::Test {
  protected:
   void SetUp() override {
-    for (const char* program : {"Xvfb", "xdotool", "gimp"}) {
+    for (const char* program : {"Xvfb", "xdotool", "xprop", "gimp"}) {
       if (QStandardPaths::findExecutable(program).isEmpty())
         GTEST_SKIP() << program << " is missing";
     }
