@@ -226,28 +226,29 @@ static void setOwn(GeglBuffer* buffer, const LayerFormat& format, const GeglRect
   gegl_buffer_set(buffer, &band, 0, format.own, samples.data(), GEGL_AUTO_ROWSTRIDE);
 }
 
-// GIMP mixes in single precision, in which long samples lose their last bits. Putting those back
-// that are not selected, and transparency, leaves nothing more to undo.
-static void restoreUnselected(GimpDrawableName drawable, const LayerPicture& layer,
-                              const LayerFormat& format, GeglBuffer* kept) {
+// GIMP mixes in single precision and by light, in which deep samples lose their last bits. Putting
+// those back that are selected altogether or not at all, and transparency, leaves nothing more to
+// undo.
+static void sharpen(GimpDrawableName drawable, const LayerPicture& layer, const LayerFormat& format,
+                    GeglBuffer* exact) {
   const Buffer buffer = owned(gimp_drawable_get_buffer(drawable));
   const auto width = static_cast<size_t>(layer.picture.colors.width);
   const size_t colorBytes = format.ownBytes / format.parts * format.colors;
-  std::vector<uint8_t> before;
+  std::vector<uint8_t> wanted;
   std::vector<uint8_t> mixed;
   inBands(layer.area, [&](const GeglRectangle& band) {
-    getOwn(kept, format, band, &before);
+    getOwn(exact, format, band, &wanted);
     getOwn(buffer.get(), format, band, &mixed);
-    const std::vector<uint8_t> asMixed = mixed;
     size_t at = 0;
     for (int y = band.y; y < band.y + band.height; ++y) {
       const size_t start = static_cast<size_t>(y) * width + static_cast<size_t>(band.x);
       for (size_t x = 0; x < static_cast<size_t>(band.width); ++x, at += format.ownBytes) {
-        const size_t first = weightAt(layer, start + x) == 0 ? 0 : colorBytes;
-        std::copy(&before[at + first], &before[at] + format.ownBytes, &mixed[at + first]);
+        const uint8_t weight = weightAt(layer, start + x);
+        const size_t first = weight == 0 || weight == 255 || !layer.mixes ? 0 : colorBytes;
+        std::copy(&wanted[at + first], &wanted[at] + format.ownBytes, &mixed[at + first]);
       }
     }
-    if (mixed != asMixed) setOwn(buffer.get(), format, band, mixed);
+    setOwn(buffer.get(), format, band, mixed);
   });
   gegl_buffer_flush(buffer.get());
 }
@@ -257,20 +258,19 @@ void storeEffect(GimpDrawableName drawable, const LayerPicture& layer) {
   const Buffer shadow = owned(gimp_drawable_get_shadow_buffer(drawable));
   const LayerFormat format = formatOf(buffer.get());
   const GeglRectangle& area = layer.area;
-  const bool keeps = layer.mixes && format.deep;
-  const Buffer kept = owned(keeps ? gegl_buffer_new(&area, format.own) : nullptr);
+  const Buffer exact = owned(format.deep ? gegl_buffer_new(&area, format.own) : nullptr);
   const Babl* toOwn = babl_fish(format.work, format.own);
   std::vector<uint8_t> samples;
   std::vector<uint8_t> effect;
   inBands(area, [&](const GeglRectangle& band) {
     getOwn(buffer.get(), format, band, &samples);
-    if (keeps) setOwn(kept.get(), format, band, samples);
     effectInBand(layer, format, band, toOwn, &effect);
     putBand(layer, format, band, effect, &samples);
+    if (format.deep) setOwn(exact.get(), format, band, samples);
     setOwn(shadow.get(), format, band, samples);
   });
   gegl_buffer_flush(shadow.get());
   gimp_drawable_merge_shadow(drawable, TRUE);
-  if (keeps) restoreUnselected(drawable, layer, format, kept.get());
+  if (format.deep) sharpen(drawable, layer, format, exact.get());
   gimp_drawable_update(drawable, area.x, area.y, area.width, area.height);
 }

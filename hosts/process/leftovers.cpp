@@ -6,6 +6,7 @@
 
 #include <climits>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
 
 constexpr int kMostLeftovers = 4;  // a draft, and folders of the gallery and of long paths

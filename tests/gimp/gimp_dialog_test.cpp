@@ -44,7 +44,7 @@ class GimpDialog : public testing::Test {
     ASSERT_TRUE(server.waitForReadyRead(kPatience));
     session.environment.insert("DISPLAY", ":" + QString::fromLatin1(server.readLine().trimmed()));
     session.environment.remove("XAUTHORITY");
-    ASSERT_TRUE(noise(QImage::Format_RGBA8888, 5).save(session.path("photo.png")));
+    ASSERT_TRUE(noise(QImage::Format_RGBA64, 5).save(session.path("photo.png")));
     session.write("gimp/menurc",
                   "(gtk_accel_path \"<Actions>/plug-in/plug-in-morvalis\" \"F9\")\n");
     session.write("serve.scm", kServe);
