@@ -58,6 +58,11 @@ static int runProgram(int argc, char** argv) {
   return runCommand(app, options, argv);
 }
 
+// Before the constants of the library for options, which are in memory of their own.
+[[gnu::constructor(101)]] static void startInOrder() {
+  endOrderlyWithoutMemory();
+}
+
 int main(int argc, char** argv) {
   // A limit on file sizes shows as a failed write, which is reported, instead of ending the
   // program.

@@ -5,6 +5,8 @@
 #include <vips/vips.h>
 
 #include <cstdlib>
+#include <exception>
+#include <new>
 #include <string>
 
 #include "hosts/formats_library/formats.h"
@@ -18,11 +20,32 @@ bool moreFormatsWanted() {
   return wanted != nullptr && std::string(wanted) == "1";
 }
 
+// The library below ends the process when it gets no memory; the program does it in good order.
+static void endIfFatal(GLogLevelFlags level) {
+  if ((level & G_LOG_LEVEL_ERROR) == 0) return;
+  try {
+    throw std::bad_alloc();
+  } catch (const std::bad_alloc&) {
+    std::terminate();
+  }
+}
+
+static void keepComplaintsQuiet() {
+  g_log_set_default_handler(
+      [](const char*, GLogLevelFlags level, const char*, void*) { endIfFatal(level); }, nullptr);
+  g_log_set_writer_func(
+      [](GLogLevelFlags level, const GLogField*, gsize, void*) {
+        endIfFatal(level);
+        return G_LOG_WRITER_HANDLED;
+      },
+      nullptr, nullptr);
+}
+
 // Its plug-ins are looked for below a folder that does not exist: some of them take longer to load
 // than a small picture takes altogether, and are for formats that nobody has tested with bad files.
 static bool start() {
   if (!moreFormatsWanted()) setenv(kHome, "/nonexistent", 1);
-  g_log_set_default_handler([](const char*, GLogLevelFlags, const char*, void*) {}, nullptr);
+  keepComplaintsQuiet();
   if (vips_init("morvalis") != 0) return false;
   vips_cache_set_max(0);
   vips_concurrency_set(1);

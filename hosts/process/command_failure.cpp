@@ -8,6 +8,8 @@
 #include <new>
 
 #include "hosts/process/file_access.h"
+#include "hosts/process/leftovers.h"
+#include "hosts/process/quiet_errors.h"
 
 // In bytes; room for two long paths and what is to be said about them.
 constexpr size_t kLongestLine = 1000;
@@ -102,6 +104,27 @@ void reportWarning(const std::string& text) {
 static int flushOutput(int exitCode) {
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return exitCode;
   return reportFailure({kExitFailed, "standard output: cannot be written"});
+}
+
+void endWithoutMemory() {
+  removeLeftovers();
+  constexpr char kLine[] = "morvalis: there is not enough memory\n";
+  const int loud = loudErrors();
+  static_cast<void>(!write(loud < 0 ? STDERR_FILENO : loud, kLine, sizeof(kLine) - 1));
+  _exit(kExitFailed);
+}
+
+void endOrderlyWithoutMemory() {
+  loudErrors();
+  std::set_terminate([] {
+    try {
+      std::rethrow_exception(std::current_exception());
+    } catch (const std::bad_alloc&) {
+      endWithoutMemory();
+    } catch (...) {
+    }
+    std::abort();
+  });
 }
 
 int runReporting(const std::function<int()>& command, const Report& report) {
