@@ -47,6 +47,7 @@ static int runProgram(int argc, char** argv) {
     std::fputs(helpText(app, {}).c_str(), stderr);
     return kExitUsage;
   }
+  checkWords(argc, argv);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& wanted) {  // help or version

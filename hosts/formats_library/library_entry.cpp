@@ -6,8 +6,11 @@
 
 #include <cstdlib>
 #include <exception>
+#include <future>
 #include <new>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "hosts/formats_library/formats.h"
 #include "hosts/picture_files/formats_library.h"
@@ -65,6 +68,23 @@ void loadPlugIn(const char* name) {
                               std::to_string(vips_version(1)) + "/";
   GModule* module = g_module_open((plugIns + name).c_str(), G_MODULE_BIND_LAZY);
   if (module != nullptr) g_module_make_resident(module);
+}
+
+bool coderThreadsStart() {
+  constexpr unsigned kBesidesCores = 8;
+  std::promise<void> go;
+  const std::shared_future<void> gone = go.get_future().share();
+  std::vector<std::thread> threads;
+  bool all = true;
+  try {
+    const unsigned count = std::thread::hardware_concurrency() + kBesidesCores;
+    while (threads.size() < count) threads.emplace_back([gone] { gone.wait(); });
+  } catch (const std::exception&) {
+    all = false;
+  }
+  go.set_value();
+  for (std::thread& thread : threads) thread.join();
+  return all;
 }
 
 std::string takeReason() {

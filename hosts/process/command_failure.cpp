@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <new>
 
@@ -106,11 +107,12 @@ static int flushOutput(int exitCode) {
   return reportFailure({kExitFailed, "standard output: cannot be written"});
 }
 
-void endWithoutMemory() {
+void endAtOnce(const char* text) {
   removeLeftovers();
-  constexpr char kLine[] = "morvalis: there is not enough memory\n";
   const int loud = loudErrors();
-  static_cast<void>(!write(loud < 0 ? STDERR_FILENO : loud, kLine, sizeof(kLine) - 1));
+  for (const char* part : {"morvalis: ", text, "\n"}) {
+    static_cast<void>(!write(loud < 0 ? STDERR_FILENO : loud, part, std::strlen(part)));
+  }
   _exit(kExitFailed);
 }
 
@@ -120,7 +122,7 @@ void endOrderlyWithoutMemory() {
     try {
       std::rethrow_exception(std::current_exception());
     } catch (const std::bad_alloc&) {
-      endWithoutMemory();
+      endAtOnce("there is not enough memory");
     } catch (...) {
     }
     std::abort();

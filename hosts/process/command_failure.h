@@ -39,8 +39,8 @@ std::string printableLine(const std::string& text);
 // ends all the same with a line and the code of a failure.
 void endOrderlyWithoutMemory();
 
-// The same at once. Async-signal-safe.
-[[noreturn]] void endWithoutMemory();
+// Ends the program at once with this line. Async-signal-safe.
+[[noreturn]] void endAtOnce(const char* text);
 
 // The command's exit code, or that of its failure, which is reported.
 using Report = std::function<int(const CommandFailure&)>;
