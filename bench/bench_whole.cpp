@@ -149,7 +149,7 @@ static void timePreview(int32_t radius, bool everything) {
   const int32_t shown = effectiveRadius(radius);
   std::printf("%7d %-10s %8.2f %8.2f\n", shown, everything ? "everything" : "defaults",
               previewTime(kGlossSlider, 10, 80, radius, everything),
-              previewTime(kRadiusSlider, shown - 2, shown, radius, everything));
+              previewTime(kRadiusSlider, radius - 1, radius, radius, everything));
   std::fflush(stdout);
 }
 

@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <vips/vips.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <future>
@@ -90,7 +91,7 @@ bool coderThreadsStart() {
 std::string takeReason() {
   std::string reason = vips_error_buffer();
   vips_error_clear();
-  reason = reason.substr(0, reason.find('\n'));
+  reason.resize(std::min(reason.size(), reason.find('\n')));
   const size_t colon = reason.find(": ");  // behind the procedure's name
   return colon == std::string::npos ? reason : reason.substr(colon + 2);
 }
