@@ -7,9 +7,9 @@
 
 #include "entry/session_record.h"
 #include "fuzz/fuzz_input.h"
-#include "hosts/substitute_host/handle_suite.h"
 #include "hosts/substitute_host/host_state.h"
 #include "hosts/substitute_host/substitute_host.h"
+#include "hosts/substitute_host/suites/handle_suite.h"
 #include "platform/none/none_script.h"
 #include "tests/support/host_pictures.h"
 

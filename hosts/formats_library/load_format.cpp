@@ -4,7 +4,7 @@
 
 #include "hosts/formats_library/formats.h"
 #include "hosts/picture_files/exif_block.h"
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 constexpr int kMostBands = 4;
 

@@ -9,7 +9,7 @@
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
-#include "hosts/process/library_guard.h"
+#include "hosts/process/libraries/library_guard.h"
 #include "hosts/small_formats/small_formats.h"
 
 // The decoded picture, its upright copy, the planes, and the module's own buffers.

@@ -9,7 +9,7 @@
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/interrupt.h"
-#include "hosts/process/library_guard.h"
+#include "hosts/process/libraries/library_guard.h"
 #include "hosts/small_formats/small_formats.h"
 
 // A comment of the form "key: value" is such a text of another format.

@@ -10,7 +10,7 @@
 
 #include "hosts/process/file_access.h"
 #include "hosts/process/leftovers.h"
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 // In bytes; room for two long paths and what is to be said about them.
 constexpr size_t kLongestLine = 1000;

@@ -1,11 +1,11 @@
-#include "hosts/substitute_host/write_descriptor.h"
+#include "hosts/substitute_host/suites/write_descriptor.h"
 
 #include <cstdint>
 
-#include "hosts/substitute_host/descriptors.h"
 #include "hosts/substitute_host/host_ledger.h"
 #include "hosts/substitute_host/host_log.h"
 #include "hosts/substitute_host/host_state.h"
+#include "hosts/substitute_host/suites/descriptors.h"
 
 static WriteToken MORVALIS_CALL openWriteDescriptorProc() {
   if (callFails("openWriteDescriptorProc")) return nullptr;

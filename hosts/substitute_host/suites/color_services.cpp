@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/color_services.h"
+#include "hosts/substitute_host/suites/color_services.h"
 
 #include <cstddef>
 #include <cstdint>

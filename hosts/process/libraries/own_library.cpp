@@ -1,10 +1,10 @@
-#include "hosts/process/own_library.h"
+#include "hosts/process/libraries/own_library.h"
 
 #include <dlfcn.h>
 
 #include "hosts/process/file_names.h"
-#include "hosts/process/library_guard.h"
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/library_guard.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 // Seen from the program: bin/ beside lib/, and the folder of the build.
 constexpr const char* kPlaces[] = {"/../lib/morvalis/", "/"};

@@ -1,4 +1,4 @@
-#include "hosts/process/library_guard.h"
+#include "hosts/process/libraries/library_guard.h"
 
 #include <csignal>
 #include <iterator>

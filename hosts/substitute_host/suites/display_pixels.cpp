@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/display_pixels.h"
+#include "hosts/substitute_host/suites/display_pixels.h"
 
 #include <cstddef>
 #include <cstdint>

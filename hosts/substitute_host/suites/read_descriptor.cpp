@@ -1,12 +1,12 @@
-#include "hosts/substitute_host/read_descriptor.h"
+#include "hosts/substitute_host/suites/read_descriptor.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "hosts/substitute_host/descriptors.h"
 #include "hosts/substitute_host/host_ledger.h"
 #include "hosts/substitute_host/host_log.h"
 #include "hosts/substitute_host/host_state.h"
+#include "hosts/substitute_host/suites/descriptors.h"
 
 constexpr uint32_t kKeyFound = fourCharacterCode("null");
 constexpr int16_t kValuePinned = 2;

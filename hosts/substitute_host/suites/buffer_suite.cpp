@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/buffer_suite.h"
+#include "hosts/substitute_host/suites/buffer_suite.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/handle_suite.h"
+#include "hosts/substitute_host/suites/handle_suite.h"
 
 #include <algorithm>
 #include <cstring>
