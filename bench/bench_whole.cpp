@@ -1,5 +1,6 @@
 // Whole renders: the slow twin, the plain form and the fast one, side by side, and the longest step
-// of the row machine; then the previews of the dialog, which are refreshed by a slider.
+// of the row machine; then refreshes of the dialog's preview while a slider is dragged: gloss,
+// which leaves the height field as it is, and the radius, which needs another one.
 //
 //   morvalis_bench_whole [--fast] [MEGAPIXELS...]     1, 4 and 16
 //
@@ -15,6 +16,7 @@
 #include <limits>
 #include <string>
 
+#include "dialog/control_table.h"
 #include "tests/reference/reference_render.h"
 #include "tests/support/dialog_runs.h"
 #include "tests/support/direct_render.h"
@@ -24,8 +26,8 @@
 constexpr int32_t kTurns = 3;
 constexpr int32_t kPreviewTurns = 60;
 constexpr int32_t kPreviewSide = 1200;  // pixels of the picture; the preview shows 294 x 285
-constexpr int32_t kSlider = 28;         // gloss: cheap to draw, and every refresh renders anew
-constexpr int32_t kLetters = 15;        // antialiased
+constexpr int32_t kGlossSlider = 28;
+constexpr const char* kLetters = "letters, antialiased";
 
 static double secondsNow() {
   return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
@@ -46,7 +48,7 @@ static DirectInput letters(int32_t side, int32_t radius, bool everything) {
   input.width = input.height = side;
   input.planes = 3;
   input.seed = 1;
-  input.mask = maskOfFamily(kLetters, side, side, &random);
+  input.mask = maskOfFamily(maskFamilyNamed(kLetters), side, side, &random);
   input.source.resize(static_cast<size_t>(side) * static_cast<size_t>(side) * 3);
   input.environment.resize(64 * 64 * 3);
   for (std::vector<uint8_t>* samples : {&input.source, &input.environment}) {
@@ -84,6 +86,11 @@ static Timed timeTwin(const DirectInput& input) {
   return {secondsNow() - start, 0, std::move(output.effect)};
 }
 
+// As the effect takes it and as the dialog shows it.
+static int32_t effectiveRadius(int32_t radius) {
+  return std::min(radius, 50) + 2 * std::max(radius - 50, 0);
+}
+
 static bool timeRender(double megapixels, int32_t radius, bool everything, bool fastOnly) {
   const auto side = static_cast<int32_t>(std::lround(1024 * std::sqrt(megapixels)));
   const DirectInput input = letters(side, radius, everything);
@@ -95,20 +102,27 @@ static bool timeRender(double megapixels, int32_t radius, bool everything, bool 
     return false;
   }
   const double each = 1e9 / (double{1} * side * side);
-  std::printf("%5d %7d %-10s %8.1f %8.1f %8.1f %8.1f %10.1f\n", side,
-              std::min(radius, 50) + 2 * std::max(radius - 50, 0),
-              everything ? "everything" : "defaults", twin.seconds * each, plain.seconds * each,
-              fast.seconds * each, twin.seconds / fast.seconds, fast.longestStep * 1000);
+  std::printf("%5d %7d %-10s ", side, effectiveRadius(radius),
+              everything ? "everything" : "defaults");
+  if (fastOnly) {
+    std::printf("%8s %8s %8.1f %8s", "", "", fast.seconds * each, "");
+  } else {
+    std::printf("%8.1f %8.1f %8.1f %8.1f", twin.seconds * each, plain.seconds * each,
+                fast.seconds * each, twin.seconds / fast.seconds);
+  }
+  std::printf(" %10.1f\n", fast.longestStep * 1000);
   std::fflush(stdout);
   return true;
 }
 
 static HostMask lettersMask() {
   TestRandom random = {11};
-  return maskOfFamily(kLetters, kPreviewSide, kPreviewSide, &random);
+  return maskOfFamily(maskFamilyNamed(kLetters), kPreviewSide, kPreviewSide, &random);
 }
 
-static void timePreview(int32_t radius, bool everything) {
+// The least time of a refresh when a slider is moved between two numbers, milliseconds.
+static double previewTime(int32_t slider, int32_t low, int32_t high, int32_t radius,
+                          bool everything) {
   const auto prepare = [&] {
     hostSettings()->radius = radius;
     if (everything) turnEverythingOn(hostSettings());
@@ -118,18 +132,25 @@ static void timePreview(int32_t radius, bool everything) {
   runDialog(
       displayingHost(), testPicture(kPreviewSide, kPreviewSide, 3), lettersMask(),
       [&](DialogUser& user) {
-        user.press(sliderPoint(kSlider, 10));
+        user.press(sliderPoint(slider, low));
         for (int32_t i = 0; i < kPreviewTurns; ++i) {
           const double start = secondsNow();
-          user.move(sliderPoint(kSlider, i % 2 == 0 ? 80 : 10));
+          user.move(sliderPoint(slider, i % 2 == 0 ? high : low));
           least = std::min(least, secondsNow() - start);
         }
-        user.release(sliderPoint(kSlider, 10));
+        user.release(sliderPoint(slider, low));
         user.escape();
       },
       prepare);
-  std::printf("%7d %-10s %8.2f\n", std::min(radius, 50) + 2 * std::max(radius - 50, 0),
-              everything ? "everything" : "defaults", least * 1000);
+  return least * 1000;
+}
+
+static void timePreview(int32_t radius, bool everything) {
+  const int32_t shown = effectiveRadius(radius);
+  std::printf("%7d %-10s %8.2f %8.2f\n", shown, everything ? "everything" : "defaults",
+              previewTime(kGlossSlider, 10, 80, radius, everything),
+              previewTime(kRadiusSlider, radius - 1, radius, radius, everything));
+  std::fflush(stdout);
 }
 
 int main(int argc, char** argv) {
@@ -149,7 +170,7 @@ int main(int argc, char** argv) {
     }
   }
   std::printf("\nrefresh of a preview while a slider is dragged, milliseconds\n");
-  std::printf("%7s %-10s %8s\n", "radius", "settings", "fast");
+  std::printf("%7s %-10s %8s %8s\n", "radius", "settings", "gloss", "radius");
   for (const int32_t radius : {10, 50, 100}) {
     for (const bool everything : {false, true}) timePreview(radius, everything);
   }

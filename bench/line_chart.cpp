@@ -50,7 +50,7 @@ static Axis verticalAxis(const LineChart& chart) {
 
 static std::string number(double value) {
   char text[32];
-  std::snprintf(text, sizeof(text), "%.4g", value);
+  std::snprintf(text, sizeof(text), value < 10 ? "%.2g" : "%.0f", value);
   return text;
 }
 

@@ -2,12 +2,14 @@
 
 #include "entry/entry_point.h"
 
+#include <atomic>
 #include <cstring>
 
 #include "entry/handles.h"
 #include "entry/load_mark.h"
 #include "entry/selector_handlers.h"
 #include "entry/session_record.h"
+#include "platform/current_thread.h"
 #include "services/floating_point_modes.h"
 #include "services/memory_blocks.h"
 #include "settings/settings_validation.h"
@@ -119,12 +121,36 @@ static void enterModule(int16_t selector, void* parameterBlock, intptr_t* dataSl
   unlockHandle(filter, reinterpret_cast<Handle>(*dataSlot));
 }
 
+// A session and the host's callbacks serve one call at a time. A thread that comes in while another
+// one is inside is sent away; one that comes in again, out of a callback, is let in.
+static std::atomic<uintptr_t> threadInside = 0;
+static int32_t callsInside = 0;  // of that thread
+
+static bool beginCall() {
+  const uintptr_t thread = currentThread();
+  uintptr_t nobody = 0;
+  if (threadInside.load() != thread && !threadInside.compare_exchange_strong(nobody, thread)) {
+    return false;
+  }
+  ++callsInside;
+  return true;
+}
+
+static void endCall() {
+  if (--callsInside == 0) threadInside.store(0);
+}
+
 void MORVALIS_CALL ENTRYPOINT(int16_t selector, void* parameterBlock, intptr_t* dataSlot,
                               int16_t* result) {
   if (result == nullptr) return;
+  if (!beginCall()) {
+    *result = kFilterBadParameters;
+    return;
+  }
   *result = kNoError;
   FloatingPointModes hostModes;
   enterDefaultModes(&hostModes);
   enterModule(selector, parameterBlock, dataSlot, result);
   restoreModes(hostModes);
+  endCall();
 }

@@ -57,6 +57,8 @@ void prepareReliefRows(SessionRecord* session, int64_t firstTexel) {
   const bool sideBySide =
       settings->textureWidth == kTextureSide ||
       (settings->textureWidth > 0 && settings->textureWidth < kTextureSide && firstTexel >= 0);
+  // A host may write into the settings between two rows.
+  render->reliefWidth = settings->textureWidth;
   render->reliefIsFast = render->fast != nullptr && roomy && sideBySide ? 1 : 0;
   std::fill_n(render->reliefRowTags, kRows, -1);
   if (render->reliefIsFast == 0) return;
@@ -69,7 +71,7 @@ void prepareReliefRows(SessionRecord* session, int64_t firstTexel) {
 
 static void resample(SessionRecord* session, int32_t texelRow, int32_t slot) {
   RenderState* render = &session->render;
-  const int32_t width = settingsOf(session)->textureWidth;
+  const int32_t width = render->reliefWidth;
   const auto* table = static_cast<const uint8_t*>(render->textureTable.address);
   uint8_t texels[kTextureSide + kRows];
   std::copy_n(table + kTextureSide * texelRow, width, texels);

@@ -9,6 +9,7 @@ struct SessionRecord;
 
 // Texel depths beyond this (settings within their range stay below) take the plain form.
 constexpr int32_t kLargestFastDepth = 400;
+constexpr int32_t kLargestFastScale = 32767;
 
 // Sets reliefIsFast where the texture and the columns suit. firstTexel: of column 0, before it is
 // wrapped at the texture's width.

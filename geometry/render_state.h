@@ -82,6 +82,7 @@ struct RenderState {
   int32_t depthLow;            // smallest -profile entry
   int32_t textureScaleFactor;  // hundredths of a texel per pixel
   uint8_t reliefIsFast;        // the texture's rows can be resampled once each
+  int32_t reliefWidth;         // of the texture when the columns were placed, texels
   int32_t reliefRowTags[4];    // texture row that each resampled row holds, -1 for none
 };
 

@@ -144,7 +144,9 @@ void textureReliefRow(SessionRecord* session) {
                     positionOf(settings, render->preview.place.top + render->currentRow, scale);
   const TexelTaps taps = texelTaps(v, settings->textureHeight);
   const auto rowPart = static_cast<int32_t>(v & (kTexelUnits - 1));
-  if (render->reliefIsFast != 0 && absolute(depth) <= kLargestFastDepth) {
+  const bool scaleSuits =
+      settings->previewScale >= 1 && settings->previewScale <= kLargestFastScale;
+  if (render->reliefIsFast != 0 && absolute(depth) <= kLargestFastDepth && scaleSuits) {
     pressReliefRow(session, taps.index, rowPart, depth.value);
     return;
   }

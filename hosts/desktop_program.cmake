@@ -11,7 +11,7 @@ pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
 
 # Picture files, and running the effect on them.
 file(GLOB RUN_SOURCES CONFIGURE_DEPENDS
-  process/*.cpp picture_files/*.cpp png_files/*.cpp small_formats/*.cpp effect_choices/*.cpp
+  process/*.cpp process/libraries/*.cpp picture_files/*.cpp png_files/*.cpp small_formats/*.cpp effect_choices/*.cpp
   effect_runs/*.cpp)
 add_library(morvalis_runs STATIC ${RUN_SOURCES})
 target_link_libraries(morvalis_runs PUBLIC

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Ends with 0 when this machine runs 32-bit programs. Kernels may be built or started without, and
 # neither the installed packages nor the processor tell: so it writes the smallest one and runs it.
+# Where no folder at hand lets programs run, it ends with 1 too.
 set -euo pipefail
 
 # An ELF file for i386 of one segment, which does nothing but exit(0) by the kernel's 32-bit door.

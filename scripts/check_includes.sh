@@ -76,6 +76,7 @@ declare -A roomLevels=(
 qtMayStandIn='@(platform/desktop|hosts/window_commands|tests/command_line|tests/desktop|tests/gimp|samples)/*'
 vipsMayStandIn='hosts/formats_library/*'
 gimpMayStandIn='hosts/gimp/*'
+setsMayStandIn='@(vector/*|services/floating_point_modes.cpp|hosts/windows_host/host_manners.cpp)'
 mayIncludeAnything='@(tests|bench|fuzz|resources/artwork|samples/dialog_shots)/*'
 
 systemMacro='(^|[^A-Za-z0-9_])(_WIN32|_WIN64|WIN32|_MSC_VER|__MINGW32__|__CYGWIN__|__linux__|__linux|__gnu_linux__|__APPLE__|__unix__|__unix|__FreeBSD__|__ANDROID__)($|[^A-Za-z0-9_])'
@@ -110,9 +111,12 @@ checkSystemHeader() {  # file line header
   elif [[ $header == libgimp*/* || $header == gegl*.h || $header == babl/* ]]; then
     [[ $file == $gimpMayStandIn ]] ||
       report "$file" "$line" "may not include <$header>: GIMP's libraries stay in $gimpMayStandIn"
+  elif [[ $header == *intrin.h ]]; then
+    [[ $file == $setsMayStandIn ]] ||
+      report "$file" "$line" "may not include <$header>: instruction sets stay in $setsMayStandIn"
   elif [[ $file == $coreFolder || $file == $edgeHeader ]]; then
     # Headers of the C++ library have no ending; anything else is a system's or a library's.
-    [[ $header != */* && $header != *.h || $header == *intrin.h ]] ||
+    [[ $header != */* && $header != *.h ]] ||
       report "$file" "$line" "may not include <$header>: the core uses the C++ library only"
   fi
 }

@@ -49,7 +49,7 @@ if [[ $bits == 64 ]]; then
   export WINELOADER=$loader
   [[ -x $loader ]] || cannotRun "Wine is not installed"
 else
-  bash "$scripts/can_run_32.sh" || cannotRun "this machine's kernel starts no 32-bit programs at all"
+  bash "$scripts/can_run_32.sh" || cannotRun "this machine starts no 32-bit programs at all"
   if [[ ! -x /usr/lib/wine/wine ]]; then
     [[ -d $root ]] || cannotRun "32-bit Wine is not installed"
     rooted=yes

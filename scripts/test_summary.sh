@@ -37,6 +37,10 @@ wholeBuild() {  # BUILD WHAT
     return
   fi
   count "$1" .
+  if ((passed + failed + skipped == 0)); then
+    line "$2" "NOT TESTED: no test of it was run"
+    return
+  fi
   line "$2" "tested: $(grep -h 'tests passed' "$1.log" | tail -n 1)"
   if ((skipped > 0)); then line "" "$skipped of them skipped: $why"; fi
 }
@@ -49,7 +53,9 @@ windows() {  # BITS
     return
   fi
   count core-only-ci "/$1Bit"
-  if ((skipped > 0)); then
+  if ((passed + failed + skipped == 0)); then
+    line "$what" "NOT TESTED: no test of it was run"
+  elif ((skipped > 0)); then
     line "$what" "NOT TESTED, only built: $why"
     line "" "($skipped tests skipped; $passed passed that only read the file, $failed failed)"
   else

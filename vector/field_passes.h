@@ -14,6 +14,9 @@ constexpr int32_t kLargestReach = 150;  // largest radius of a cone
 constexpr int32_t kFineGroup = 8;       // neighbours that one lower bound speaks for
 constexpr int32_t kCoarseGroup = 64;
 constexpr uint16_t kUnselectedCode = 255;
+constexpr int32_t kFieldTop = 3000;    // value of a cell on and outside the edge
+constexpr int32_t kColumnBlock = 16;   // columns that the passes work on at a time
+constexpr int32_t kWidestStrip = 512;  // columns
 
 // A render's cone, and what bounds the values it gives. Squared distances count in units of
 // 1 / 2^scaleBits.
@@ -55,7 +58,7 @@ struct FieldStrip {
   uint16_t* bounds;
   uint16_t* fine;       // least bound of kFineGroup rows
   uint16_t* coarse;     // least bound of kCoarseGroup rows
-  int32_t width;        // columns that there is room for, a multiple of 16
+  int32_t width;        // columns that there is room for, a multiple of kColumnBlock
   int32_t ringRows;     // a multiple of kFineGroup
   int32_t fineSlots;    // a power of two, as is
   int32_t coarseSlots;  // this
@@ -63,8 +66,8 @@ struct FieldStrip {
   int32_t columns;
 };
 
-// Mask rows are readable up to the next multiple of 16 and hold 0 there. Cells are those of a
-// field row, the first pixel's first.
+// Mask rows are readable up to the next multiple of kColumnBlock and hold 0 there. Cells are those
+// of a field row, the first pixel's first.
 struct FieldPasses {
   // The codes for downward distances, from those of the row above.
   void (*walkDown)(const uint8_t* mask, const uint16_t* above, int32_t count, uint16_t* codes);

@@ -2,7 +2,8 @@
 // compiled once per set; which of them a render uses is chosen at its set-up.
 //
 // MORVALIS_PLAIN=1 in the environment keeps every render on the plain passes, and
-// MORVALIS_INSTRUCTIONS=baseline, sse4.1 or avx2 goes no further than that set. Both are read once.
+// MORVALIS_INSTRUCTIONS=plain, baseline, sse4.1 or avx2 goes no further than that set. Both are
+// read once. Besides this folder, only what sets the processor's rounding asks for a set.
 
 #pragma once
 

@@ -1,9 +1,8 @@
 // shading_chunk: what the shading passes share: the constants of a row, and a chunk of its columns,
 // one short array per quantity.
 //
-// Everything is 16-bit, which is enough on gentle rows: there neighbouring cells differ by at most
-// kGentleStep, so a slope toward a light stays within 7,600, a shade within 5,200, light through
-// glass within 7,300, and a colour of two lights within 16,000.
+// Everything is 16-bit, which is enough on gentle rows, where neighbouring cells differ by at most
+// kGentleStep; docs/architecture.md derives the bounds of what is computed from them.
 
 #pragma once
 

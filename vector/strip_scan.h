@@ -39,19 +39,23 @@ static inline Lanes least(Lanes codes, Lanes moved, int32_t distance) {
   return smaller(codes, addSaturated(moved, splat(256 * distance)));
 }
 
-static inline Lanes joinedToTheLeft(Lanes own, Lanes carried, Lanes places) {
-  own = least(own, movedUp<1>(own), 1);
-  own = least(own, movedUp<2>(own), 2);
-  own = least(own, movedUp<4>(own), 4);
-  own = least(own, movedUp<8>(own), 8);
-  return smaller(own, addSaturated(carried, places));
+static_assert(kLanes == kColumnBlock);
+
+enum class Side { kLeft, kRight };
+
+template <Side kSide, int32_t kDistance>
+static inline Lanes leastFrom(Lanes codes) {
+  if constexpr (kSide == Side::kLeft) return least(codes, movedUp<kDistance>(codes), kDistance);
+  return least(codes, movedDown<kDistance>(codes), kDistance);
 }
 
-static inline Lanes joinedToTheRight(Lanes own, Lanes carried, Lanes places) {
-  own = least(own, movedDown<1>(own), 1);
-  own = least(own, movedDown<2>(own), 2);
-  own = least(own, movedDown<4>(own), 4);
-  own = least(own, movedDown<8>(own), 8);
+// The least of what the lanes on that side tell of themselves, and of what was carried to here.
+template <Side kSide>
+static inline Lanes joined(Lanes own, Lanes carried, Lanes places) {
+  own = leastFrom<kSide, 1>(own);
+  own = leastFrom<kSide, 2>(own);
+  own = leastFrom<kSide, 4>(own);
+  own = leastFrom<kSide, 8>(own);
   return smaller(own, addSaturated(carried, places));
 }
 
@@ -66,8 +70,6 @@ static const uint16_t kPlacesBack[kLanes] = {16 << 8, 15 << 8, 14 << 8, 13 << 8,
 static inline uint16_t* stripRow(const FieldStrip& strip, uint16_t* rows, int32_t index) {
   return rows + index * strip.width;
 }
-
-constexpr int32_t kWidestStrip = 512;
 
 static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t row,
                          const uint8_t* mask, int32_t count) {
@@ -96,7 +98,7 @@ static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t
   }
   for (int32_t x = 0; x < columns; x += kLanes) {
     const Lanes own = ownCodes(loadBytes(first + x), loadBytes(first + x - 1));
-    const Lanes left = joinedToTheLeft(own, carriedLeft, load(kPlaces));
+    const Lanes left = joined<Side::kLeft>(own, carriedLeft, load(kPlaces));
     carriedLeft = lastLaneEverywhere(left);
     store(codes + x, left);
   }
@@ -104,7 +106,7 @@ static void takeStripRow(const FieldCone& cone, const FieldStrip& strip, int32_t
   const Lanes unselected = splat(kUnselectedCode);
   for (int32_t x = columns - kLanes; x >= 0; x -= kLanes) {
     const Lanes own = ownCodes(loadBytes(first + x), loadBytes(first + x + 1));
-    const Lanes right = joinedToTheRight(own, carriedRight, load(kPlacesBack));
+    const Lanes right = joined<Side::kRight>(own, carriedRight, load(kPlacesBack));
     carriedRight = firstLaneEverywhere(right);
     const Lanes nearer = smaller(smaller(right, load(codes + x)), limitCode);
     const Lanes bound = either(boundsOf(cone, nearer, limitCode), equal(nearer, unselected));
@@ -204,8 +206,8 @@ static void finishStripRow(const FieldCone& cone, const FieldStrip& strip, int32
       });
       lookUp(cone, &best);
     }
-    const Lanes partly = mixed(m, 3000, cone.coneStep);
-    const Lanes border = choose(equal(m, none), splat(3000), partly);
+    const Lanes partly = mixed(m, kFieldTop, cone.coneStep);
+    const Lanes border = choose(equal(m, none), splat(kFieldTop), partly);
     storePart(cells + x, choose(equal(m, splat(255)), best.value, border), strip.columns - x);
   }
 }

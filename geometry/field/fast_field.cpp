@@ -11,10 +11,8 @@
 #include "services/memory_blocks.h"
 #include "vector/fast_passes.h"
 
-static_assert(kLargestReach == kLargestRadius);
+static_assert(kLargestReach == kLargestRadius && kFieldTop == kConeTop);
 
-constexpr int32_t kBlock = 16;  // columns that the passes work on at a time
-constexpr int32_t kWidestStrip = 512;
 constexpr int32_t kLargestBound = 65000;  // of squared distances, in the cone's units
 
 static int32_t roundedUp(int32_t value, int32_t unit) {
@@ -77,8 +75,8 @@ static void setStrip(RenderState* render) {
   strip->fineSlots = powerOfTwoFrom(strip->ringRows / kFineGroup + 2);
   strip->coarseSlots = powerOfTwoFrom(strip->ringRows / kCoarseGroup + 2);
   const int32_t lists = 2 * strip->ringRows + strip->fineSlots + strip->coarseSlots;
-  const int32_t room = kKernelBytes / 2 / lists / kBlock * kBlock;
-  strip->width = std::min({room, kWidestStrip, roundedUp(render->renderWidth, kBlock)});
+  const int32_t room = kKernelBytes / 2 / lists / kColumnBlock * kColumnBlock;
+  strip->width = std::min({room, kWidestStrip, roundedUp(render->renderWidth, kColumnBlock)});
   strip->codes = static_cast<uint16_t*>(render->edgeKernel.address);
   strip->bounds = strip->codes + strip->ringRows * strip->width;
   strip->fine = strip->bounds + strip->ringRows * strip->width;
@@ -100,7 +98,7 @@ void prepareFastField(SessionRecord* session) {
   FastFieldState* field = &render->fastField;
   field->inUse = 0;
   if (render->fast == nullptr) return;
-  const int32_t stride = roundedUp(render->renderWidth, kBlock);
+  const int32_t stride = roundedUp(render->renderWidth, kColumnBlock);
   if (!haveMaskRoom(field, uint64_t{static_cast<uint32_t>(stride)} *
                                static_cast<uint32_t>(render->renderHeight))) {
     return;
@@ -177,14 +175,13 @@ bool walkFieldRow(SessionRecord* session) {
 }
 
 // By squared distance, up to that of the first cell that is 0; what is unselected has distance 0.
-static int16_t* buildHardValues(RenderState* render) {
+static void buildHardValues(RenderState* render) {
   auto* values = static_cast<int16_t*>(render->edgeKernel.address);
   const int32_t radius = render->effRadius;
   values[0] = kConeTop;
   for (int32_t squared = 1; squared <= (radius + 1) * (radius + 1); ++squared) {
     values[squared] = static_cast<int16_t>(255 * coneAt(radius, squared) >> 8);
   }
-  return values;
 }
 
 static void beginScans(RenderState* render) {

@@ -47,6 +47,7 @@ static int runProgram(int argc, char** argv) {
     std::fputs(helpText(app, {}).c_str(), stderr);
     return kExitUsage;
   }
+  checkWords(argc, argv);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& wanted) {  // help or version
@@ -56,6 +57,11 @@ static int runProgram(int argc, char** argv) {
   }
   checkValues(app);
   return runCommand(app, options, argv);
+}
+
+// Before the constants of the library for options, which are in memory of their own.
+[[gnu::constructor(101)]] static void startInOrder() {
+  endOrderlyWithoutMemory();
 }
 
 int main(int argc, char** argv) {

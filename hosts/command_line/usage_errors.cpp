@@ -128,6 +128,15 @@ std::string describeUsageError(const CLI::App& app, const CLI::ParseError& error
   return text + " (see `" + path + " --help`)";
 }
 
+void checkWords(int argc, char** argv) {
+  for (int i = 1; i < argc && std::string(argv[i]) != "--"; ++i) {
+    const std::string word = argv[i];
+    if (word.starts_with("--") && word.find('=') == word.size() - 1) {
+      failOnUsage(word.substr(0, word.size() - 1) + " has been given an empty value");
+    }
+  }
+}
+
 void checkValues(const CLI::App& app) {
   for (const CLI::Option* option : app.get_options()) {
     if (option->get_positional() || option->get_expected_max() == 0) continue;

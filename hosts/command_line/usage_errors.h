@@ -13,4 +13,8 @@ class ParseError;
 // set.
 void checkValues(const CLI::App& app);
 
+// The same of words that end in "=", before they are parsed: such an option would take the next
+// word for its value.
+void checkWords(int argc, char** argv);
+
 std::string describeUsageError(const CLI::App& app, const CLI::ParseError& error);

@@ -1,7 +1,7 @@
 #include "hosts/command_line/window_library.h"
 
 #include "hosts/process/command_failure.h"
-#include "hosts/process/own_library.h"
+#include "hosts/process/libraries/own_library.h"
 
 static void* windowProcedure(const char* name) {
   std::string reason;

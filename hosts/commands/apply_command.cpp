@@ -123,6 +123,7 @@ int runApplyCommand(const ApplyOptions& given) {
   const ChosenEffect effect = chooseEffect(options.effect);
   if (options.seed.empty()) seed = effect.seed.value_or(seed);
   warnOfDarkLights(effect.settings);
+  if (!options.quiet) warnOfIdleOptions(options.saving, chosenFormat(options.saving, outputs[0]));
   if (single) {
     const EffectPlan plan = planFor(options, effect, seed);
     applyToPicture(plan, options, options.images[0], outputs[0]);
@@ -132,6 +133,9 @@ int runApplyCommand(const ApplyOptions& given) {
   if (!options.quiet && options.seed.empty() && dependsOnSeed(effect.settings)) {
     std::FILE* place = outputs[0] == kStandardStream ? stderr : stdout;
     std::fprintf(place, "seed %u\n", seed);
+    // The picture is there, whether somebody reads this or not.
+    std::fflush(place);
+    std::clearerr(place);
   }
   return kExitDone;
 }

@@ -6,22 +6,6 @@
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
 
-constexpr char kNameMark[] = "{name}";
-constexpr char kNameOfStandardInput[] = "stdin";
-
-static std::string outputName(const std::string& image, const std::string& pattern) {
-  const std::string name = image == kStandardStream ? kNameOfStandardInput : bareName(image);
-  std::string text;
-  size_t start = 0;
-  for (;;) {
-    const size_t mark = pattern.find(kNameMark, start);
-    text += pattern.substr(start, mark - start);
-    if (mark == std::string::npos) return text;
-    text += name;
-    start = mark + sizeof(kNameMark) - 1;
-  }
-}
-
 static void checkCollisions(const std::vector<std::string>& images,
                             const std::vector<std::string>& outputs) {
   std::map<std::string, size_t> written;
@@ -51,7 +35,7 @@ std::vector<std::string> outputNames(const std::vector<std::string>& images,
                 "'out/{name}.png'");
   }
   std::vector<std::string> outputs;
-  for (const std::string& image : images) outputs.push_back(outputName(image, pattern));
+  for (const std::string& image : images) outputs.push_back(withName(pattern, image));
   if (marked) checkCollisions(images, outputs);
   return outputs;
 }

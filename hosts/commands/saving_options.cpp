@@ -32,6 +32,32 @@ const PictureFormat& chosenFormat(const SavingOptions& options, const std::strin
   return pictureFormatOf("." + options.format);
 }
 
+void warnOfIdleOptions(const SavingOptions& options, const PictureFormat& format) {
+  const FormatKind kind = format.kind;
+  const bool heif = kind == FormatKind::avif || kind == FormatKind::heic;
+  const bool choosesLoss = heif || kind == FormatKind::webp || kind == FormatKind::jxl;
+  const bool loses = kind == FormatKind::jpeg;
+  const struct {
+    const char* option;
+    bool idle;
+  } rows[] = {
+      {"--quality", !options.quality.empty() && !loses && !choosesLoss},
+      {"--lossless", options.lossless && loses},
+      {"--compression", !options.compression.empty() && kind != FormatKind::png},
+      {"--chroma", !options.chroma.empty() && !loses && !heif},
+      {"--depth 16", options.depth == "16" && !format.depth},
+  };
+  for (const auto& row : rows) {
+    if (row.idle) {
+      reportWarning(std::string(row.option) + " changes nothing in ." + format.extension +
+                    " files");
+    }
+  }
+  if (options.lossless && choosesLoss && !options.quality.empty()) {
+    reportWarning("--quality changes nothing beside --lossless");
+  }
+}
+
 static std::vector<uint16_t> widened(const std::vector<uint8_t>& samples) {
   std::vector<uint16_t> deep;
   deep.reserve(samples.size());

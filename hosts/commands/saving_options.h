@@ -28,5 +28,8 @@ SavingChoice parseSaving(const SavingOptions& options);
 // The format of a file under these options; ends the command when there is none.
 const PictureFormat& chosenFormat(const SavingOptions& options, const std::string& file);
 
+// Tells which of the options change nothing in files of this format.
+void warnOfIdleOptions(const SavingOptions& options, const PictureFormat& format);
+
 // Gives the picture the depth that is wanted.
 void setDepth(int depth, Picture* picture);

@@ -75,14 +75,6 @@ static Selection selectionByAlpha(const Picture& picture, const std::string& fil
   return selection;
 }
 
-static std::string nameFor(const std::string& mask, const std::string& file) {
-  constexpr char kNameMark[] = "{name}";
-  std::string text = mask;
-  const size_t mark = text.find(kNameMark);
-  return mark == std::string::npos ? mask
-                                   : text.replace(mark, sizeof(kNameMark) - 1, bareName(file));
-}
-
 static HostMask fitted(const HostMask& mask, const Picture& from, const Picture& to,
                        const std::string& file) {
   const HostPicture& size = from.colors;
@@ -118,7 +110,7 @@ static Selection selectionByFile(const MaskOptions& options, const std::string& 
 
 Selection loadSelection(const MaskOptions& options, const Picture& picture,
                         const std::string& file) {
-  const std::string mask = nameFor(options.mask, file);
+  const std::string mask = withName(options.mask, file);
   if (mask == kMaskOfEverything) return {};
   if (mask == kMaskByAlpha && picture.alpha.empty()) {
     failOnFile(file, "has no alpha channel to select by");
@@ -150,6 +142,9 @@ void checkMaskOptions(const MaskOptions& options) {
       !options.mask.empty() && options.mask != kMaskByAlpha && options.mask != kMaskOfEverything;
   if (!ofFile && (options.fit || !options.channel.empty())) {
     failOnUsage("--mask-fit and --mask-channel are about a mask's file; add --mask FILE");
+  }
+  if (options.mask == kMaskOfEverything && (options.invert || !options.feather.empty())) {
+    failOnUsage("--mask-invert and --mask-feather need a selection; --mask none has none");
   }
   if (options.enlarged > 1 && (!ofFile || options.fit)) {
     failOnUsage(

@@ -4,7 +4,7 @@
 #include <exception>
 
 #include "hosts/formats_library/formats.h"
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 // The pictures as they are asked for. The saver wants them under each other as one high picture,
 // whose rows it asks for from the top.

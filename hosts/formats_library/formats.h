@@ -31,6 +31,11 @@ struct VipsRef {
 bool moreFormatsWanted();
 void loadPlugIn(const char* name);
 
+// Whether as many threads can be started as the coders of HEIC and AVIF take, which wait for ever
+// for those that they do not get.
+bool coderThreadsStart();
+constexpr char kTooFewThreads[] = "this system lets it start too few threads for this format";
+
 // The first line of what the picture library says went wrong, which it forgets.
 std::string takeReason();
 
@@ -57,6 +62,11 @@ VipsImage* openPages(BytesView file, int first, int count, std::string* loader);
 // What was opened, with all that is said about it.
 bool takePicture(VipsRef* held, BytesView file, Picture* picture);
 std::string loadFailure(bool (*stop)());
+
+// Whether a TIFF file holds what a camera notes, which its reader leaves out.
+bool holdsCameraNotes(BytesView file);
+
+FileBytes webpWithoutExif(BytesView file);
 
 // Whether a GIF file ends within a block; its reader would take what there is for all. One that
 // lacks nothing but its last byte is let pass, as everywhere.

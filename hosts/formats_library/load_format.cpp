@@ -1,9 +1,10 @@
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 #include "hosts/formats_library/formats.h"
 #include "hosts/picture_files/exif_block.h"
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 constexpr int kMostBands = 4;
 
@@ -57,6 +58,10 @@ static std::string whyUnknown(BytesView file) {
 std::string loadFailure(bool (*stop)()) {
   const std::string reason = takeReason();
   if (stop()) return kStopped;
+  if (reason.find("blocked") != std::string::npos) {
+    return "is of a format whose reader has not been tested with damaged files as the others "
+           "have; MORVALIS_MORE_FORMATS=1 lets it be used";
+  }
   // None is the file's fault.
   constexpr const char* kOtherFaults[] = {"thread", "memory", "samples out of range",
                                           "unsupported"};
@@ -88,6 +93,25 @@ static const char* nameOf(VipsInterpretation kind) {
   }
 }
 
+// Floating-point alpha is 0 to 1, which the library takes for a shallow one.
+static VipsImage* coloursAndAlphaOf(VipsImage* image) {
+  VipsRef colors;
+  VipsRef deepColors;
+  VipsRef alpha;
+  VipsRef scaled;
+  VipsRef deepAlpha;
+  VipsImage* out = nullptr;
+  if (vips_extract_band(image, &colors.image, 0, "n", 3, nullptr) != 0 ||
+      vips_colourspace(colors.image, &deepColors.image, VIPS_INTERPRETATION_RGB16, nullptr) != 0 ||
+      vips_extract_band(image, &alpha.image, 3, nullptr) != 0 ||
+      vips_linear1(alpha.image, &scaled.image, 65535, 0.5, nullptr) != 0 ||
+      vips_cast_ushort(scaled.image, &deepAlpha.image, nullptr) != 0 ||
+      vips_bandjoin2(deepColors.image, deepAlpha.image, &out, nullptr) != 0) {
+    return nullptr;
+  }
+  return out;
+}
+
 // To sRGB by the picture's own profile, or a usual one of its kind.
 static bool convertColors(VipsRef* held, Picture* picture) {
   const VipsInterpretation kind = held->image->Type;
@@ -96,7 +120,15 @@ static bool convertColors(VipsRef* held, Picture* picture) {
   const bool deep = vips_format_sizeof(held->image->BandFmt) > 1;
   VipsImage* out = nullptr;
   int error = 0;
-  if (needsProfile(kind)) {
+  if (kind == VIPS_INTERPRETATION_scRGB && held->image->Bands == kMostBands) {
+    out = coloursAndAlphaOf(held->image);
+    error = out == nullptr ? 1 : 0;
+  } else if (kind == VIPS_INTERPRETATION_LABQ) {
+    // Exactly; the direct way goes by a coarse table.
+    VipsRef lab;
+    error = vips_colourspace(held->image, &lab.image, VIPS_INTERPRETATION_LAB, nullptr) != 0 ||
+            vips_colourspace(lab.image, &out, VIPS_INTERPRETATION_sRGB, nullptr) != 0;
+  } else if (needsProfile(kind)) {
     error = vips_icc_transform(held->image, &out, "srgb", "embedded", TRUE, "input_profile", "cmyk",
                                "depth", deep ? 16 : 8, nullptr);
   } else {
@@ -209,7 +241,31 @@ static bool turn(VipsRef* held, int orientation) {
   return true;
 }
 
-static int orientationOf(VipsImage* image, const PictureMetadata& metadata) {
+// Whether the container itself turns the picture, which its reader has done then; EXIF only
+// repeats it.
+static bool isTurnedByContainer(BytesView file) {
+  if (!isHeif(file)) return false;
+  constexpr uint32_t kLargeBox = 1;  // whose size stands behind its name
+  for (size_t at = 0; at + 16 <= file.size;) {
+    uint64_t size = bigEndianAt(file, at, 4);
+    if (size == kLargeBox) {
+      size = uint64_t{bigEndianAt(file, at + 8, 4)} << 32 | bigEndianAt(file, at + 12, 4);
+    }
+    if (beginsWith(file.part(at + 4), "meta")) {
+      const BytesView meta =
+          file.part(at, static_cast<size_t>(std::min<uint64_t>(size, file.size)));
+      const std::string_view text(reinterpret_cast<const char*>(meta.data), meta.size);
+      return text.find("irot") != std::string_view::npos ||
+             text.find("imir") != std::string_view::npos;
+    }
+    if (size < 8 || size > file.size - at) return false;
+    at += static_cast<size_t>(size);
+  }
+  return false;
+}
+
+static int orientationOf(VipsImage* image, BytesView file, const PictureMetadata& metadata) {
+  if (isTurnedByContainer(file)) return 1;
   const int said = vips_image_get_orientation(image);
   return said > 1 ? said : exifOrientation(metadata.exif);
 }
@@ -236,7 +292,7 @@ bool takePicture(VipsRef* held, BytesView file, Picture* picture) {
   const bool png =
       beginsWith(file, "\x89PNG");  // whose words have been read already, better than here
   if (!png) takeMetadata(held->image, file, false, &metadata);
-  const int orientation = orientationOf(held->image, metadata);
+  const int orientation = orientationOf(held->image, file, metadata);
   picture->sidesSwapped = orientation >= 5;
   if (picture->sidesSwapped) std::swap(metadata.dotsPerMeterX, metadata.dotsPerMeterY);
   if (!convertColors(held, picture) || !convertSamples(held) || !turn(held, orientation) ||
@@ -251,6 +307,9 @@ std::string loadFormat(BytesView file, int32_t number, RefuseSides refuse, bool 
                        Picture* picture) {
   if (namesTooMuch(file))
     return "is damaged or cut off: its directory names more than the file holds";
+  if (isHeif(file) && !coderThreadsStart()) {
+    return std::string("cannot be read: ") + kTooFewThreads;
+  }
   const QuietErrors quiet;
   std::string loader;
   VipsRef held(openPages(file, 0, 1, &loader));

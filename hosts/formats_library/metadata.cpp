@@ -1,6 +1,7 @@
 // What the picture library says of a file besides its pixels.
 
 #include <algorithm>
+#include <string_view>
 
 #include "hosts/formats_library/formats.h"
 #include "hosts/picture_files/exif_block.h"
@@ -20,15 +21,34 @@ static FileBytes blobOf(VipsImage* image, const char* name) {
   return {start, start + bytes};
 }
 
+// Of HEIC and AVIF files the library tells parts by their numbers.
+static FileBytes xmpOf(VipsImage* image) {
+  constexpr int kMostParts = 8;
+  FileBytes xmp = blobOf(image, VIPS_META_XMP_NAME);
+  for (int i = 0; i < kMostParts && xmp.empty(); ++i) {
+    FileBytes part = blobOf(image, ("heif-mime-" + std::to_string(i)).c_str());
+    const std::string_view text(reinterpret_cast<const char*>(part.data()), part.size());
+    if (text.find("xmpmeta") != std::string_view::npos) xmp = std::move(part);
+  }
+  return xmp;
+}
+
 void takeMetadata(VipsImage* image, BytesView file, bool, PictureMetadata* metadata) {
   metadata->profile = blobOf(image, VIPS_META_ICC_NAME);
   metadata->profileTooLarge = metadata->profile.size() > kLargestProfile;
   if (metadata->profileTooLarge) metadata->profile.clear();
   metadata->exif = exifWithoutName(blobOf(image, VIPS_META_EXIF_NAME));
-  metadata->xmp = blobOf(image, VIPS_META_XMP_NAME);
+  metadata->exifLeftOut = metadata->exif.empty() && holdsCameraNotes(file);
+  metadata->xmp = xmpOf(image);
   metadata->iptc = iptcRecords(blobOf(image, VIPS_META_IPTC_NAME));
   if (metadata->iptc.empty()) metadata->iptc = iptcRecords(blobOf(image, VIPS_META_PHOTOSHOP_NAME));
-  if (vips_image_get_typeof(image, kUnit) != 0) {
+  // The library fills the numbers in from files that hold them as such, but not from EXIF.
+  const bool said = image->Xres != 1 || image->Yres != 1;
+  if (vips_image_get_typeof(image, kUnit) != 0 && !said) {
+    double* x = &metadata->dotsPerMeterX;
+    double* y = &metadata->dotsPerMeterY;
+    if (!exifResolution(metadata->exif, x, y)) *x = *y = 0;
+  } else if (vips_image_get_typeof(image, kUnit) != 0) {
     metadata->dotsPerMeterX = image->Xres * 1000;
     metadata->dotsPerMeterY = image->Yres * 1000;
   }

@@ -73,7 +73,8 @@ static int saveHeif(VipsImage* image, FormatKind kind, const SaveChoices& choice
       image, data, bytes, "compression",
       av1 ? VIPS_FOREIGN_HEIF_COMPRESSION_AV1 : VIPS_FOREIGN_HEIF_COMPRESSION_HEVC, "Q",
       choices.quality < 0 ? kHeifQuality : choices.quality, "lossless", choices.lossless,
-      "subsample_mode", fine ? VIPS_FOREIGN_SUBSAMPLE_OFF : VIPS_FOREIGN_SUBSAMPLE_ON, nullptr);
+      "subsample_mode", fine ? VIPS_FOREIGN_SUBSAMPLE_OFF : VIPS_FOREIGN_SUBSAMPLE_ON, "strip",
+      choices.strip, nullptr);
 }
 
 static int saveJxl(VipsImage* image, const SaveChoices& choices, void** data, size_t* bytes) {
@@ -99,7 +100,8 @@ static int save(VipsImage* image, FormatKind kind, const SaveChoices& choices, v
     case FormatKind::tiff:
       return saveTiff(image, data, bytes);
     case FormatKind::gif:
-      return vips_gifsave_buffer(image, data, bytes, nullptr);
+      // A palette of its own for each frame that needs one.
+      return vips_gifsave_buffer(image, data, bytes, "interpalette_maxerror", 0.0, nullptr);
     case FormatKind::jxl:
       return saveJxl(image, choices, data, bytes);
     default:
@@ -109,6 +111,9 @@ static int save(VipsImage* image, FormatKind kind, const SaveChoices& choices, v
 
 std::string encodeImage(VipsImage* image, const PictureFormat& format, const SaveChoices& choices,
                         bool (*stop)(), FileBytes* file) {
+  const bool heif = format.kind == FormatKind::avif || format.kind == FormatKind::heic;
+  if (heif && !coderThreadsStart()) return kTooFewThreads;
+  const bool hasExif = vips_image_get_typeof(image, VIPS_META_EXIF_NAME) != 0;
   watchStop(image, stop);
   void* data = nullptr;
   size_t bytes = 0;
@@ -122,6 +127,7 @@ std::string encodeImage(VipsImage* image, const PictureFormat& format, const Sav
   const auto* start = static_cast<const uint8_t*>(data);
   file->assign(start, start + bytes);
   g_free(data);
+  if (format.kind == FormatKind::webp && !hasExif) *file = webpWithoutExif(*file);
   return "";
 }
 

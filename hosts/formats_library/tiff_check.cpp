@@ -73,3 +73,19 @@ bool namesTooMuch(BytesView file) {
   }
   return false;
 }
+
+bool holdsCameraNotes(BytesView file) {
+  constexpr uint64_t kCameraTag = 0x8769;
+  constexpr uint64_t kPlaceTag = 0x8825;
+  Tiff tiff;
+  if (!openTiff(file, &tiff)) return false;
+  const uint64_t directory = numberAt(tiff, tiff.layout.firstPlace, tiff.layout.offsetBytes);
+  const size_t entryBytes = 4 + 2 * tiff.layout.offsetBytes;
+  const uint64_t count = std::min<uint64_t>(numberAt(tiff, directory, tiff.layout.countBytes),
+                                            tiff.file.size / entryBytes);
+  for (uint64_t i = 0; i < count; ++i) {
+    const uint64_t tag = numberAt(tiff, directory + tiff.layout.countBytes + i * entryBytes, 2);
+    if (tag == kCameraTag || tag == kPlaceTag) return true;
+  }
+  return false;
+}

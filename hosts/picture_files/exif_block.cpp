@@ -9,6 +9,12 @@ using namespace std::string_view_literals;
 constexpr uint32_t kOrientationTag = 0x0112;
 constexpr uint32_t kSmallPictureTag = 0x0201;  // where the small picture begins
 constexpr uint32_t kSmallPictureBytesTag = 0x0202;
+constexpr uint32_t kXResolutionTag = 0x011A;
+constexpr uint32_t kYResolutionTag = 0x011B;
+constexpr uint32_t kResolutionUnitTag = 0x0128;
+constexpr uint32_t kCameraTag = 0x8769;  // where the directory of what the camera noted begins
+constexpr uint32_t kPixelsAcrossTag = 0xA002;
+constexpr uint32_t kPixelsDownTag = 0xA003;
 constexpr size_t kEntryBytes = 12;
 constexpr uint32_t kIptcResource = 0x0404;
 
@@ -74,7 +80,38 @@ static void dropSmallPicture(const Exif& exif, size_t directory, FileBytes* byte
   if (start + length == bytes->size()) bytes->resize(start);
 }
 
-FileBytes uprightExif(BytesView block) {
+bool exifResolution(BytesView bytes, double* x, double* y) {
+  constexpr uint32_t kPerCentimetre = 3;
+  Exif exif;
+  if (!openExif(bytes, &exif)) return false;
+  const size_t directory = numberAt(exif, 4, 4);
+  const size_t unit = findEntry(exif, directory, kResolutionUnitTag);
+  const bool metric = unit != 0 && numberAt(exif, unit + 8, 2) == kPerCentimetre;
+  const auto read = [&](uint32_t tag) {
+    const size_t entry = findEntry(exif, directory, tag);
+    if (entry == 0) return 0.0;
+    const size_t at = numberAt(exif, entry + 8, 4);
+    const uint32_t divisor = numberAt(exif, at + 4, 4);
+    return divisor == 0 ? 0.0 : numberAt(exif, at, 4) / double{1} / divisor;
+  };
+  *x = read(kXResolutionTag) * (metric ? 100 : 1 / 0.0254);
+  *y = read(kYResolutionTag) * (metric ? 100 : 1 / 0.0254);
+  return *x > 0 && *y > 0;
+}
+
+// All of two entries but their tags.
+static void swapEntries(const Exif& exif, size_t directory, uint32_t tag, uint32_t other,
+                        FileBytes* bytes) {
+  const size_t a = findEntry(exif, directory, tag);
+  const size_t b = findEntry(exif, directory, other);
+  if (a == 0 || b == 0) return;
+  const auto start = bytes->begin();
+  std::swap_ranges(start + static_cast<ptrdiff_t>(a + 2),
+                   start + static_cast<ptrdiff_t>(a + kEntryBytes),
+                   start + static_cast<ptrdiff_t>(b + 2));
+}
+
+FileBytes uprightExif(BytesView block, bool sidesSwapped) {
   FileBytes bytes = block.copy();
   Exif exif;
   if (!openExif(block, &exif)) return bytes;
@@ -84,7 +121,30 @@ FileBytes uprightExif(BytesView block) {
     bytes[entry + 8] = exif.bigEndian ? 0 : 1;
     bytes[entry + 9] = exif.bigEndian ? 1 : 0;
   }
+  if (sidesSwapped) {
+    swapEntries(exif, directory, kXResolutionTag, kYResolutionTag, &bytes);
+    const size_t camera = findEntry(exif, directory, kCameraTag);
+    if (camera != 0) {
+      swapEntries(exif, numberAt(exif, camera + 8, 4), kPixelsAcrossTag, kPixelsDownTag, &bytes);
+    }
+  }
   dropSmallPicture(exif, directory, &bytes);
+  return bytes;
+}
+
+FileBytes uprightXmp(BytesView xmp) {
+  FileBytes bytes = xmp.copy();
+  // As an attribute or as an element, with the number right behind.
+  for (const std::string_view before :
+       {"tiff:Orientation=\""sv, "tiff:Orientation='"sv, "tiff:Orientation>"sv}) {
+    auto at = bytes.begin();
+    for (;;) {
+      at = std::search(at, bytes.end(), before.begin(), before.end());
+      if (bytes.end() - at <= static_cast<ptrdiff_t>(before.size())) break;
+      at += static_cast<ptrdiff_t>(before.size());
+      if (*at >= '2' && *at <= '8') *at = '1';
+    }
+  }
   return bytes;
 }
 

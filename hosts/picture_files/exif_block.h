@@ -12,7 +12,14 @@ FileBytes exifWithoutName(BytesView block);
 int exifOrientation(BytesView exif);
 
 // The block for a picture that stands upright: it says so, and has no small picture.
-FileBytes uprightExif(BytesView exif);
+// `sidesSwapped`: what it says of width and height changes places.
+FileBytes uprightExif(BytesView exif, bool sidesSwapped);
+
+// The same of XMP, which may say so too.
+FileBytes uprightXmp(BytesView xmp);
+
+// Dots per metre across and down; false when the block does not say.
+bool exifResolution(BytesView exif, double* x, double* y);
 
 // The IPTC records out of a block of the kind that JPEG files hold, which stand there among others;
 // of records alone, themselves. Empty when there are none.

@@ -1,7 +1,7 @@
 #include "hosts/picture_files/formats_library.h"
 
 #include "hosts/process/command_failure.h"
-#include "hosts/process/own_library.h"
+#include "hosts/process/libraries/own_library.h"
 #include "hosts/process/progress_bar.h"
 
 const FormatsLibrary& formatsLibrary() {

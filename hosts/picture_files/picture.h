@@ -28,6 +28,7 @@ struct PictureMetadata {
   FileBytes profile;             // ICC
   bool profileTooLarge = false;  // there is one that is left out
   FileBytes exif;                // from its byte order mark on
+  bool exifLeftOut = false;      // there is some that cannot be read
   FileBytes xmp;
   FileBytes iptc;
   double dotsPerMeterX = 0;  // 0: not said

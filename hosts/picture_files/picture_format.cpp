@@ -97,10 +97,13 @@ void checkFormatHolds(const PictureFormat& format, const Picture& picture,
   }
 }
 
-bool profileFits(const Picture& picture) {
+bool profileFits(const PictureFormat& format, const Picture& picture) {
+  // These have no grey: its samples are stored three times.
+  const bool colorful = format.kind == FormatKind::webp || format.kind == FormatKind::avif ||
+                        format.kind == FormatKind::heic || format.kind == FormatKind::gif;
   constexpr size_t kKindOffset = 16;
   const BytesView kind = BytesView(picture.metadata.profile).part(kKindOffset);
-  return beginsWith(kind, picture.colors.planes == 1 ? "GRAY" : "RGB ");
+  return beginsWith(kind, picture.colors.planes == 1 && !colorful ? "GRAY" : "RGB ");
 }
 
 // The names of the parts that the picture has and the format holds, or does not.
@@ -115,8 +118,9 @@ static std::string partsOf(const PictureFormat& format, const Picture& picture, 
     bool there;
     bool held;
   } parts[] = {
-      {"colour profile", !metadata.profile.empty(), format.profile && profileFits(picture)},
-      {"EXIF", !metadata.exif.empty(), format.exif},
+      {"colour profile", !metadata.profile.empty(), format.profile && profileFits(format, picture)},
+      {"EXIF", !metadata.exif.empty() || metadata.exifLeftOut,
+       format.exif && !metadata.exifLeftOut},
       {"XMP", !metadata.xmp.empty(), format.xmp},
       {"IPTC", !metadata.iptc.empty(), format.iptc},
       {"texts", words, format.texts || described},

@@ -59,4 +59,4 @@ std::string lossesIn(const PictureFormat& format, const Picture& picture);
 std::string keptIn(const PictureFormat& format, const Picture& picture);
 
 // A profile for colours does not fit a grey picture, nor the other way round.
-bool profileFits(const Picture& picture);
+bool profileFits(const PictureFormat& format, const Picture& picture);

@@ -9,6 +9,7 @@
 #include "hosts/process/file_access.h"
 #include "hosts/process/file_names.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/libraries/library_guard.h"
 #include "hosts/small_formats/small_formats.h"
 
 // The decoded picture, its upright copy, the planes, and the module's own buffers.
@@ -41,12 +42,20 @@ static std::string read(const std::string& file, const FileBytes& contents, int3
   }
   const SmallFormat* small = findSmallFormat(contents, extensionOf(file));
   if (small != nullptr) return small->read(contents, refuseSides, picture);
-  return formatsLibrary().load(contents, number, refuseSides, interrupted, picture);
+  const FormatsLibrary& library = formatsLibrary();
+  const LibraryGuard guard;
+  return library.load(contents, number, refuseSides, interrupted, picture);
 }
 
 int32_t parseFrame(const std::string& text) {
   constexpr int kMostFrames = 1000000;
   return text.empty() ? 0 : wholeNumberOf("--frame", text, 1, kMostFrames);
+}
+
+void standNotesUpright(Picture* picture) {
+  PictureMetadata& metadata = picture->metadata;
+  metadata.exif = uprightExif(metadata.exif, picture->sidesSwapped);
+  metadata.xmp = uprightXmp(metadata.xmp);
 }
 
 Picture decodePicture(const FileBytes& contents, const std::string& file, int32_t number) {
@@ -58,8 +67,7 @@ Picture decodePicture(const FileBytes& contents, const std::string& file, int32_
     failOnFile(file, "has no picture " + std::to_string(number) + ", but " +
                          std::to_string(picture.pictureCount));
   }
-  PictureMetadata& metadata = picture.metadata;
-  metadata.exif = uprightExif(metadata.exif);
+  standNotesUpright(&picture);
   return picture;
 }
 

@@ -19,5 +19,8 @@ Picture loadPicture(const std::string& file, int32_t number = 1);
 // The same of a file's contents.
 Picture decodePicture(const FileBytes& contents, const std::string& file, int32_t number = 1);
 
+// Makes what the file says in words fit the picture, which stands upright now.
+void standNotesUpright(Picture* picture);
+
 // The reason against a picture of such sides, or "".
 std::string refuseSides(int64_t width, int64_t height);

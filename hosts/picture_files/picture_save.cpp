@@ -9,6 +9,7 @@
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
 #include "hosts/process/interrupt.h"
+#include "hosts/process/libraries/library_guard.h"
 #include "hosts/small_formats/small_formats.h"
 
 // A comment of the form "key: value" is such a text of another format.
@@ -27,7 +28,7 @@ static void fitToFormat(const PictureFormat& format, bool strip, Picture* pictur
   PictureMetadata& metadata = picture->metadata;
   if (strip) metadata = {};
   // One that does not fit would make readers refuse the file.
-  if (!format.profile || !profileFits(*picture)) metadata.profile.clear();
+  if (!format.profile || !profileFits(format, *picture)) metadata.profile.clear();
   if (!format.alpha) {
     picture->alpha.clear();
     picture->deep.alpha.clear();
@@ -61,8 +62,9 @@ void savePicture(Picture picture, const PictureFormat& format, const SaveChoices
       break;
     default: {
       FileBytes contents;
-      const std::string reason =
-          formatsLibrary().save(picture, format, choices, interrupted, &contents);
+      const FormatsLibrary& library = formatsLibrary();
+      const LibraryGuard guard;
+      const std::string reason = library.save(picture, format, choices, interrupted, &contents);
       stopIfInterrupted();
       if (!reason.empty()) failOnFile(file, "cannot be written: " + reason);
       appendOutput(contents, &output);
@@ -75,13 +77,15 @@ void convertPictures(const FileBytes& contents, const std::string& image,
                      const PictureFormat& format, const SaveChoices& choices,
                      const ChangePicture& change, const std::string& file) {
   const ChangePicture changeAndFit = [&](int32_t number, Picture* picture) {
-    picture->metadata.exif = uprightExif(picture->metadata.exif);
+    standNotesUpright(picture);
     change(number, picture);
     fitToFormat(format, choices.strip, picture);
   };
   FileBytes result;
-  const std::string reason = formatsLibrary().convertAll(contents, format, choices, refuseSides,
-                                                         interrupted, changeAndFit, &result);
+  const FormatsLibrary& library = formatsLibrary();
+  const LibraryGuard guard;
+  const std::string reason = library.convertAll(contents, format, choices, refuseSides, interrupted,
+                                                changeAndFit, &result);
   stopIfInterrupted();
   if (!reason.empty()) failOnFile(image, reason);
   writeWholeFile(file, result);

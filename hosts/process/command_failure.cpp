@@ -4,10 +4,13 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <new>
 
 #include "hosts/process/file_access.h"
+#include "hosts/process/leftovers.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 // In bytes; room for two long paths and what is to be said about them.
 constexpr size_t kLongestLine = 1000;
@@ -102,6 +105,28 @@ void reportWarning(const std::string& text) {
 static int flushOutput(int exitCode) {
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return exitCode;
   return reportFailure({kExitFailed, "standard output: cannot be written"});
+}
+
+void endAtOnce(const char* text) {
+  removeLeftovers();
+  const int loud = loudErrors();
+  for (const char* part : {"morvalis: ", text, "\n"}) {
+    static_cast<void>(!write(loud < 0 ? STDERR_FILENO : loud, part, std::strlen(part)));
+  }
+  _exit(kExitFailed);
+}
+
+void endOrderlyWithoutMemory() {
+  loudErrors();
+  std::set_terminate([] {
+    try {
+      std::rethrow_exception(std::current_exception());
+    } catch (const std::bad_alloc&) {
+      endAtOnce("there is not enough memory");
+    } catch (...) {
+    }
+    std::abort();
+  });
 }
 
 int runReporting(const std::function<int()>& command, const Report& report) {

@@ -35,6 +35,13 @@ void reportNote(const std::string& text);
 // stands there as \\x and two digits.
 std::string printableLine(const std::string& text);
 
+// Where memory ends within a procedure that may not throw (a library's, a destructor), the program
+// ends all the same with a line and the code of a failure.
+void endOrderlyWithoutMemory();
+
+// Ends the program at once with this line. Async-signal-safe.
+[[noreturn]] void endAtOnce(const char* text);
+
 // The command's exit code, or that of its failure, which is reported.
 using Report = std::function<int(const CommandFailure&)>;
 int runReporting(const std::function<int()>& command, const Report& report = reportFailure);

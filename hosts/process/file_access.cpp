@@ -227,12 +227,18 @@ void appendOutput(BytesView bytes, OutputFile* output) {
   }
 }
 
+// Before a file takes another's place; some file systems know no such call.
+static bool reachesDisk(int descriptor) {
+  return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
 void finishOutput(OutputFile* output) {
   stopIfInterrupted();
   if (output->draft.empty()) return;
   const bool allowed = fchmod(output->descriptor, rightsFor(output->place)) == 0;
+  const bool safe = allowed && reachesDisk(output->descriptor);
   const int descriptor = std::exchange(output->descriptor, -1);
-  if (close(descriptor) != 0 || !allowed ||
+  if (close(descriptor) != 0 || !safe ||
       rename(output->draft.c_str(), output->place.c_str()) != 0) {
     failOnWriting(*output, errno);
   }

@@ -35,6 +35,19 @@ std::string bareName(const std::string& file) {
   return name.substr(0, name.rfind('.'));
 }
 
+std::string withName(const std::string& pattern, const std::string& file) {
+  const std::string name = file == "-" ? "stdin" : bareName(file);
+  std::string text;
+  size_t start = 0;
+  for (;;) {
+    const size_t mark = pattern.find(kNameMark, start);
+    text += pattern.substr(start, mark - start);
+    if (mark == std::string::npos) return text;
+    text += name;
+    start = mark + sizeof(kNameMark) - 1;
+  }
+}
+
 std::string extensionOf(const std::string& file) {
   const std::string name = lastName(file);
   const size_t dot = name.rfind('.');

@@ -14,6 +14,11 @@ std::string lastName(const std::string& file);
 std::string bareName(const std::string& file);
 std::string extensionOf(const std::string& file);
 
+// The mark that stands for a picture's bare name in the names of what belongs to it; standard input
+// is called stdin there.
+constexpr char kNameMark[] = "{name}";
+std::string withName(const std::string& pattern, const std::string& file);
+
 // From the root on, with "." and ".." resolved as far as names alone tell.
 std::string wholePath(const std::string& file);
 

@@ -8,7 +8,7 @@
 
 #include "hosts/process/command_failure.h"
 #include "hosts/process/leftovers.h"
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 constexpr suseconds_t kPatience = 250000;  // microseconds from the signal to the end
 

@@ -7,7 +7,7 @@
 #include <atomic>
 #include <cstdio>
 
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 constexpr int kUsualColumns = 80;
 constexpr int kLeastCells = 10;

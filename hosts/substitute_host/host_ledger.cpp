@@ -3,6 +3,8 @@
 #include <cstring>
 #include <new>
 
+#include "platform/large_blocks.h"
+
 // The largest picture, 32000 pixels a side and 4 planes. Beyond it a request is a fault, and
 // granting it would only exhaust the machine.
 constexpr int64_t kLargestBlock = int64_t{32000} * 32000 * 4;
@@ -18,7 +20,11 @@ void noteMisuse() {
 
 static HostBytes rawBlock(int64_t size) {
   if (size < 0 || size > kLargestBlock) return nullptr;
-  return HostBytes(new (std::nothrow) uint8_t[static_cast<size_t>(size)]);
+  HostBytes block(new (std::nothrow) uint8_t[static_cast<size_t>(size)]);
+  if (block != nullptr && static_cast<uint64_t>(size) >= kLargeBlock) {
+    preferLargePages(block.get(), static_cast<uint64_t>(size));
+  }
+  return block;
 }
 
 HostBytes newBlock(int64_t size) {

@@ -8,6 +8,23 @@ void logCall(const char* procedure) {
   if (host().switches.keepsLog) host().log.emplace_back(procedure);
 }
 
+bool callFails(const char* procedure) {
+  logCall(procedure);
+  if (++host().fallibleCalls != host().failsAt) return false;
+  host().failedCall = procedure;
+  return true;
+}
+
+void failHostCall(int32_t n) {
+  host().failsAt = n;
+  host().fallibleCalls = 0;
+  host().failedCall = nullptr;
+}
+
+const char* failedHostCall() {
+  return host().failedCall;
+}
+
 int logExchange() {
   ++host().exchangeCount;
   if (!host().switches.keepsLog) return host().exchangeCount;

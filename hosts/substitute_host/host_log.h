@@ -5,5 +5,8 @@
 // Notes a call of a host service.
 void logCall(const char* procedure);
 
+// The same of a service that may fail; whether this call of it has to (failHostCall).
+bool callFails(const char* procedure);
+
 // Notes the record's present requests as an exchange, and tells its number, from 1.
 int logExchange();

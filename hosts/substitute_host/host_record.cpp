@@ -4,14 +4,14 @@
 #include <cstring>
 #include <utility>
 
-#include "hosts/substitute_host/buffer_suite.h"
-#include "hosts/substitute_host/color_services.h"
-#include "hosts/substitute_host/descriptors.h"
-#include "hosts/substitute_host/display_pixels.h"
-#include "hosts/substitute_host/handle_suite.h"
 #include "hosts/substitute_host/host_log.h"
 #include "hosts/substitute_host/host_state.h"
 #include "hosts/substitute_host/row_exchange.h"
+#include "hosts/substitute_host/suites/buffer_suite.h"
+#include "hosts/substitute_host/suites/color_services.h"
+#include "hosts/substitute_host/suites/descriptors.h"
+#include "hosts/substitute_host/suites/display_pixels.h"
+#include "hosts/substitute_host/suites/handle_suite.h"
 
 constexpr int16_t kPaddingError = -3;
 constexpr int32_t kResolution = 72 * kFixedOne;  // pixels per inch, 16.16

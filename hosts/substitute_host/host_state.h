@@ -88,6 +88,9 @@ struct HostState {
   std::vector<HostExchange> exchanges;
   int32_t exchangeCount = 0;
   int32_t abortTests = 0;
+  int32_t failsAt = 0;
+  int32_t fallibleCalls = 0;
+  const char* failedCall = nullptr;
   HostPicture displayed;
 };
 

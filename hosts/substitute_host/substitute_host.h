@@ -144,6 +144,12 @@ const std::vector<std::string>& hostLog();
 const std::vector<HostExchange>& hostExchanges();
 int32_t hostCallCount(const std::string& name);
 
+// The n-th call from now on of a service that can fail does so, once, exchanges aside; 0: none.
+void failHostCall(int32_t n);
+
+// The procedure that has failed since failHostCall; null before.
+const char* failedHostCall();
+
 // Scripting: the keys that the module finds when it opens the descriptor (none: no descriptor), and
 // those it recorded last. What it recorded is what it finds at the next run.
 struct ScriptValue {

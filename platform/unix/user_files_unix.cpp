@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -233,6 +234,7 @@ bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
 static bool writeToDisk(int file, const std::string& content) {
   for (size_t done = 0; done < content.size();) {
     const ssize_t count = write(file, content.data() + done, content.size() - done);
+    if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return false;
     done += static_cast<size_t>(count);
   }

@@ -72,6 +72,18 @@ TEST_F(Answers, OfASystemThatGivesLittle) {
              "no further process can be started\ncode 1");
 }
 
+TEST_F(Answers, OfOptionsThatChangeNothing) {
+  save(colorPicture(), "in.png");
+  expectSays("\"$0\" apply in.png --seed 1 -o out.jpg --lossless",
+             "morvalis: warning: --lossless changes nothing in .jpg files\ncode 0");
+  expectSays("\"$0\" apply in.png --seed 1 -o out.png --quality 80",
+             "morvalis: warning: --quality changes nothing in .png files\ncode 0");
+  expectSays("\"$0\" apply in.png -o out.png --mask none --mask-invert", "need a selection");
+  // The word behind is not the value.
+  expectSays("\"$0\" apply in.png -o out.png --preset= gold", "been given an empty value");
+  expectSays("\"$0\" apply in.png --preset gold -o out.png | true; echo ${PIPESTATUS[0]}", "0\n");
+}
+
 TEST_F(Answers, OfColoursOnGrey) {
   save(greyPicture(), "grey.png");
   save(colorPicture(), "color.png");

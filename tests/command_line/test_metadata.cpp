@@ -98,6 +98,31 @@ TEST_F(Metadata, StandsUprightWithoutASmallPicture) {
   }
 }
 
+// Width and height change places in all that is said, and nothing asks for another turn.
+TEST_F(Metadata, OfTurnedPicturesFitsThem) {
+  save(colorPicture(), "in.jpg");
+  tool({"-q", "-overwrite_original", "-n", "-EXIF:Orientation=6", "-XMP-tiff:Orientation=6",
+        "-XResolution=300", "-YResolution=150", "-ExifImageWidth=24", "-ExifImageHeight=18",
+        "in.jpg"});
+  for (const QString out : {"out.jpg", "out.png", "out.webp"}) {
+    SCOPED_TRACE(out.toStdString());
+    EXPECT_EQ(apply("in.jpg", out).size(), QSize(18, 24));
+    EXPECT_EQ(tagsOf(out, {"EXIF:Orientation", "XMP:Orientation", "EXIF:XResolution",
+                           "EXIF:YResolution", "ExifIFD:ExifImageWidth"}),
+              (QStringList{"1", "1", "150", "300", "18"}));
+  }
+  // A format without a place for the resolution still says it in EXIF.
+  apply("out.webp", "again.png");
+  EXPECT_EQ(tagsOf("again.png", {"PNG:PixelsPerUnitX", "PNG:PixelsPerUnitY"}),
+            (QStringList{"5906", "11811"}));
+  // What the container has turned is not turned again by EXIF.
+  QFile::copy(MORVALIS_TEST_DATA "/turned-by-container.avif", path("turned.avif"));
+  EXPECT_EQ(apply("turned.avif", "upright.png", {"--mask", "none"}).size(), QSize(300, 400));
+
+  apply("in.jpg", "bare.webp", {"--strip"});
+  EXPECT_EQ(tagsOf("bare.webp", {"EXIF:all"}), QStringList{""});
+}
+
 TEST_F(Metadata, KeepsTheLanguageOfTexts) {
   const QByteArray text = QByteArray(
       "Title\0\0\0de\0Titel\0Fl\xC3\xA4"

@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <iterator>
 #include <set>
 
 #include "tests/reference/reference_render.h"
 #include "tests/support/random_inputs.h"
+#include "vector/instruction_sets.h"
 
 static ReferenceInput referenceInput(const DirectInput& input) {
   return {input.settings,     input.width,         input.height,      input.planes,
@@ -41,17 +44,31 @@ static void compareField(const SessionRecord& session, const ReferenceField& exp
   }
 }
 
+// Calls run() once with each instruction set, the plain form first.
+template <typename Run>
+static void byEverySet(Run run) {
+  const InstructionSet before = chosenInstructionSet();
+  for (int32_t i = 0; i <= static_cast<int32_t>(bestInstructionSet()); ++i) {
+    limitInstructionSet(static_cast<InstructionSet>(i));
+    SCOPED_TRACE(instructionSetName(static_cast<InstructionSet>(i)));
+    run();
+  }
+  limitInstructionSet(before);
+}
+
 static void compareWithTwin(const DirectInput& input) {
   const ReferenceOutput expected = referenceRender(referenceInput(input));
   EXPECT_EQ(expected.intermediatesBeyond32Bits, 0) << "32 bits do not suffice";
-  const DirectOutput actual =
-      renderDirectly(input, [&](const SessionRecord& session, int32_t phase) {
-        compareField(session, fieldAfter(expected, phase), phase);
-      });
-  ASSERT_EQ(actual.effect.size(), expected.effect.size());
-  for (size_t i = 0; i < actual.effect.size(); ++i) {
-    ASSERT_EQ(actual.effect[i], expected.effect[i]) << "sample " << i;
-  }
+  byEverySet([&] {
+    const DirectOutput actual =
+        renderDirectly(input, [&](const SessionRecord& session, int32_t phase) {
+          compareField(session, fieldAfter(expected, phase), phase);
+        });
+    ASSERT_EQ(actual.effect.size(), expected.effect.size());
+    for (size_t i = 0; i < actual.effect.size(); ++i) {
+      ASSERT_EQ(actual.effect[i], expected.effect[i]) << "sample " << i;
+    }
+  });
 }
 
 static std::string describe(const DirectInput& input) {
@@ -68,7 +85,7 @@ TEST(Twin, GeneratedRenders) {
   std::set<int32_t> shapes;
   std::set<int32_t> textures;
   std::set<int32_t> modes;
-  constexpr int32_t kRenders = 400;
+  const int32_t kRenders = std::getenv("MORVALIS_LONG") != nullptr ? 4000 : 400;
   for (int32_t i = 0; i < kRenders && !::testing::Test::HasFailure(); ++i) {
     const int32_t width = i % 7 == 0 ? 1 : randomBetween(&random, 1, 41);
     const int32_t height = i % 11 == 0 ? 1 : randomBetween(&random, 1, 37);
@@ -117,5 +134,34 @@ TEST(Twin, SteepestSurfaces) {
       SCOPED_TRACE("shape " + std::to_string(shape) + ", turn " + std::to_string(turn));
       compareWithTwin(input);
     }
+  }
+}
+
+// A host may write into the settings while a render is under way. What comes out then is nobody's
+// concern, but it is the same by every set, and nothing is read or written beyond its place.
+TEST(Twin, SettingsThatChangeMidway) {
+  constexpr int32_t EffectSettings::*kFields[] = {
+      &EffectSettings::textureWidth, &EffectSettings::textureHeight, &EffectSettings::previewScale,
+      &EffectSettings::textureScale, &EffectSettings::texture,       &EffectSettings::height,
+      &EffectSettings::shape,        &EffectSettings::blendMode,     &EffectSettings::reflection,
+      &EffectSettings::gloss,        &EffectSettings::tarnish,       &EffectSettings::caustic};
+  constexpr int32_t kValues[] = {INT32_MIN, -1, 0, 20, 300, 5000, 40000, INT32_MAX};
+  TestRandom random = {31};
+  for (int32_t i = 0; i < 240 && !::testing::Test::HasFailure(); ++i) {
+    const DirectInput input = randomInput(&random, randomBetween(&random, 2, 40), 30);
+    const auto field = kFields[i % static_cast<int32_t>(std::size(kFields))];
+    const int32_t value = kValues[randomBetween(&random, 0, 7)];
+    const int32_t when = randomBetween(&random, kPhaseStamp, kPhaseProfile);
+    SCOPED_TRACE("render " + std::to_string(i) + ": " + describe(input));
+    std::vector<uint8_t> plain;
+    byEverySet([&] {
+      const DirectOutput output =
+          renderDirectly(input, [&](const SessionRecord& session, int32_t phase) {
+            if (phase == when) session.settings->*field = value;
+          });
+      if (plain.empty()) plain = output.effect;
+      EXPECT_EQ(output.effect, plain)
+          << "field " << i % std::size(kFields) << " " << value << " after phase " << when;
+    });
   }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <functional>
 
 namespace {
@@ -229,6 +230,13 @@ const Family kFamilies[kMaskFamilies] = {
 
 const char* maskFamilyName(int32_t family) {
   return kFamilies[family].name;
+}
+
+int32_t maskFamilyNamed(const char* name) {
+  for (int32_t i = 0; i < kMaskFamilies; ++i) {
+    if (std::strcmp(maskFamilyName(i), name) == 0) return i;
+  }
+  return -1;
 }
 
 std::vector<uint8_t> maskOfFamily(int32_t family, int32_t width, int32_t height,

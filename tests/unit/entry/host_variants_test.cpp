@@ -4,7 +4,9 @@
 
 #include <cfenv>
 #include <set>
+#include <thread>
 
+#include "entry/entry_point.h"
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
 #include "tests/support/heap_faults.h"
@@ -142,6 +144,31 @@ TEST(HostVariants, MaskThatIsNeverDeliveredSelectsEverything) {
   const HostRun run = runHost(switches, picture, testMask(kWidth, kHeight));
   EXPECT_EQ(run.result, 0);
   EXPECT_EQ(run.effect.samples, runHost({}, picture, {}).effect.samples);
+}
+
+// A second thread in the middle of a run gets an error, and the run its picture.
+TEST(HostVariants, OneThreadAtATime) {
+  const HostPicture picture = testPicture(kWidth, kHeight, 3);
+  const HostMask mask = testMask(kWidth, kHeight);
+  const HostRun expected = runHost({}, picture, mask);
+  int32_t refused = 0;
+  HostSwitches switches;
+  switches.progress = [&refused](int32_t, int32_t) {
+    std::thread([&refused] {
+      for (int16_t selector = kSelectorParameters; selector <= kSelectorFinish; ++selector) {
+        FilterRecord record = *hostRecord();
+        intptr_t slot = 0;
+        int16_t result = 0;
+        ENTRYPOINT(selector, &record, &slot, &result);
+        if (result == kFilterBadParameters && slot == 0) ++refused;
+      }
+    }).join();
+  };
+  const HostRun run = runHost(switches, picture, mask);
+  EXPECT_EQ(run.result, 0);
+  EXPECT_EQ(run.effect.samples, expected.effect.samples);
+  EXPECT_GE(refused, 5);
+  EXPECT_EQ(refused % 5, 0);
 }
 
 TEST(HostVariants, SmallestPictures) {

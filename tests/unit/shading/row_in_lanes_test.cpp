@@ -145,7 +145,7 @@ TEST(RowInLanes, OverlappingBuffers) {
   }
 }
 
-// Every division by a number of the row, over all that settings in their ranges give.
+// The divisions by a number of the row, over all that settings in their ranges give.
 TEST(RowInLanes, DivisionsAreExact) {
   for (int32_t glare = 0; glare <= 100; ++glare) {
     const int32_t width = glare * 3 / 2;
@@ -160,8 +160,21 @@ TEST(RowInLanes, DivisionsAreExact) {
       }
     }
   }
+  // x depth / span, as x of a share rounded down: within one of the quotient, and never beyond it,
+  // when the largest x loses less than 1 by that rounding.
   constexpr int32_t kMostArriving = 8400;
-  for (int32_t span = 1; span <= 21845; span += span < 200 || isLong() ? 1 : 97) {
+  constexpr int32_t kWidestSpan = 21845;
+  int32_t tooFar = 0;
+  for (int32_t span = 1; span <= kWidestSpan; ++span) {
+    const RowDivision by = shareDivision(span);
+    for (int32_t depth = 0; depth <= span; ++depth) {
+      const int32_t share = upperHalf(static_cast<uint16_t>(depth << by.shift), by.multiplier);
+      const int32_t lost = depth * 32768 - share * span;  // of 32768 span
+      tooFar += lost < 0 || int64_t{lost} * kMostArriving >= int64_t{span} * 32768 ? 1 : 0;
+    }
+  }
+  EXPECT_EQ(tooFar, 0);
+  for (int32_t span = 1; span <= kWidestSpan; span += span < 200 || isLong() ? 1 : 97) {
     const RowDivision by = shareDivision(span);
     for (int32_t depth = 0; depth <= span; depth += 1 + span / 300) {
       const uint16_t share = upperHalf(static_cast<uint16_t>(depth << by.shift), by.multiplier);

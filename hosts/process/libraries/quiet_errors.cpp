@@ -1,4 +1,4 @@
-#include "hosts/process/quiet_errors.h"
+#include "hosts/process/libraries/quiet_errors.h"
 
 #include <fcntl.h>
 #include <unistd.h>

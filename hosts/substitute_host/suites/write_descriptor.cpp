@@ -1,14 +1,14 @@
-#include "hosts/substitute_host/write_descriptor.h"
+#include "hosts/substitute_host/suites/write_descriptor.h"
 
 #include <cstdint>
 
-#include "hosts/substitute_host/descriptors.h"
 #include "hosts/substitute_host/host_ledger.h"
 #include "hosts/substitute_host/host_log.h"
 #include "hosts/substitute_host/host_state.h"
+#include "hosts/substitute_host/suites/descriptors.h"
 
 static WriteToken MORVALIS_CALL openWriteDescriptorProc() {
-  logCall("openWriteDescriptorProc");
+  if (callFails("openWriteDescriptorProc")) return nullptr;
   const WriteToken token = newToken();
   host().writeSessions[token] = {};
   return token;
@@ -16,13 +16,13 @@ static WriteToken MORVALIS_CALL openWriteDescriptorProc() {
 
 // What was recorded becomes a new descriptor, which the module may open at the next run.
 static int16_t MORVALIS_CALL closeWriteDescriptorProc(WriteToken token, Handle* result) {
-  logCall("closeWriteDescriptorProc");
+  const bool fails = callFails("closeWriteDescriptorProc");
   const auto found = host().writeSessions.find(token);
   if (found == host().writeSessions.end()) {
     noteMisuse();
     return kBadParameter;
   }
-  const Handle descriptor = newDescriptor(found->second);
+  const Handle descriptor = fails ? nullptr : newDescriptor(found->second);
   if (descriptor == nullptr) return kMemoryFull;
   host().recorded = found->second;
   host().writeSessions.erase(found);
@@ -49,7 +49,7 @@ static int16_t putTypeOnly(WriteToken token, uint32_t key, uint32_t type) {
 }
 
 static int16_t MORVALIS_CALL putIntegerProc(WriteToken token, uint32_t key, int32_t number) {
-  logCall("putIntegerProc");
+  if (callFails("putIntegerProc")) return kMemoryFull;
   ScriptValue value;
   value.key = key;
   value.type = kTypeInteger;
@@ -58,7 +58,7 @@ static int16_t MORVALIS_CALL putIntegerProc(WriteToken token, uint32_t key, int3
 }
 
 static int16_t MORVALIS_CALL putFloatProc(WriteToken token, uint32_t key, const double* number) {
-  logCall("putFloatProc");
+  if (callFails("putFloatProc")) return kMemoryFull;
   ScriptValue value;
   value.key = key;
   value.type = kTypeFloat;
@@ -68,7 +68,7 @@ static int16_t MORVALIS_CALL putFloatProc(WriteToken token, uint32_t key, const 
 
 static int16_t MORVALIS_CALL putUnitFloatProc(WriteToken token, uint32_t key, uint32_t unit,
                                               const double* number) {
-  logCall("putUnitFloatProc");
+  if (callFails("putUnitFloatProc")) return kMemoryFull;
   ScriptValue value;
   value.key = key;
   value.type = kTypeUnitFloat;
@@ -78,7 +78,7 @@ static int16_t MORVALIS_CALL putUnitFloatProc(WriteToken token, uint32_t key, ui
 }
 
 static int16_t MORVALIS_CALL putBooleanProc(WriteToken token, uint32_t key, uint8_t boolean) {
-  logCall("putBooleanProc");
+  if (callFails("putBooleanProc")) return kMemoryFull;
   ScriptValue value;
   value.key = key;
   value.type = kTypeBoolean;
@@ -88,7 +88,7 @@ static int16_t MORVALIS_CALL putBooleanProc(WriteToken token, uint32_t key, uint
 
 static int16_t MORVALIS_CALL putEnumeratedProc(WriteToken token, uint32_t key, uint32_t type,
                                                uint32_t enumeration) {
-  logCall("putEnumeratedProc");
+  if (callFails("putEnumeratedProc")) return kMemoryFull;
   ScriptValue value;
   value.key = key;
   value.type = kTypeEnumeration;

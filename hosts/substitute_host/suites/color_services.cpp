@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/color_services.h"
+#include "hosts/substitute_host/suites/color_services.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -62,7 +62,7 @@ static int16_t specialColor(ColorServicesInfo* info) {
 }
 
 static int16_t MORVALIS_CALL colorServices(ColorServicesInfo* info) {
-  logCall("colorServices");
+  if (callFails("colorServices")) return kServiceMissing;
   if (info == nullptr || info->infoSize < static_cast<int32_t>(sizeof(ColorServicesInfo))) {
     return kServiceMissing;
   }

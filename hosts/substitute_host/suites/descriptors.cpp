@@ -1,11 +1,11 @@
-#include "hosts/substitute_host/descriptors.h"
+#include "hosts/substitute_host/suites/descriptors.h"
 
 #include <cstdint>
 
-#include "hosts/substitute_host/handle_suite.h"
 #include "hosts/substitute_host/host_state.h"
-#include "hosts/substitute_host/read_descriptor.h"
-#include "hosts/substitute_host/write_descriptor.h"
+#include "hosts/substitute_host/suites/handle_suite.h"
+#include "hosts/substitute_host/suites/read_descriptor.h"
+#include "hosts/substitute_host/suites/write_descriptor.h"
 
 constexpr uintptr_t kFirstToken = 0x2001;
 

@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/display_pixels.h"
+#include "hosts/substitute_host/suites/display_pixels.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -35,7 +35,7 @@ static HostPicture copyOf(const PSPixelMap& map, const HostRectangle32& source) 
 
 static int16_t MORVALIS_CALL displayPixels(const PSPixelMap* map, const HostRectangle32* source,
                                            int32_t row, int32_t column, void* context) {
-  logCall("displayPixels");
+  if (callFails("displayPixels")) return kFilterBadParameters;
   if (map == nullptr || source == nullptr || context == nullptr) return kFilterBadParameters;
   if (!isShowable(*map, *source)) return kFilterBadParameters;
   const HostSwitches& switches = host().switches;

@@ -1,12 +1,12 @@
-#include "hosts/substitute_host/read_descriptor.h"
+#include "hosts/substitute_host/suites/read_descriptor.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "hosts/substitute_host/descriptors.h"
 #include "hosts/substitute_host/host_ledger.h"
 #include "hosts/substitute_host/host_log.h"
 #include "hosts/substitute_host/host_state.h"
+#include "hosts/substitute_host/suites/descriptors.h"
 
 constexpr uint32_t kKeyFound = fourCharacterCode("null");
 constexpr int16_t kValuePinned = 2;
@@ -20,7 +20,7 @@ static ReadSession* findSession(ReadToken token) {
 
 // Only a handle that the host gave out as a descriptor can be opened.
 static ReadToken MORVALIS_CALL openReadDescriptorProc(Handle descriptor, uint32_t* keys) {
-  logCall("openReadDescriptorProc");
+  if (callFails("openReadDescriptorProc")) return nullptr;
   const auto found = host().descriptors.find(descriptor);
   if (found == host().descriptors.end()) {
     noteMisuse();
@@ -32,10 +32,10 @@ static ReadToken MORVALIS_CALL openReadDescriptorProc(Handle descriptor, uint32_
 }
 
 static int16_t MORVALIS_CALL closeReadDescriptorProc(ReadToken token) {
-  logCall("closeReadDescriptorProc");
+  const bool fails = callFails("closeReadDescriptorProc");
   const ReadSession* session = findSession(token);
   if (session == nullptr) return kBadParameter;
-  const int16_t error = session->lastError;
+  const int16_t error = fails ? kBadParameter : session->lastError;
   host().readSessions.erase(token);
   return error;
 }
@@ -43,7 +43,7 @@ static int16_t MORVALIS_CALL closeReadDescriptorProc(ReadToken token) {
 // For an enumeration the answered type is the enumeration's own, as real hosts do.
 static uint8_t MORVALIS_CALL getKeyProc(ReadToken token, uint32_t* key, uint32_t* type,
                                         int32_t* flags) {
-  logCall("getKeyProc");
+  if (callFails("getKeyProc")) return 0;
   ReadSession* session = findSession(token);
   if (session == nullptr || session->delivered == session->values.size()) return 0;
   const ScriptValue& value = session->values[session->delivered++];
@@ -103,22 +103,22 @@ static int16_t readUnitFloat(ReadToken token, uint32_t* unit, double* result) {
 }
 
 static int16_t MORVALIS_CALL getIntegerProc(ReadToken token, int32_t* result) {
-  logCall("getIntegerProc");
+  if (callFails("getIntegerProc")) return noteError(token, kBadParameter);
   return readInteger(token, result);
 }
 
 static int16_t MORVALIS_CALL getFloatProc(ReadToken token, double* result) {
-  logCall("getFloatProc");
+  if (callFails("getFloatProc")) return noteError(token, kBadParameter);
   return readFloat(token, result);
 }
 
 static int16_t MORVALIS_CALL getUnitFloatProc(ReadToken token, uint32_t* unit, double* result) {
-  logCall("getUnitFloatProc");
+  if (callFails("getUnitFloatProc")) return noteError(token, kBadParameter);
   return readUnitFloat(token, unit, result);
 }
 
 static int16_t MORVALIS_CALL getBooleanProc(ReadToken token, uint8_t* result) {
-  logCall("getBooleanProc");
+  if (callFails("getBooleanProc")) return noteError(token, kBadParameter);
   int16_t error = kNoError;
   const ScriptValue* value = currentValue(token, kTypeBoolean, &error);
   if (value != nullptr) *result = value->boolean ? 1 : 0;
@@ -126,7 +126,7 @@ static int16_t MORVALIS_CALL getBooleanProc(ReadToken token, uint8_t* result) {
 }
 
 static int16_t MORVALIS_CALL getEnumeratedProc(ReadToken token, uint32_t* result) {
-  logCall("getEnumeratedProc");
+  if (callFails("getEnumeratedProc")) return noteError(token, kBadParameter);
   int16_t error = kNoError;
   const ScriptValue* value = currentValue(token, kTypeEnumeration, &error);
   if (value != nullptr) *result = value->enumeration;
@@ -134,7 +134,7 @@ static int16_t MORVALIS_CALL getEnumeratedProc(ReadToken token, uint32_t* result
 }
 
 static int16_t MORVALIS_CALL getClassProc(ReadToken token, uint32_t* result) {
-  logCall("getClassProc");
+  if (callFails("getClassProc")) return noteError(token, kBadParameter);
   int16_t error = kNoError;
   const ScriptValue* value = currentValue(token, kTypeClass, &error);
   if (value != nullptr) *result = value->enumeration;
@@ -175,7 +175,7 @@ static int16_t MORVALIS_CALL getStringProc(ReadToken token, uint8_t* /*text*/) {
 }
 
 static int16_t MORVALIS_CALL getCountProc(ReadToken token, uint32_t* result) {
-  logCall("getCountProc");
+  if (callFails("getCountProc")) return kBadParameter;
   const ReadSession* session = findSession(token);
   if (session == nullptr) return kBadParameter;
   *result = static_cast<uint32_t>(session->values.size());
@@ -193,14 +193,14 @@ static int16_t pinned(ReadToken token, Number low, Number high, Number* result) 
 
 static int16_t MORVALIS_CALL getPinnedIntegerProc(ReadToken token, int32_t low, int32_t high,
                                                   int32_t* result) {
-  logCall("getPinnedIntegerProc");
+  if (callFails("getPinnedIntegerProc")) return noteError(token, kBadParameter);
   const int16_t error = readInteger(token, result);
   return error != kNoError ? error : pinned(token, low, high, result);
 }
 
 static int16_t MORVALIS_CALL getPinnedFloatProc(ReadToken token, const double* low,
                                                 const double* high, double* result) {
-  logCall("getPinnedFloatProc");
+  if (callFails("getPinnedFloatProc")) return noteError(token, kBadParameter);
   const int16_t error = readFloat(token, result);
   return error != kNoError ? error : pinned(token, *low, *high, result);
 }
@@ -208,7 +208,7 @@ static int16_t MORVALIS_CALL getPinnedFloatProc(ReadToken token, const double* l
 static int16_t MORVALIS_CALL getPinnedUnitFloatProc(ReadToken token, const double* low,
                                                     const double* high, uint32_t* unit,
                                                     double* result) {
-  logCall("getPinnedUnitFloatProc");
+  if (callFails("getPinnedUnitFloatProc")) return noteError(token, kBadParameter);
   const int16_t error = readUnitFloat(token, unit, result);
   return error != kNoError ? error : pinned(token, *low, *high, result);
 }

@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/buffer_suite.h"
+#include "hosts/substitute_host/suites/buffer_suite.h"
 
 #include <cstdint>
 
@@ -27,7 +27,7 @@ bool freeBuffer(HostBufferId id) {
 }
 
 static int16_t MORVALIS_CALL allocateProc(int32_t size, HostBufferId* id) {
-  logCall("allocateProc");
+  if (callFails("allocateProc")) return kMemoryFull;
   if (!grantAllocation() || host().switches.refuseAllBuffers) return kMemoryFull;
   BufferBlock block;
   block.bytes = newBlock(size);
@@ -39,7 +39,7 @@ static int16_t MORVALIS_CALL allocateProc(int32_t size, HostBufferId* id) {
 }
 
 static void* MORVALIS_CALL lockProc(HostBufferId id, uint8_t /*moveHigh*/) {
-  logCall("lockProc");
+  if (callFails("lockProc")) return nullptr;
   BufferBlock* block = findBlock(id);
   if (block == nullptr) return nullptr;
   if (host().switches.moveBuffers && block->wasUnlocked && block->locks == 0) {
@@ -69,7 +69,7 @@ static void MORVALIS_CALL freeProc(HostBufferId id) {
 }
 
 static int32_t MORVALIS_CALL spaceProc() {
-  logCall("spaceProc");
+  if (callFails("spaceProc")) return 0;
   return kHostMemory;
 }
 

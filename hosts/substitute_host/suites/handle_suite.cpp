@@ -1,4 +1,4 @@
-#include "hosts/substitute_host/handle_suite.h"
+#include "hosts/substitute_host/suites/handle_suite.h"
 
 #include <algorithm>
 #include <cstring>
@@ -37,7 +37,7 @@ bool freeHandle(Handle handle) {
 }
 
 static Handle MORVALIS_CALL newProc(int32_t size) {
-  logCall("newProc");
+  if (callFails("newProc")) return nullptr;
   return grantAllocation() ? createHandle(size, false) : nullptr;
 }
 
@@ -52,14 +52,14 @@ static void MORVALIS_CALL disposeRegularHandleProc(Handle handle) {
 }
 
 static int32_t MORVALIS_CALL getSizeProc(Handle handle) {
-  logCall("getSizeProc");
+  if (callFails("getSizeProc")) return 0;
   const HandleBlock* block = findBlock(handle);
   return block == nullptr ? 0 : block->size;
 }
 
 // The block always moves, so that an address kept across the call is stale.
 static int16_t MORVALIS_CALL setSizeProc(Handle handle, int32_t size) {
-  logCall("setSizeProc");
+  if (callFails("setSizeProc")) return kMemoryFull;
   HandleBlock* block = findBlock(handle);
   if (block == nullptr) return kBadParameter;
   HostBytes bytes = newBlock(size);
@@ -73,7 +73,7 @@ static int16_t MORVALIS_CALL setSizeProc(Handle handle, int32_t size) {
 }
 
 static void* MORVALIS_CALL lockProc(Handle handle, uint8_t /*moveHigh*/) {
-  logCall("lockProc");
+  if (callFails("lockProc")) return nullptr;
   HandleBlock* block = findBlock(handle);
   if (block == nullptr) return nullptr;
   ++block->locks;

@@ -1,0 +1,68 @@
+// Blocks that come back to the module from somewhere else: another process, another version, cut
+// short, or full of noise, strangers' pointers included. Numbers may count, pointers are not
+// followed.
+
+#include <cstdlib>
+#include <cstring>
+
+#include "entry/session_record.h"
+#include "fuzz/fuzz_input.h"
+#include "hosts/substitute_host/host_state.h"
+#include "hosts/substitute_host/substitute_host.h"
+#include "hosts/substitute_host/suites/handle_suite.h"
+#include "platform/none/none_script.h"
+#include "tests/support/host_pictures.h"
+
+// Another block of the host's with bytes of the old one, the fuzzer's scattered over it.
+static Handle otherBlock(FuzzInput* input, Handle old, int32_t fullSize) {
+  constexpr int32_t kPlaces = 24;
+  // A size of 0 would say that the host cannot tell.
+  const int32_t kept =
+      take<uint8_t>(input) & 1 ? fullSize : 1 + take<uint16_t>(input) % (fullSize + 9);
+  const Handle handle = newHostHandle(kept);
+  auto* bytes = static_cast<uint8_t*>(*handle);
+  std::memset(bytes, take<uint8_t>(input), static_cast<size_t>(kept));
+  if (old != nullptr && take<uint8_t>(input) & 1) {
+    const HandleBlock& block = host().handles.at(old);
+    std::memcpy(bytes, *old, static_cast<size_t>(std::min(kept, block.size)));
+  }
+  for (int32_t i = 0; i < kPlaces && input->left > 0 && kept > 8; ++i) {
+    const int32_t at = take<uint16_t>(input) % (kept - 8);
+    const auto word = take<uint64_t>(input);
+    std::memcpy(bytes + at, &word, sizeof(word));
+  }
+  return handle;
+}
+
+// The mark of this load would make a stranger's pointers honest ones.
+static void unmark(Handle settings) {
+  const HandleBlock& block = host().handles.at(settings);
+  const auto at = static_cast<int32_t>(offsetof(EffectSettings, loadMark));
+  auto* bytes = static_cast<uint8_t*>(*settings);
+  for (int32_t i = at; i < at + static_cast<int32_t>(sizeof(EffectSettings::loadMark)); ++i) {
+    if (i < block.size) bytes[i] = 0x5A;
+  }
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
+  FuzzInput input = {bytes, count};
+  resetNone();
+  HostSwitches switches;
+  switches.keepsLog = false;
+  openHost(switches, testPicture(27, 19, take<uint8_t>(&input) & 1 ? 3 : 1), testMask(27, 19));
+  if (take<uint8_t>(&input) & 1) repeatFilter();
+  const Handle oldSettings = hostRecord()->parameters;
+  const Handle settings = otherBlock(&input, oldSettings, sizeof(EffectSettings));
+  unmark(settings);
+  hostRecord()->parameters = settings;
+  if (take<uint8_t>(&input) & 1) {
+    auto old = reinterpret_cast<Handle>(host().dataSlot);
+    host().dataSlot = reinterpret_cast<intptr_t>(otherBlock(&input, old, sizeof(SessionRecord)));
+  }
+  repeatFilter();
+  const int16_t second = repeatFilter();
+  if (second != 0 && second != 1) std::abort();
+  if (hostLedger().misuses != 0 || hostLedger().buffers != 0) std::abort();
+  closeHost();
+  return 0;
+}
