@@ -8,7 +8,7 @@
 #include "hosts/gimp/layer_pictures.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_names.h"
-#include "hosts/process/own_library.h"
+#include "hosts/process/libraries/own_library.h"
 #include "hosts/window_commands/dialog_call.h"
 #include "platform/user_files.h"
 
