@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QStandardPaths>
 #include <map>
 
 #include "tests/gimp/gimp_session.h"
@@ -55,6 +56,12 @@ class GimpPlugIn : public testing::Test {
     static char* arguments[] = {name, nullptr};
     static QCoreApplication application(count, arguments);
     session = new GimpSession;
+  }
+  void SetUp() override {
+    for (const char* program : {"gimp-console-2.10", "vips"}) {
+      if (QStandardPaths::findExecutable(program).isEmpty())
+        GTEST_SKIP() << program << " is missing";
+    }
   }
   static void TearDownTestSuite() {
     delete session;
