@@ -9,7 +9,7 @@ root=$base.try
 
 if [[ ! -d $base/usr ]]; then
   bash "$(dirname "${BASH_SOURCE[0]}")/install_packages.sh" debootstrap
-  debootstrap --variant=minbase bookworm "$base" http://deb.debian.org/debian >/dev/null
+  debootstrap --variant=minbase bookworm "$base" >/dev/null
 fi
 rm -rf "$root"
 cp -a "$base" "$root"
