@@ -2,11 +2,13 @@
 
 #include <cstdio>
 
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
+#include "pictures/scaled_pictures.h"
 #include "platform/dialog_text.h"
-#include "platform/resource_access.h"
 
-constexpr int32_t kFocusInset = 4;  // pixels
+// Pixels at 100 percent.
+constexpr int32_t kFocusInset = 4;
 constexpr int32_t kTextHeight = 16;
 
 static Rectangle inset(const Rectangle& rect, int32_t by) {
@@ -31,29 +33,30 @@ void drawButtonFrame(Canvas* canvas, const Rectangle& rect, const ItemState& sta
   Rectangle sides = sidesOf(rect);
   if (state.disabled) {
     drawBevel(canvas, sides, kDisabledText, kDisabledText);
-    return fillSides(canvas, inset(sides, 1), kButtonFace);
+    return fillSides(canvas, inset(sides, pen()), kButtonFace);
   }
   if (state.focused) {
     drawBevel(canvas, sides, kBlack, kBlack);
-    sides = inset(sides, 1);
+    sides = inset(sides, pen());
   }
   const bool pressed = state.pressed;
   drawBevel(canvas, sides, pressed ? kBlack : kLightBevel, kBlack);
-  sides = inset(sides, 1);
+  sides = inset(sides, pen());
   drawBevel(canvas, sides, pressed ? kDarkBevel : kWhite, kDarkBevel);
-  fillSides(canvas, inset(sides, 1), kButtonFace);
+  fillSides(canvas, inset(sides, pen()), kButtonFace);
 }
 
 static void drawFocus(Canvas* canvas, const Rectangle& rect, const ItemState& state) {
-  if (state.focused) drawFocusFrame(canvas, inset(rect, kFocusInset));
+  if (state.focused) drawFocusFrame(canvas, inset(rect, scaled(kFocusInset)));
 }
 
 static void drawCentredText(Canvas* canvas, const Rectangle& rect, const char* text, bool pressed,
                             Rgb8 colour) {
-  const int32_t shift = pressed ? 1 : 0;
+  const int32_t shift = pressed ? pen() : 0;
   const int32_t height = rect.bottom - rect.top;
-  const int32_t x = rect.left + shift + 1 + (rect.right - rect.left - textWidth(text)) / 2;
-  const int32_t y = rect.top + shift + (height - kTextHeight) / 2 + 2 - 1;
+  const int32_t width = textWidth(text, dialogScale());
+  const int32_t x = rect.left + shift + pen() + (rect.right - rect.left - width) / 2;
+  const int32_t y = rect.top + shift + (height - scaled(kTextHeight)) / 2 + pen();
   drawText(canvas, text, x, y, colour);
 }
 
@@ -71,8 +74,8 @@ void drawPictureButton(DialogState* dialog, int32_t id, const ItemState& state) 
   const Rectangle rect = controlRect(id);
   drawButtonFrame(&dialog->canvas, rect, state);
   ResourcePicture picture;
-  if (findResourcePicture(buttonBitmap(id), &picture)) {
-    const int32_t shift = state.pressed ? 1 : 0;
+  if (findScaledPicture(buttonBitmap(id), dialogScale(), &picture)) {
+    const int32_t shift = state.pressed ? pen() : 0;
     const int32_t x = rect.left + (rect.right - rect.left + 1 - picture.width) / 2 + shift;
     const int32_t y = rect.top + (rect.bottom - rect.top + 1 - picture.height) / 2 + shift;
     drawResource(&dialog->canvas, buttonBitmap(id), x, y);
@@ -87,7 +90,7 @@ void drawColourButton(DialogState* dialog, int32_t id, const Color16& colour,
   const Rgb8 shown = {static_cast<uint8_t>(colour.red >> 8),
                       static_cast<uint8_t>(colour.green >> 8),
                       static_cast<uint8_t>(colour.blue >> 8)};
-  fillSides(&dialog->canvas, inset(sidesOf(rect), state.focused ? 3 : 2), shown);
+  fillSides(&dialog->canvas, inset(sidesOf(rect), (state.focused ? 3 : 2) * pen()), shown);
   drawFocus(&dialog->canvas, rect, state);
 }
 

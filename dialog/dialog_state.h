@@ -20,6 +20,7 @@ struct DialogState {
   SessionRecord* session;
   Window* window;
   Canvas canvas;
+  WindowControl controls[kControlIds];  // as they stand at the scale
   bool shown;  // initialised; from then on drawing is presented
 
   // By control id.

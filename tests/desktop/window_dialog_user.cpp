@@ -19,6 +19,7 @@
 #include <map>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "platform/desktop/popup_qt.h"
 #include "platform/unix/program_session.h"
 #include "platform/user_files.h"
@@ -133,7 +134,8 @@ bool DialogUser::hasPopup() {
 static QPoint fromPopup(const WindowUser& user, Point point) {
   const QWidget* popup = QApplication::activePopupWidget();
   if (popup == nullptr) return placeOf(point);  // gone with the press
-  const QPoint inside = placeOf(point) + QPoint(kPopupFrame, kPopupFrame);
+  const int frame = kPopupFrame * pen();
+  const QPoint inside = placeOf(point) + QPoint(frame, frame);
   return user.window()->mapFromGlobal(popup->mapToGlobal(inside));
 }
 
@@ -170,10 +172,12 @@ static WindowPicture grabbed(QWidget* widget) {
 
 // As wide as the rows, beside which only their ground goes on.
 static WindowPicture withoutFrame(const WindowPicture& whole) {
-  WindowPicture rows = {whole.width - 10, whole.height - 8, {}};
+  WindowPicture rows = {whole.width - scaled(kPopupRoomAcross),
+                        whole.height - scaled(kPopupRoomDown),
+                        {}};
+  const int frame = kPopupFrame * pen();
   for (int y = 0; y < rows.height; ++y) {
-    const auto row =
-        whole.rgb.begin() + 3 * ((y + kPopupFrame) * int64_t{whole.width} + kPopupFrame);
+    const auto row = whole.rgb.begin() + 3 * ((y + frame) * int64_t{whole.width} + frame);
     rows.rgb.insert(rows.rgb.end(), row, row + 3 * rows.width);
   }
   return rows;

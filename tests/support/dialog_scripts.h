@@ -12,7 +12,7 @@ struct DialogScript {
   void (*run)();
 };
 
-// Begins with nothing remembered and a clock that stands.
+// Begins with nothing remembered and a clock that stands, at the scale that MORVALIS_SCALE names.
 void runScript(const DialogScript& script);
 
 const std::vector<DialogScript>& dialogScripts();

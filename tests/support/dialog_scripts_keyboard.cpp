@@ -252,7 +252,7 @@ static void menusThatStay() {
     const auto open = [&](int32_t later) {
       user.press(press);
       user.wait(later);
-      user.releaseOverPopup(at(press.h + 3, press.v - 2));
+      user.releaseOverPopup(shifted(press, 3, -2));
       return user.hasPopup();
     };
     EXPECT_FALSE(open(301)) << "held too long";
@@ -272,7 +272,7 @@ static void menusThatStay() {
     user.popupRelease(at(-30, 10));
     EXPECT_EQ(settingOf("shape"), 2);
     user.press(press);
-    user.releaseOverPopup(at(press.h + 4, press.v));
+    user.releaseOverPopup(shifted(press, 4, 0));
     EXPECT_FALSE(user.hasPopup()) << "too far away";
     ASSERT_TRUE(open(0));
     user.key(WindowKey::end);
