@@ -27,8 +27,7 @@ Rectangle scaled(const Rectangle& rect) {
   return scaledRect(rect, openScale);
 }
 
-// What the variable says; 0 for anything that is no scale.
-static int32_t wantedScale() {
+int32_t wantedScale() {
   const char* text = std::getenv("MORVALIS_SCALE");
   if (text == nullptr || *text < '0' || *text > '9') return 0;
   char* end = nullptr;

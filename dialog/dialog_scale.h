@@ -17,6 +17,9 @@ int32_t scaled(int32_t length);
 int32_t pen();
 Rectangle scaled(const Rectangle& rect);
 
+// What MORVALIS_SCALE says; 0 for anything that is no scale.
+int32_t wantedScale();
+
 // The scale for a window of this size at 100 percent: what MORVALIS_SCALE asks for, else what the
 // system shows the owner's neighbours at, made smaller until the screen has room.
 int32_t chooseScale(void* ownerWindow, int32_t width, int32_t height);

@@ -9,7 +9,7 @@
 #include "dialog/dialog_scale.h"
 #include "platform/desktop/window_record_qt.h"
 
-constexpr QPointF kOutside(-1000, -1000);
+constexpr Point kOutside = {-1000, -1000};
 
 // From the outside in: left and top, right and bottom.
 constexpr QRgb kFrameColors[kPopupFrame][2] = {
@@ -68,8 +68,11 @@ void Popup::end() {
 }
 
 void Popup::letGoOutside() {
-  sendEvent(&window_, pointerIn(window_, WindowEventKind::mouseMove, kOutside));
-  sendEvent(&window_, pointerIn(window_, WindowEventKind::buttonUp, kOutside));
+  for (const WindowEventKind kind : {WindowEventKind::mouseMove, WindowEventKind::buttonUp}) {
+    WindowEvent event = eventOf(kind);
+    event.point = kOutside;
+    sendEvent(&window_, event);
+  }
   end();
 }
 

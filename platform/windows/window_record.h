@@ -70,6 +70,9 @@ void showSurface(const Window* window, HDC context, const RECT& part, POINT orig
 // Asks for the drawing of a button in a state.
 void sendDrawItem(Window* window, int32_t id, const ItemState& state);
 
+// A picture of the template, which shows itself.
+bool showsBitmap(HWND item);
+
 // Lets an open pop-up go outside its rows, so that whoever opened it frees what it holds.
 void dismissPopup(Window* owner);
 

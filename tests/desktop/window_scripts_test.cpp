@@ -12,12 +12,14 @@
 
 class QtDialogScripts : public ::testing::TestWithParam<DialogScript> {};
 
-static std::vector<std::string> recordedWithoutScreen(const std::string& script) {
+static std::vector<std::string> recordedWithoutScreen(const std::string& script,
+                                                      int32_t scale = 100) {
   const QTemporaryDir folder;
   const QString path = folder.filePath("recording");
   QProcess tests;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.insert("MORVALIS_RECORDING", path);
+  environment.insert("MORVALIS_SCALE", QString::number(scale));
   tests.setProcessEnvironment(environment);
   tests.start(MORVALIS_CORE_TESTS,
               {QString::fromStdString("--gtest_filter=None/DialogScripts.Plays/" + script)});
@@ -30,10 +32,8 @@ static std::vector<std::string> recordedWithoutScreen(const std::string& script)
   return lines;
 }
 
-TEST_P(QtDialogScripts, SameAsWithoutScreen) {
-  runScript(GetParam());
-  const std::vector<std::string> lines = recordedLines();
-  const std::vector<std::string> wanted = recordedWithoutScreen(GetParam().name);
+static void expectSame(const std::vector<std::string>& lines,
+                       const std::vector<std::string>& wanted) {
   ASSERT_EQ(lines.size(), wanted.size());
   int32_t differences = 0;
   for (size_t i = 0; i < lines.size() && differences < 20; ++i) {
@@ -42,5 +42,21 @@ TEST_P(QtDialogScripts, SameAsWithoutScreen) {
   }
 }
 
+TEST_P(QtDialogScripts, SameAsWithoutScreen) {
+  runScript(GetParam());
+  expectSame(recordedLines(), recordedWithoutScreen(GetParam().name));
+}
+
 INSTANTIATE_TEST_SUITE_P(Qt, QtDialogScripts, ::testing::ValuesIn(dialogScripts()),
                          [](const auto& instance) { return std::string(instance.param.name); });
+
+class QtScaledScripts : public ::testing::TestWithParam<ScaledScript> {};
+
+TEST_P(QtScaledScripts, SameAsWithoutScreen) {
+  runScript(GetParam());
+  const std::vector<std::string> lines = recordedLines();
+  expectSame(lines, recordedWithoutScreen(GetParam().script.name, GetParam().scale));
+}
+
+INSTANTIATE_TEST_SUITE_P(Qt, QtScaledScripts, ::testing::ValuesIn(scaledScripts()),
+                         [](const auto& instance) { return nameOf(instance.param); });

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/focus.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_runs.h"
@@ -77,7 +78,7 @@ static void slidersByKey() {
 }
 
 static void padsByKey() {
-  runDialog(displayingHost(), testPicture(600, 400, 3), {}, [](DialogUser& user) {
+  runDialog(displayingHost(), testPicture(scaled(600), scaled(400), 3), {}, [](DialogUser& user) {
     tabTo(user, kLight2Pad);
     user.click(at(146 + 43 + 11, 283 + 41 + 3));
     user.key(WindowKey::right);
