@@ -50,13 +50,15 @@ static void drawFocus(Canvas* canvas, const Rectangle& rect, const ItemState& st
   if (state.focused) drawFocusFrame(canvas, inset(rect, scaled(kFocusInset)));
 }
 
-static void drawCentredText(Canvas* canvas, const Rectangle& rect, const char* text, bool pressed,
+static void drawCentredText(Canvas* canvas, int32_t id, const char* text, bool pressed,
                             Rgb8 colour) {
+  const Rectangle area = tableRect(id);
+  const Rectangle rect = scaled(area);
   const int32_t shift = pressed ? pen() : 0;
-  const int32_t height = rect.bottom - rect.top;
+  const int32_t height = area.bottom - area.top;
   const int32_t width = textWidth(text, dialogScale());
   const int32_t x = rect.left + shift + pen() + (rect.right - rect.left - width) / 2;
-  const int32_t y = rect.top + shift + (height - scaled(kTextHeight)) / 2 + pen();
+  const int32_t y = rect.top + shift + scaled((height - kTextHeight) / 2 + 2 - 1);
   drawText(canvas, text, x, y, colour);
 }
 
@@ -65,7 +67,7 @@ void drawTextButton(DialogState* dialog, int32_t id, const char* text, const Ite
   ItemState shown = state;
   shown.disabled |= dialog->session->dialog.controlEnabled[id] != 1;
   drawButtonFrame(&dialog->canvas, rect, shown);
-  drawCentredText(&dialog->canvas, rect, text, shown.pressed,
+  drawCentredText(&dialog->canvas, id, text, shown.pressed,
                   shown.disabled ? kDisabledText : kBlack);
   drawFocus(&dialog->canvas, rect, shown);
 }
@@ -100,6 +102,6 @@ void drawZoomPercentage(DialogState* dialog, const ItemState& state) {
   const int32_t scale = settingsOf(dialog)->previewScale;
   char text[16];
   std::snprintf(text, sizeof(text), "%d%%", 100 / (scale < 1 ? 1 : scale));
-  drawCentredText(&dialog->canvas, rect, text, /*pressed=*/false, kBlack);
+  drawCentredText(&dialog->canvas, kZoomButton, text, /*pressed=*/false, kBlack);
   if (state.focused) drawFocusFrame(&dialog->canvas, rect);
 }

@@ -24,16 +24,19 @@ constexpr int32_t kValueGap = 3;  // rows at the bottom of a value area left alo
 constexpr int32_t kAutoPreviewFaces[4] = {237, 238, 234, 236};
 constexpr int32_t kCausticFaces[4] = {148, 150, 149, 151};
 
-static void drawTextIn(DialogState* dialog, const Rectangle& rect, const char* text, int32_t dy,
-                       Rgb8 colour) {
-  const int32_t height = rect.bottom - scaled(2) - rect.top;
-  const int32_t y = rect.top + scaled(dy) + (height - scaled(kTextHeight)) / 2;
-  drawText(&dialog->canvas, text, rect.right - textWidth(text, dialogScale()), y, colour);
+// At the right of an area of so many pixels at 100 percent, `gap` before its end.
+static void drawTextIn(DialogState* dialog, const Rectangle& area, const char* text, int32_t dy,
+                       int32_t gap, Rgb8 colour) {
+  const Rectangle rect = scaled(area);
+  const int32_t height = area.bottom - 2 - area.top;
+  const int32_t y = rect.top + scaled(dy + (height - kTextHeight) / 2);
+  const int32_t right = rect.right - scaled(gap);
+  drawText(&dialog->canvas, text, right - textWidth(text, dialogScale()), y, colour);
 }
 
 static void drawControlText(DialogState* dialog, int32_t id, const char* text, int32_t dy,
                             Rgb8 colour) {
-  drawTextIn(dialog, controlRect(id), text, dy, colour);
+  drawTextIn(dialog, tableRect(id), text, dy, /*gap=*/0, colour);
 }
 
 void drawLabel(DialogState* dialog, int32_t id) {
@@ -67,9 +70,8 @@ static void tellValue(DialogState* dialog, const Slider& slider) {
 // What is typed stands where the number will, with the caret behind it.
 static void drawTyped(DialogState* dialog, const Rectangle& ground) {
   fillArea(&dialog->canvas, ground, kWhite);
-  Rectangle text = controlRect(findSlider(dialog->typed.slider)->valueArea);
-  text.right = static_cast<int16_t>(text.right - scaled(kCaretSpace));
-  drawTextIn(dialog, text, dialog->typed.text, -1, kBlack);
+  const Rectangle area = tableRect(findSlider(dialog->typed.slider)->valueArea);
+  drawTextIn(dialog, area, dialog->typed.text, -1, kCaretSpace, kBlack);
   Rectangle caret = ground;
   caret.left = static_cast<int16_t>(ground.right - pen());
   fillArea(&dialog->canvas, caret, kBlack);
