@@ -19,6 +19,8 @@ static int32_t fineSide() {
   return scaledLength(kSide, drawnScale()) * finer();
 }
 
+constexpr int32_t kPlainFineSide = 4 * kSide;
+
 // Fine pixels, of lengths that are given in units.
 static double fine(double units) {
   return units * fineSide() / kSide;
@@ -26,7 +28,7 @@ static double fine(double units) {
 
 // The same of lengths that are given for the plain scale, in its fine pixels.
 static int32_t fineRadius(int32_t pixels) {
-  return radiusFor(pixels * fineSide() / (4 * kSide));
+  return radiusFor(pixels * fineSide() / kPlainFineSide);
 }
 
 // --- Shapes ---------------------------------------------------------------------------------
@@ -142,8 +144,7 @@ Picture drawTexturePicture(int32_t textureChoice) {
 // --- Blend modes ----------------------------------------------------------------------------
 
 // Light above, dark below, warm on the left and cool on the right: what a mode does to each shows.
-static Picture blendSource() {
-  const int32_t side = fineSide();
+static Picture blendSource(int32_t side) {
   Picture picture = newPicture(side, side, kPaper);
   for (int32_t y = 0; y < side; ++y) {
     for (int32_t x = 0; x < side; ++x) {
@@ -158,28 +159,35 @@ static Picture blendSource() {
 }
 
 Picture drawBlendPicture(int32_t blendMode) {
+  // Tarnish looks for hollows of single pixels: larger ones would look different.
+  const bool isPlain = blendMode == kBlendModeTarnish;
+  const int32_t side = isPlain ? kPlainFineSide : fineSide();
+  const auto radius = [isPlain](int32_t pixels) { return isPlain ? pixels : fineRadius(pixels); };
   EffectSettings settings = goldSettings();
   settings.reflection = 70;
   settings.gloss = 30;
   settings.blendMode = blendMode;
   settings.shape = 4;
-  settings.radius = fineRadius(30);
+  settings.radius = radius(30);
   settings.height = 60;
   if (blendMode == kBlendModeTarnish) {
     settings.tarnish = 100;
     settings.shape = 9;
-    settings.radius = fineRadius(40);
+    settings.radius = radius(40);
     settings.height = 90;
   }
   if (blendMode == kBlendModeCaustic) {
     settings.glassiness = 100;
     settings.caustic = 100;
     settings.reflection = 0;
-    settings.radius = fineRadius(50);
+    settings.radius = radius(50);
     settings.height = 40;
   }
-  const Picture source = blendSource();
-  const std::vector<uint8_t> coverage = coverageOf(
-      discShape(fineSide() / 2.0, fineSide() / 2.0, fine(12.5)), fineSide(), fineSide(), kSamples);
-  return reducedPicture(renderedPicture(source, coverage, settings), finer());
+  const std::vector<uint8_t> coverage =
+      coverageOf(discShape(side / 2.0, side / 2.0, 12.5 * side / kSide), side, side, kSamples);
+  const Picture rendered = renderedPicture(blendSource(side), coverage, settings);
+  if (!isPlain) return reducedPicture(rendered, finer());
+  const int32_t shown = scaledLength(kSide, drawnScale());
+  return drawnScale() == kPlainScale ? reducedPicture(rendered, 4)
+                                     : resampledPicture(rendered, shown, shown);
 }

@@ -186,6 +186,20 @@ Picture drawCausticTrack() {
   });
 }
 
+// Of the films by percent the colours by slope: the nearest one, or between them where the steps
+// would be seen.
+static Rgb colourOfFilm(const std::vector<std::vector<Rgb>>& films, double percent, double slope) {
+  const auto row = static_cast<size_t>(slope);
+  if (drawnScale() == 100) return films[static_cast<size_t>(percent + 0.5)][row];
+  const auto column = static_cast<size_t>(percent);
+  const size_t nextColumn = std::min(column + 1, films.size() - 1);
+  const size_t nextRow = std::min(row + 1, films[column].size() - 1);
+  const double down = slope - static_cast<double>(row);
+  return mixed(mixed(films[column][row], films[column][nextRow], down),
+               mixed(films[nextColumn][row], films[nextColumn][nextRow], down),
+               percent - static_cast<double>(column));
+}
+
 // A column of the track is a slope that falls away from the middle, seen through the film.
 static Picture drawFilmTrack(int32_t (*iridescenceAt)(int32_t percent),
                              int32_t (*iriColorsAt)(int32_t percent)) {
@@ -195,10 +209,9 @@ static Picture drawFilmTrack(int32_t (*iridescenceAt)(int32_t percent),
     films.push_back(filmColours(iridescenceAt(percent), iriColorsAt(percent)));
   }
   return drawTrack(kTrackWidth, [&films](const Place& place) {
-    const auto percent = static_cast<size_t>(place.along * 100 + 0.5);
-    const std::vector<Rgb>& film = films[percent];
-    const double slope = std::abs(place.across) * 0.55 * static_cast<double>(film.size() - 1);
-    return lit(film[static_cast<size_t>(slope)], -0.12 * place.across);
+    const double slope =
+        std::abs(place.across) * 0.55 * static_cast<double>(films.front().size() - 1);
+    return lit(colourOfFilm(films, place.along * 100, slope), -0.12 * place.across);
   });
 }
 
