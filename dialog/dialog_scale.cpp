@@ -42,7 +42,7 @@ static bool hasPictures(int32_t scale) {
   return scale == kPlainScale || findPicturePack(scale, &pack, &length);
 }
 
-static int32_t nearestScale(int32_t wanted) {
+int32_t nearestScale(int32_t wanted) {
   int32_t nearest = kPlainScale;
   for (const int32_t scale : kScales) {
     if (std::abs(scale - wanted) <= std::abs(nearest - wanted)) nearest = scale;

@@ -20,6 +20,9 @@ Rectangle scaled(const Rectangle& rect);
 // What MORVALIS_SCALE says; 0 for anything that is no scale.
 int32_t wantedScale();
 
+// The one of the scales that is nearest to a percentage.
+int32_t nearestScale(int32_t wanted);
+
 // The scale for a window of this size at 100 percent: what MORVALIS_SCALE asks for, else what the
 // system shows the owner's neighbours at, made smaller until the screen has room.
 int32_t chooseScale(void* ownerWindow, int32_t width, int32_t height);

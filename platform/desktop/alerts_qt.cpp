@@ -47,7 +47,9 @@ void showPlatformMessage(const char* caption, const char* text) {
   ++alertCount;
   if (!programHasWindows()) return reportMessage(caption, text);
   try {
-    QMessageBox(QMessageBox::Critical, QString::fromUtf8(caption), QString::fromUtf8(text)).exec();
+    QMessageBox box(QMessageBox::Critical, QString::fromUtf8(caption), QString::fromUtf8(text));
+    enlarge(&box);
+    box.exec();
   } catch (...) {
     reportMessage(caption, text);  // out of memory
   }
@@ -79,6 +81,7 @@ void showPlatformSheet(const char* caption, const SheetRow* rows, int32_t count)
     QMessageBox box(QMessageBox::NoIcon, QString::fromUtf8(caption), text + "</table>",
                     QMessageBox::Close, QApplication::activeModalWidget());
     box.setObjectName("sheet");
+    enlarge(&box);
     box.setTextFormat(Qt::RichText);
     box.exec();
   } catch (...) {

@@ -174,6 +174,11 @@ void ModalWindow::wheelEvent(QWheelEvent* event) {
 
 void ModalWindow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  // Whole units of Qt's may reach a little beyond the last pixel.
+  if (window_.ratio != 1) {
+    const QImage& shown = window_.pixels;
+    painter.fillRect(rect(), shown.pixelColor(shown.width() - 1, shown.height() - 1));
+  }
   paintPixels(window_, &painter);
 }
 

@@ -112,8 +112,11 @@ WindowEvent eventOf(WindowEventKind kind) {
   return event;
 }
 
+// Whole pixels come in divided by the ratio, and not quite whole when multiplied by it again.
 static int16_t coordinateOf(double position) {
-  return saturateToInt16(static_cast<int32_t>(std::floor(std::clamp(position, -1e6, 1e6))));
+  constexpr double kRounding = 1.0 / 64;
+  const double pixel = std::clamp(position + kRounding, -1e6, 1e6);
+  return saturateToInt16(static_cast<int32_t>(std::floor(pixel)));
 }
 
 WindowEvent pointerIn(const Window& window, WindowEventKind kind, const QPointF& position) {

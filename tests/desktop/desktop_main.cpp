@@ -9,14 +9,12 @@
 #include <QStyleHints>
 #include <QTemporaryDir>
 
-// Large enough for the dialog at every scale; MORVALIS_SCREEN_RATIO makes it a fine one.
+// Large enough for the dialog at every scale, whatever QT_SCALE_FACTOR makes of it.
 static void describeScreen(const QString& path) {
-  const QByteArray ratio = qgetenv("MORVALIS_SCREEN_RATIO");
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return;
   file.write("{\"screens\": [{\"name\": \"tests\", \"x\": 0, \"y\": 0, \"width\": 3200, "
-             "\"height\": 2400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": " +
-             (ratio.isEmpty() ? QByteArray("1") : ratio) + "}]}");
+             "\"height\": 2400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
 }
 
 int main(int argc, char** argv) {

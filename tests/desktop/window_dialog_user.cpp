@@ -31,8 +31,16 @@ struct DialogWindow {
   WindowUser user;
 };
 
-static QPoint placeOf(Point point) {
-  return {point.h, point.v};
+// Qt counts in units of the screen.
+static QPointF placeOf(Point point) {
+  return QPointF(point.h, point.v) / qApp->devicePixelRatio();
+}
+
+static QRect unitsOf(const Rectangle& rect) {
+  const double ratio = qApp->devicePixelRatio();
+  const QPoint first(qFloor(rect.left / ratio), qFloor(rect.top / ratio));
+  const QPoint behind(qCeil(rect.right / ratio), qCeil(rect.bottom / ratio));
+  return QRect(first, behind - QPoint(1, 1));
 }
 
 void DialogUser::press(Point point) {
@@ -69,7 +77,8 @@ void DialogUser::wheel(Point point, int32_t notches, bool shift) {
 
 void DialogUser::clickButton(int32_t id) {
   const Rectangle rect = controlRect(id);
-  window_->user.click(QPoint((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2));
+  window_->user.click(placeOf({static_cast<int16_t>((rect.top + rect.bottom) / 2),
+                               static_cast<int16_t>((rect.left + rect.right) / 2)}));
 }
 
 struct SystemKey {
@@ -131,11 +140,11 @@ bool DialogUser::hasPopup() {
 }
 
 // The events still come in at the window that the button was pressed in.
-static QPoint fromPopup(const WindowUser& user, Point point) {
+static QPointF fromPopup(const WindowUser& user, Point point) {
   const QWidget* popup = QApplication::activePopupWidget();
   if (popup == nullptr) return placeOf(point);  // gone with the press
-  const int frame = kPopupFrame * pen();
-  const QPoint inside = placeOf(point) + QPoint(frame, frame);
+  const auto frame = static_cast<int16_t>(kPopupFrame * pen());
+  const QPointF inside = placeOf(point) + placeOf({frame, frame});
   return user.window()->mapFromGlobal(popup->mapToGlobal(inside));
 }
 
@@ -203,8 +212,7 @@ bool DialogUser::showsHand() {
 
 std::string DialogUser::toolTip(int32_t id) {
   QWidget* window = window_->user.window();
-  const Rectangle rect = controlRect(id);
-  const QPoint at(rect.left + 1, rect.top + 1);
+  const QPoint at = unitsOf(controlRect(id)).topLeft() + QPoint(1, 1);
   QWidget* under = window->childAt(at);
   if (under == nullptr) under = window;
   QHelpEvent help(QEvent::ToolTip, under->mapFrom(window, at), window->mapToGlobal(at));
@@ -227,9 +235,8 @@ static const std::map<QAccessible::Role, const char*> kRoles = {
 
 // Where the control is in the accessibility tree; null when it is not.
 static QAccessibleInterface* findAccess(QWidget* window, int32_t id) {
-  const Rectangle r = controlRect(id);
-  const QRect place(window->mapToGlobal(QPoint(r.left, r.top)),
-                    QSize(r.right - r.left, r.bottom - r.top));
+  QRect place = unitsOf(controlRect(id));
+  place.moveTopLeft(window->mapToGlobal(place.topLeft()));
   QAccessibleInterface* root = QAccessible::queryAccessibleInterface(window);
   for (int i = 0; i < root->childCount(); ++i) {
     if (root->child(i)->rect() == place) return root->child(i);

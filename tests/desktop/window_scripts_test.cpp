@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <cmath>
+#include <utility>
 
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_scripts.h"
@@ -42,9 +45,15 @@ static void expectSame(const std::vector<std::string>& lines,
   }
 }
 
+// Of the screen that the test below asks for.
+static int32_t screenScale() {
+  return static_cast<int32_t>(std::lround(100 * qApp->devicePixelRatio()));
+}
+
 TEST_P(QtDialogScripts, SameAsWithoutScreen) {
-  runScript(GetParam());
-  expectSame(recordedLines(), recordedWithoutScreen(GetParam().name));
+  runScript(GetParam(), screenScale());
+  const std::vector<std::string> lines = recordedLines();
+  expectSame(lines, recordedWithoutScreen(GetParam().name, screenScale()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Qt, QtDialogScripts, ::testing::ValuesIn(dialogScripts()),
@@ -60,3 +69,24 @@ TEST_P(QtScaledScripts, SameAsWithoutScreen) {
 
 INSTANTIATE_TEST_SUITE_P(Qt, QtScaledScripts, ::testing::ValuesIn(scaledScripts()),
                          [](const auto& instance) { return nameOf(instance.param); });
+
+// On a fine screen the dialog is as large as on a plain one and shows every pixel of its own, and
+// the pointer goes by these.
+TEST(QtFineScreen, ShowsEveryPixel) {
+  const std::pair<const char*, const char*> screens[] = {
+      {"2", "*/PictureMenus:*/AboutBox:*/LightPads:*/Readings:*/ToolTips"},
+      {"1.5", "*/PictureMenus:*/ToolTips"}};
+  for (const auto& [ratio, scripts] : screens) {
+    QProcess tests;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_SCALE_FACTOR", ratio);
+    tests.setProcessEnvironment(environment);
+    tests.setProcessChannelMode(QProcess::MergedChannels);
+    tests.start(QCoreApplication::applicationFilePath(),
+                {QString("--gtest_filter=Qt/QtDialogScripts.") + scripts});
+    EXPECT_TRUE(tests.waitForFinished(200000));
+    const QString output = QString::fromUtf8(tests.readAllStandardOutput());
+    EXPECT_EQ(tests.exitCode(), 0) << output.toStdString();
+    EXPECT_TRUE(output.contains("[  PASSED  ]")) << output.toStdString();
+  }
+}

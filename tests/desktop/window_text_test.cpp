@@ -64,12 +64,14 @@ TEST(QtDialogTexts, ValuesAndPercentages) {
 
 // Every text fits its area.
 TEST(QtDialogTexts, LabelsFit) {
-  for (int32_t i = 0; i < kLabelCount; ++i) {
-    const Rectangle rect = controlRect(kLabels[i].id);
-    EXPECT_LE(textWidth(kLabels[i].text, 100), rect.right - rect.left) << kLabels[i].text;
-  }
-  for (const Slider& slider : kSliders) {
-    const Rectangle field = controlRect(slider.valueArea);
-    EXPECT_LE(textWidth(slider.minimum < 0 ? "-100" : "150", 100), field.right - field.left);
+  for (const int32_t scale : kScales) {
+    for (int32_t i = 0; i < kLabelCount; ++i) {
+      const Rectangle rect = scaledRect(tableRect(kLabels[i].id), scale);
+      EXPECT_LE(textWidth(kLabels[i].text, scale), rect.right - rect.left) << kLabels[i].text;
+    }
+    for (const Slider& slider : kSliders) {
+      const Rectangle field = scaledRect(tableRect(slider.valueArea), scale);
+      EXPECT_LE(textWidth(slider.minimum < 0 ? "-100" : "150", scale), field.right - field.left);
+    }
   }
 }

@@ -8,9 +8,10 @@
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_user.h"
 
-void runScript(const DialogScript& script) {
-  const char* scale = std::getenv("MORVALIS_SCALE");
-  setDialogScale(scale == nullptr ? kPlainScale : std::atoi(scale));  // for places before it opens
+void runScript(const DialogScript& script, int32_t scale) {
+  const char* named = std::getenv("MORVALIS_SCALE");
+  const int32_t wanted = named == nullptr ? kPlainScale : std::atoi(named);
+  setDialogScale(scale != 0 ? scale : wanted);  // for places before it opens
   resetDialogUser();
   beginRecording();
   script.run();

@@ -19,8 +19,9 @@ struct DialogScript {
   ScriptScales scales = ScriptScales::every;
 };
 
-// Begins with nothing remembered and a clock that stands, at the scale that MORVALIS_SCALE names.
-void runScript(const DialogScript& script);
+// Begins with nothing remembered and a clock that stands; the scale is the one that the dialog will
+// choose, 0: the one that MORVALIS_SCALE names.
+void runScript(const DialogScript& script, int32_t scale = 0);
 
 const std::vector<DialogScript>& dialogScripts();
 
