@@ -28,11 +28,10 @@ static const WindowTemplate kAboutBox = {"ABOUTBOX", "About Morvalis",   kWidth,
                                          kPlaces,    std::size(kPlaces), 0,      0};
 
 static bool onPicture(Point point) {
-  return std::any_of(std::begin(kPlaces), std::end(kPlaces),
-                     [point](const WindowControl& control) {
-                       const Rectangle rect = scaled(control.rect);
-                       return pointInRect(point, &rect);
-                     });
+  return std::any_of(std::begin(kPlaces), std::end(kPlaces), [point](const WindowControl& control) {
+    const Rectangle rect = scaled(control.rect);
+    return pointInRect(point, &rect);
+  });
 }
 
 static bool handleEvent(Window* window, const WindowEvent& event, void* context) {

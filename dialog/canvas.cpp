@@ -100,9 +100,9 @@ static void drawThinBevel(Canvas* canvas, const Rectangle& rect, Rgb8 topLeft, R
 
 void drawBevel(Canvas* canvas, const Rectangle& rect, Rgb8 topLeft, Rgb8 bottomRight) {
   for (int32_t i = 0; i < pen(); ++i) {
-    const Rectangle ring = {
-        static_cast<int16_t>(rect.top + i), static_cast<int16_t>(rect.left + i),
-        static_cast<int16_t>(rect.bottom - i), static_cast<int16_t>(rect.right - i)};
+    const Rectangle ring = {static_cast<int16_t>(rect.top + i), static_cast<int16_t>(rect.left + i),
+                            static_cast<int16_t>(rect.bottom - i),
+                            static_cast<int16_t>(rect.right - i)};
     drawThinBevel(canvas, ring, topLeft, bottomRight);
   }
 }
@@ -110,8 +110,8 @@ void drawBevel(Canvas* canvas, const Rectangle& rect, Rgb8 topLeft, Rgb8 bottomR
 void drawFocusFrame(Canvas* canvas, const Rectangle& rect) {
   const int32_t width = pen();
   const auto dot = [&](int32_t x, int32_t y) {
-    const int32_t place = rect.left / width + (x - rect.left) / width + rect.top / width +
-                          (y - rect.top) / width;
+    const int32_t place =
+        rect.left / width + (x - rect.left) / width + rect.top / width + (y - rect.top) / width;
     if ((place & 1) != 0 || !insideClip(canvas, x, y)) return;
     uint8_t* pixel = pixelOf(canvas, x, y);
     for (int32_t channel = 0; channel < 3; ++channel) pixel[channel] ^= 255;

@@ -1,6 +1,6 @@
-// canvas: drawing into the pixels of a window: lines, fills, pictures, text, each at the scale of the
-// dialog; places are pixels. Everything stays within the clip rectangle. A rectangle excludes its right and bottom sides, but for a bevel,
-// whose four sides are the pixels that it names.
+// canvas: drawing into the pixels of a window: lines, fills, pictures, text, each at the scale of
+// the dialog; places are pixels. Everything stays within the clip rectangle. A rectangle excludes
+// its right and bottom sides, but for a bevel, whose four sides are the pixels that it names.
 
 #pragma once
 

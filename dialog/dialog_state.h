@@ -21,7 +21,7 @@ struct DialogState {
   Window* window;
   Canvas canvas;
   WindowControl controls[kControlIds];  // as they stand at the scale
-  bool shown;  // initialised; from then on drawing is presented
+  bool shown;                           // initialised; from then on drawing is presented
 
   // By control id.
   int32_t controlValue[kControlIds];

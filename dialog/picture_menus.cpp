@@ -74,8 +74,7 @@ static const char* shownName(const MenuRow& row) {
 }
 
 static int32_t rowWidth(const MenuRow& row) {
-  return scaled(menuLook().checkMarkWidth + kRowPadding) +
-         textWidth(shownName(row), dialogScale());
+  return scaled(menuLook().checkMarkWidth + kRowPadding) + textWidth(shownName(row), dialogScale());
 }
 
 static int32_t settingOfPicker(const EffectSettings* settings, int32_t id) {
@@ -106,10 +105,10 @@ void drawPicker(DialogState* dialog, int32_t id) {
   const int32_t right = r.left + 2 * width + scaled(kPictureSide);  // of the picture
   const int32_t bottom = top + 2 * width + scaled(kPictureSide);
   drawBevel(canvas, {side(top), r.left, side(bottom - 1), side(right - 1)}, kBlack, kBlack);
-  drawBevel(canvas,
-            {side(top + width), side(r.left + width), side(bottom - 1 - width),
-             side(right - 1 - width)},
-            kWhite, kWhite);
+  drawBevel(
+      canvas,
+      {side(top + width), side(r.left + width), side(bottom - 1 - width), side(right - 1 - width)},
+      kWhite, kWhite);
   drawLine(canvas, right, top + 3 * width, right, bottom, kBlack);
   drawLine(canvas, right, bottom, r.left + 2 * width, bottom, kBlack);
   const int32_t value = settingOfPicker(settingsOf(dialog), id);
@@ -136,8 +135,8 @@ int32_t choiceFromCommand(DialogState* dialog, int32_t command) {
 
 // --- The pop-up -----------------------------------------------------------------------------
 
-// Pixels at 100 percent to the right of the rows, for names that a narrow check mark leaves too little room.
-// Pop-ups whose frame leaves them room show them.
+// Pixels at 100 percent to the right of the rows, for names that a narrow check mark leaves too
+// little room. Pop-ups whose frame leaves them room show them.
 constexpr int32_t kRoomBeside = 10;
 
 static void drawMenuRow(DialogState* dialog, int32_t index, const MenuRow& row, bool selected) {

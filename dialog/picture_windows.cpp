@@ -17,7 +17,7 @@
 #include "services/alerts.h"
 #include "services/choosers.h"
 
-constexpr int32_t kSampleSide = 64;  // pixels at 100 percent
+constexpr int32_t kSampleSide = 64;     // pixels at 100 percent
 constexpr int16_t kJustPressed = -999;  // horizontal part of lastMouse
 constexpr Rgb8 kNoTexture = {128, 128, 128};
 

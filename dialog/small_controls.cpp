@@ -12,7 +12,7 @@
 constexpr int32_t kThumb = 120;  // bitmaps
 constexpr int32_t kDisabledThumb = 241;
 // Pixels at 100 percent.
-constexpr int32_t kThumbSpace = 13;   // of the track that the thumb needs at its end
+constexpr int32_t kThumbSpace = 13;  // of the track that the thumb needs at its end
 constexpr int32_t kThumbHeight = 10;
 constexpr int32_t kPointerShift = 4;  // the pointer holds the thumb this far from its left
 constexpr int32_t kTextHeight = 14;

@@ -86,8 +86,8 @@ static int32_t roughly(int32_t difference, int32_t expected) {
 // The value, from how far it is from what was foretold; `news` is what another channel had.
 static uint8_t codeValue(BitCoder* coder, Model* model, int32_t channel, const Around& around,
                          int32_t expected, int32_t news, uint8_t value) {
-  const auto difference = static_cast<int8_t>(
-      static_cast<uint8_t>(coder->isRough ? roughly(value - expected, expected) : value - expected));
+  const auto difference = static_cast<int8_t>(static_cast<uint8_t>(
+      coder->isRough ? roughly(value - expected, expected) : value - expected));
   const int32_t folded = difference >= 0 ? 2 * difference : -2 * difference - 1;
   const int32_t told =
       codeNumber(coder, model->size[channel][activityAround(around)][activityOf(std::abs(news))],

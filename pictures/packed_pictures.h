@@ -1,5 +1,5 @@
-// packed_pictures: many pictures in few bytes: each pixel is foretold from those above and to the left
-// of it, and only what is news is kept, through an arithmetic coder that learns.
+// packed_pictures: many pictures in few bytes: each pixel is foretold from those above and to the
+// left of it, and only what is news is kept, through an arithmetic coder that learns.
 
 #pragma once
 
@@ -42,6 +42,6 @@ struct BitCoder {
 // Of 4096.
 constexpr int32_t kChanceBits = 12;
 
-// Goes through the pixels, which are read when the coder packs and written in any case, as they will
-// be unpacked. False without memory.
+// Goes through the pixels, which are read when the coder packs and written in any case, as they
+// will be unpacked. False without memory.
 bool codePicture(BitCoder* coder, int32_t width, int32_t height, uint8_t* rgb, uint8_t* coverage);

@@ -37,8 +37,7 @@ static bool unpackFrom(int32_t scale, int32_t id, ResourcePicture* picture) {
   if (!findPicturePack(scale, &pack, &length) || !findPackRow(pack, length, id, &row)) return false;
   const uint64_t pixels = static_cast<uint64_t>(row.width) * static_cast<uint32_t>(row.height);
   auto* rgb = static_cast<uint8_t*>(newModuleBlock(3 * pixels));
-  auto* coverage =
-      row.hasCoverage != 0 ? static_cast<uint8_t*>(newModuleBlock(pixels)) : nullptr;
+  auto* coverage = row.hasCoverage != 0 ? static_cast<uint8_t*>(newModuleBlock(pixels)) : nullptr;
   *picture = {row.width, row.height, rgb, coverage};
   const bool whole = rgb != nullptr && (row.hasCoverage == 0 || coverage != nullptr) &&
                      unpackPicture(pack, row, rgb, coverage);

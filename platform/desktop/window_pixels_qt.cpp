@@ -32,7 +32,8 @@ void paintPixels(const Window& window, QPainter* painter) {
   painter->save();
   painter->scale(1 / window.ratio, 1 / window.ratio);
   const double scale = painter->deviceTransform().m11();  // 1, but for rounding and other screens
-  painter->setRenderHint(QPainter::SmoothPixmapTransform, std::abs(scale - std::round(scale)) > 1e-6);
+  painter->setRenderHint(QPainter::SmoothPixmapTransform,
+                         std::abs(scale - std::round(scale)) > 1e-6);
   painter->drawImage(window.frame, window.frame, window.pixels);
   painter->restore();
 }

@@ -5,7 +5,7 @@
 #include "platform/none/window_record.h"
 
 constexpr Point kClientOrigin = {100, 80};  // on the screen
-constexpr int32_t kScreenHeight = 768;  // at 100 percent
+constexpr int32_t kScreenHeight = 768;      // at 100 percent
 constexpr MenuLook kMenuLook = {13, {0, 0, 128}, {255, 255, 255}};
 
 ScreenRoom screenRoom(void*) {

@@ -26,7 +26,8 @@ static void showIcon(HWND dialog) {
     if ((SendMessageA(item, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) == 0) continue;
     if ((GetWindowLongPtrA(item, GWL_STYLE) & SS_TYPEMASK) != SS_ICON) continue;
     alertIcon = scaledIcon(kAlertIcon, alertScale);
-    if (alertIcon != nullptr) SendMessageA(item, STM_SETICON, reinterpret_cast<WPARAM>(alertIcon), 0);
+    if (alertIcon != nullptr)
+      SendMessageA(item, STM_SETICON, reinterpret_cast<WPARAM>(alertIcon), 0);
   }
 }
 

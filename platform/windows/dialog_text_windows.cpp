@@ -12,8 +12,9 @@ constexpr char kFaceWithItsWidths[] = "Liberation Sans";
 
 // Without the colours at the edges that some screens get: coverage is one number a pixel.
 static HFONT makeFont(const char* face, DWORD pitch, int32_t scale) {
-  return CreateFontA(-scaledLength(kFontHeight, scale), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY, pitch, face);
+  return CreateFontA(-scaledLength(kFontHeight, scale), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
+                     DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
+                     pitch, face);
 }
 
 // Where the face is missing, the system would choose one of other widths, which text does not fit.
@@ -44,7 +45,8 @@ static bool renderText(const char* text, int32_t scale, Surface* surface, int32_
   *advance = size.cx;
   SelectObject(context, previous);
   DeleteDC(context);
-  const bool made = makeSurface(surface, size.cx + scaledLength(kOverhang, scale), textLineHeight(scale));
+  const bool made =
+      makeSurface(surface, size.cx + scaledLength(kOverhang, scale), textLineHeight(scale));
   if (made) {
     previous = SelectObject(surface->context, font);
     SetBkColor(surface->context, kPaper);

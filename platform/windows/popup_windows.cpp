@@ -96,8 +96,8 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
   }
   popup->handle =
       CreateWindowExA(0, kPopupClass, kPopupTitle, WS_POPUP | WS_DLGFRAME, screenOrigin.h,
-                      screenOrigin.v, width + scaled(kFrameWidth), height + scaled(kFrameHeight), owner->handle,
-                      nullptr, moduleInstance(), nullptr);
+                      screenOrigin.v, width + scaled(kFrameWidth), height + scaled(kFrameHeight),
+                      owner->handle, nullptr, moduleInstance(), nullptr);
   if (popup->handle == nullptr) {
     freePopup(popup);
     return nullptr;

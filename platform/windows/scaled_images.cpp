@@ -5,7 +5,8 @@
 
 constexpr int32_t kHotSpot = 8;  // of both hands, pixels at 100 percent
 
-// --- Icons and cursors --------------------------------------------------------------------------------
+// --- Icons and cursors
+// --------------------------------------------------------------------------------
 
 struct KeptCursor {
   WORD number;
@@ -65,8 +66,9 @@ HCURSOR scaledCursor(WORD number) {
     return row->cursor;
   }
   if (row->cursor != nullptr) DestroyCursor(row->cursor);
-  *row = {number, dialogScale(),
-          static_cast<HCURSOR>(makeImage(kCursorNumbers + number, dialogScale(), /*isIcon=*/false))};
+  *row = {
+      number, dialogScale(),
+      static_cast<HCURSOR>(makeImage(kCursorNumbers + number, dialogScale(), /*isIcon=*/false))};
   return row->cursor;
 }
 

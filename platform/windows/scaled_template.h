@@ -1,5 +1,5 @@
-// scaled_template: a dialog of the module's resources in larger letters, by which the system measures
-// everything in it.
+// scaled_template: a dialog of the module's resources in larger letters, by which the system
+// measures everything in it.
 
 #pragma once
 

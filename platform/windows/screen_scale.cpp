@@ -53,8 +53,8 @@ ScreenRoom screenRoom(void* ownerWindow) {
   const auto owner = static_cast<HWND>(ownerWindow);
   const RECT work = workArea(IsWindow(owner) ? owner : nullptr);
   const LONG across = work.right - work.left - 2 * GetSystemMetrics(SM_CXDLGFRAME);
-  const LONG down = work.bottom - work.top - 2 * GetSystemMetrics(SM_CYDLGFRAME) -
-                    GetSystemMetrics(SM_CYCAPTION);
+  const LONG down =
+      work.bottom - work.top - 2 * GetSystemMetrics(SM_CYDLGFRAME) - GetSystemMetrics(SM_CYCAPTION);
   return {kPlainScale * dotsOf(owner) / kPlainDots, static_cast<int32_t>(std::max<LONG>(across, 1)),
           static_cast<int32_t>(std::max<LONG>(down, 1))};
 }

@@ -45,8 +45,7 @@ static void verticalGroove(Picture* picture, int32_t x, int32_t top, int32_t bot
 static void sunkenFrame(Picture* picture, const Box& box) {
   const Box inner = pixelsOf(*picture, box);
   const int32_t pen = penOf(*picture);
-  framePixels(picture,
-              {inner.left - pen, inner.top - pen, inner.right + pen, inner.bottom + pen},
+  framePixels(picture, {inner.left - pen, inner.top - pen, inner.right + pen, inner.bottom + pen},
               kGrooveDark, kGrooveLight);
 }
 

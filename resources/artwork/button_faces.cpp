@@ -26,8 +26,7 @@ static void drawArrow(Picture* picture, bool downward) {
   const double tip = downward ? 11.2 : 1.8;
   const double base = downward ? 6.6 : 6.4;
   verticalLine(picture, 6, 2, 11, kGold);
-  const double middle =
-      (pixelOf(*picture, 6) + penOf(*picture) / 2.0) * 100 / picture->scale;
+  const double middle = (pixelOf(*picture, 6) + penOf(*picture) / 2.0) * 100 / picture->scale;
   fillShape(picture, polygonShape({{middle, tip}, {middle - 4.2, base}, {middle + 4.2, base}}),
             kGold);
 }

@@ -112,9 +112,8 @@ Picture drawLightHandle() {
   if (drawnScale() == 100) return drawPlainHandle();
   Picture picture = newScaledTransparentPicture(5, 5);
   fillShape(&picture, discShape(2.5, 2.5, 2.5), {20, 18, 14});
-  fillShape(&picture, discShape(2.5, 2.5, 1.65), [](double x, double y) {
-    return mixed(kLightGold, kGold, (x + y - 3) / 3);
-  });
+  fillShape(&picture, discShape(2.5, 2.5, 1.65),
+            [](double x, double y) { return mixed(kLightGold, kGold, (x + y - 3) / 3); });
   fillShape(&picture, discShape(1.9, 1.9, 0.6), kPaper);
   return picture;
 }

@@ -68,7 +68,8 @@ static fs::path fileOf(Writer* writer, const char* folder, int32_t number, const
 
 static void bitmap(Writer* writer, int32_t number, const std::string& name,
                    const Picture& picture) {
-  if (drawnScale() != kPlainScale) return writer->pack.push_back({number, picture, writer->isRough});
+  if (drawnScale() != kPlainScale)
+    return writer->pack.push_back({number, picture, writer->isRough});
   writeBitmap(fileOf(writer, "bitmaps", number, name, ".bmp"), picture);
 }
 

@@ -49,8 +49,7 @@ static Picture litDisc(int32_t shape) {
   const Picture source = newPicture(fineSide(), fineSide(), {188, 150, 74});
   const double centre = fineSide() / 2.0;
   const std::vector<uint8_t> coverage =
-      coverageOf(
-      discShape(centre, centre, fine(kHalfDisc)), fineSide(), fineSide(), kSamples);
+      coverageOf(discShape(centre, centre, fine(kHalfDisc)), fineSide(), fineSide(), kSamples);
   return reducedPicture(renderedPicture(source, coverage, settings), finer());
 }
 
@@ -131,8 +130,8 @@ Picture drawTexturePicture(int32_t textureChoice) {
   const Picture part = croppedPicture(texture, {64, 64, 64 + side, 64 + side});
   const Picture plain = reducedPicture(part, finer);
   Picture picture = newScaledPicture(kSide, kSide, kPanel);
-  picture.rgb = drawnScale() == 100 ? plain.rgb
-                                    : resampledPicture(part, picture.width, picture.height).rgb;
+  picture.rgb =
+      drawnScale() == 100 ? plain.rgb : resampledPicture(part, picture.width, picture.height).rgb;
   raiseContrast(&picture, plain);
   // The smooth surface would vanish on the menu's grey.
   if (textureChoice == kTextureChoiceNone) {

@@ -119,8 +119,8 @@ static int32_t endOf(const Picture& picture, int32_t unit) {
 
 void horizontalLine(Picture* picture, int32_t left, int32_t right, int32_t y, Rgb colour) {
   const int32_t top = pixelOf(*picture, y);
-  fillPixels(picture,
-             {pixelOf(*picture, left), top, endOf(*picture, right), top + penOf(*picture)}, colour);
+  fillPixels(picture, {pixelOf(*picture, left), top, endOf(*picture, right), top + penOf(*picture)},
+             colour);
 }
 
 void verticalLine(Picture* picture, int32_t x, int32_t top, int32_t bottom, Rgb colour) {

@@ -76,8 +76,7 @@ static std::vector<Shape> strokesOf(const SmallLetter& letter, double x, double 
         const int32_t right = step[1];
         if (!isInk(letter, row + down, column + right)) continue;
         const bool corner = down != 0 && right != 0;
-        if (corner &&
-            (isInk(letter, row, column + right) || isInk(letter, row + down, column))) {
+        if (corner && (isInk(letter, row, column + right) || isInk(letter, row + down, column))) {
           continue;
         }
         strokes.push_back(lineShape(fromX, fromY, fromX + right, fromY + down, kHalfStroke));

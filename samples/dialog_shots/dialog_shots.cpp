@@ -141,8 +141,9 @@ static void shootOtherWindows(const Folders& folders) {
 static void describeScreen(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) failOnFile(path.toStdString(), "cannot be written");
-  file.write("{\"screens\": [{\"name\": \"shots\", \"x\": 0, \"y\": 0, \"width\": 3200, "
-             "\"height\": 2400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
+  file.write(
+      "{\"screens\": [{\"name\": \"shots\", \"x\": 0, \"y\": 0, \"width\": 3200, "
+      "\"height\": 2400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
 }
 
 int main(int argc, char** argv) {

@@ -20,7 +20,8 @@
 #include "platform/window.h"
 
 static std::vector<uint8_t> coverageOf(const char* text) {
-  std::vector<uint8_t> coverage(static_cast<size_t>(textWidth(text, 100)) * kTextLineHeight + 1, 99);
+  std::vector<uint8_t> coverage(static_cast<size_t>(textWidth(text, 100)) * kTextLineHeight + 1,
+                                99);
   drawTextCoverage(text, 100, coverage.data());
   EXPECT_EQ(coverage.back(), 99) << "writes no further than its picture";
   coverage.pop_back();

@@ -13,8 +13,9 @@
 static void describeScreen(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return;
-  file.write("{\"screens\": [{\"name\": \"tests\", \"x\": 0, \"y\": 0, \"width\": 3200, "
-             "\"height\": 2400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
+  file.write(
+      "{\"screens\": [{\"name\": \"tests\", \"x\": 0, \"y\": 0, \"width\": 3200, "
+      "\"height\": 2400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
 }
 
 int main(int argc, char** argv) {

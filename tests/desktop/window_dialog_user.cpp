@@ -181,9 +181,8 @@ static WindowPicture grabbed(QWidget* widget) {
 
 // As wide as the rows, beside which only their ground goes on.
 static WindowPicture withoutFrame(const WindowPicture& whole) {
-  WindowPicture rows = {whole.width - scaled(kPopupRoomAcross),
-                        whole.height - scaled(kPopupRoomDown),
-                        {}};
+  WindowPicture rows = {
+      whole.width - scaled(kPopupRoomAcross), whole.height - scaled(kPopupRoomDown), {}};
   const int frame = kPopupFrame * pen();
   for (int y = 0; y < rows.height; ++y) {
     const auto row = whole.rgb.begin() + 3 * ((y + frame) * int64_t{whole.width} + frame);

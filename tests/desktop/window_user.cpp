@@ -73,7 +73,8 @@ void WindowUser::doubleClick(QPointF at) {
     QStyleHints* hints = QGuiApplication::styleHints();
     const int interval = hints->mouseDoubleClickInterval();
     hints->setMouseDoubleClickInterval(2000);
-    runXdotool(moveTo(window_->mapToGlobal(at).toPoint()) + QStringList{"click", "--repeat", "2", "1"});
+    runXdotool(moveTo(window_->mapToGlobal(at).toPoint()) +
+               QStringList{"click", "--repeat", "2", "1"});
     hints->setMouseDoubleClickInterval(interval);
     return;
   }

@@ -344,10 +344,15 @@ static void reopening() {
 
 const std::vector<DialogScript>& controlScripts() {
   static const std::vector<DialogScript> scripts = {
-      {"Sliders", sliders, ScriptScales::whole},           {"BelowTheMinimum", belowTheMinimum},
-      {"Toggles", toggles},           {"WithoutAutoPreview", withoutAutoPreview, ScriptScales::whole},
-      {"LightPads", lightPads, ScriptScales::whole},       {"BehindTheSurface", behindTheSurface},
-      {"PictureMenus", pictureMenus}, {"Cancelling", cancelling},
-      {"Confirming", confirming},     {"Reopening", reopening}};
+      {"Sliders", sliders, ScriptScales::whole},
+      {"BelowTheMinimum", belowTheMinimum},
+      {"Toggles", toggles},
+      {"WithoutAutoPreview", withoutAutoPreview, ScriptScales::whole},
+      {"LightPads", lightPads, ScriptScales::whole},
+      {"BehindTheSurface", behindTheSurface},
+      {"PictureMenus", pictureMenus},
+      {"Cancelling", cancelling},
+      {"Confirming", confirming},
+      {"Reopening", reopening}};
   return scripts;
 }

@@ -327,22 +327,22 @@ static void hostsWithoutPreview() {
 static void failingPan() {
   HostSwitches switches = displayingHost();
   switches.failExchangeAt = 4;  // first image; emptied and full size; the pan
-  const int16_t result = runDialog(switches, testPicture(scaled(600), scaled(200), 3), {},
-                                   [](DialogUser& user) {
-    user.clickButton(kZoomButton);
-    user.press(at(500, 100));
-    user.move(at(480, 100));
-    EXPECT_NE(*hostSession()->result, 0);
-    EXPECT_EQ(shownAlerts(), 0);
-    user.release(at(480, 100));
-    EXPECT_EQ(shownAlerts(), 1);
-    user.press(at(500, 100));
-    user.move(at(490, 100));
-    user.release(at(490, 100));
-    EXPECT_EQ(*hostSession()->result, 0);
-    look(user, "delivered again");
-    user.clickButton(kOkButton);
-  });
+  const int16_t result =
+      runDialog(switches, testPicture(scaled(600), scaled(200), 3), {}, [](DialogUser& user) {
+        user.clickButton(kZoomButton);
+        user.press(at(500, 100));
+        user.move(at(480, 100));
+        EXPECT_NE(*hostSession()->result, 0);
+        EXPECT_EQ(shownAlerts(), 0);
+        user.release(at(480, 100));
+        EXPECT_EQ(shownAlerts(), 1);
+        user.press(at(500, 100));
+        user.move(at(490, 100));
+        user.release(at(490, 100));
+        EXPECT_EQ(*hostSession()->result, 0);
+        look(user, "delivered again");
+        user.clickButton(kOkButton);
+      });
   EXPECT_EQ(result, 0);
 }
 

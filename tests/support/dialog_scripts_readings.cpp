@@ -129,7 +129,8 @@ static void keyboardAlone() {
 }
 
 const std::vector<DialogScript>& readingScripts() {
-  static const std::vector<DialogScript> scripts = {
-      {"Readings", readings, ScriptScales::whole}, {"RowNames", rowNames}, {"KeyboardAlone", keyboardAlone}};
+  static const std::vector<DialogScript> scripts = {{"Readings", readings, ScriptScales::whole},
+                                                    {"RowNames", rowNames},
+                                                    {"KeyboardAlone", keyboardAlone}};
   return scripts;
 }

@@ -42,8 +42,8 @@ static WindowKey keyOf(int32_t code) {
 static void playAction(DialogUser& user, const DialogAction& action, DialogShots* shots) {
   const std::vector<int32_t>& n = action.numbers;
   const std::string& name = action.name;
-  const Point pixel = n.size() < 2 ? Point{}
-                                   : Point{static_cast<int16_t>(n[1]), static_cast<int16_t>(n[0])};
+  const Point pixel =
+      n.size() < 2 ? Point{} : Point{static_cast<int16_t>(n[1]), static_cast<int16_t>(n[0])};
   if (name == "press") return user.press(pixel);
   if (name == "move") return user.move(pixel);
   if (name == "release") return user.release(pixel);

@@ -44,8 +44,10 @@ TEST(PackedPictures, ComeBack) {
   const Picture large = someOfEverything(61, 40);
   Picture opaque = someOfEverything(33, 9);
   opaque.alpha.clear();
-  const std::vector<PackedPicture> pictures = {
-      {300, large, false}, {7, opaque, false}, {9, opaque, true}, {8, someOfEverything(1, 1), false}};
+  const std::vector<PackedPicture> pictures = {{300, large, false},
+                                               {7, opaque, false},
+                                               {9, opaque, true},
+                                               {8, someOfEverything(1, 1), false}};
   const std::vector<uint8_t> pack = packOf(pictures);
   const auto length = static_cast<int32_t>(pack.size());
   for (const PackedPicture& packed : pictures) {
@@ -56,8 +58,8 @@ TEST(PackedPictures, ComeBack) {
     ASSERT_EQ(row.hasCoverage, packed.picture.alpha.empty() ? 0 : 1);
     std::vector<uint8_t> rgb(packed.picture.rgb.size());
     std::vector<uint8_t> coverage(packed.picture.alpha.size());
-    ASSERT_TRUE(unpackPicture(pack.data(), row, rgb.data(),
-                              coverage.empty() ? nullptr : coverage.data()));
+    ASSERT_TRUE(
+        unpackPicture(pack.data(), row, rgb.data(), coverage.empty() ? nullptr : coverage.data()));
     EXPECT_EQ(coverage, packed.picture.alpha);
     int32_t farthest = 0;
     for (size_t i = 0; i < rgb.size(); ++i) {
