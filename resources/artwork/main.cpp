@@ -130,8 +130,10 @@ static void writeMainDialog(Writer* writer) {
   bitmap(writer, 224, "load", drawLoadFace());
   bitmap(writer, 225, "spin", drawSpinFace());
   bitmap(writer, 228, "randomize", drawRandomizeFace());
+  writer->isRough = true;
   bitmap(writer, 218, "light-pad-1", drawLightPad(1));
   bitmap(writer, 219, "light-pad-2", drawLightPad(2));
+  writer->isRough = false;
 }
 
 // What is rendered is reduced at the half of a scale exactly as from a finer render.

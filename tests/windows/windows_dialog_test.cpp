@@ -425,6 +425,31 @@ TEST_P(WindowsDialog, AboutBox) {
   EXPECT_EQ(std::count(controls.begin(), controls.end(), '\n'), 4);
 }
 
+// Where the host is aware of scaling the dialog is as large as its window says; of others the
+// system enlarges what it shows.
+TEST_P(WindowsDialog, FollowsTheScaleOfItsHost) {
+  if (folder_.empty()) return;
+  const std::vector<std::string> value = {"HKCU\\Control Panel\\Desktop", "/v", "LogPixels", "/f"};
+  const auto registry = [&](const std::string& verb, const std::vector<std::string>& more) {
+    std::vector<std::string> words = {"reg.exe", verb};
+    words.insert(words.end(), value.begin(), value.end());
+    words.insert(words.end(), more.begin(), more.end());
+    runOwnProgram(GetParam(), folder_, words);
+  };
+  const DialogActions actions = {{"shot", {}, "size.bmp"}, {"button", {kCancelButton}, ""}};
+  const auto widthWith = [&](const std::vector<std::string>& more) {
+    std::vector<std::string> words = {"--forget", "--owner", "window"};
+    words.insert(words.end(), more.begin(), more.end());
+    playThere(actions, words, 1);
+    return readShot(folder_ + "/size.bmp").width;
+  };
+  registry("add", {"/t", "REG_DWORD", "/d", "144"});
+  EXPECT_EQ(widthWith({}), kDialogWidth);
+  EXPECT_EQ(widthWith({"--knows-scales"}), scaledLength(kDialogWidth, 150));
+  registry("delete", {});
+  EXPECT_EQ(widthWith({"--knows-scales"}), kDialogWidth);
+}
+
 TEST_P(WindowsDialog, LaysOutEveryControl) {
   if (folder_.empty()) return;
   playThere({{"controls", {}, "controls.txt"}, {"button", {kCancelButton}, ""}}, {"--forget"}, 1);
