@@ -136,10 +136,10 @@ static void writeMainDialog(Writer* writer) {
   writer->isRough = false;
 }
 
-// What is rendered is reduced at the half of a scale exactly as from a finer render.
-static bool isHalfOfAnother(int32_t scale) {
-  return scale != kPlainScale &&
-         std::find(std::begin(kScales), std::end(kScales), 2 * scale) != std::end(kScales);
+// What the effect renders is larger than it is shown anyway, and reduced: below twice the plain scale
+// the dialogs do that, from the pack of the double scale or the largest one.
+static bool isReducedLater(int32_t scale) {
+  return scale != kPlainScale && scale < 2 * kPlainScale;
 }
 
 // The two with lines of their own.
@@ -149,7 +149,7 @@ static void writeDrawnMenus(Writer* writer) {
 }
 
 static void writeMenus(Writer* writer) {
-  if (isHalfOfAnother(drawnScale())) return writeDrawnMenus(writer);
+  if (isReducedLater(drawnScale())) return writeDrawnMenus(writer);
   int32_t value = 0;
   writer->isRough = true;
   for (const NumberedPicture& row : kShapes) {
