@@ -30,14 +30,14 @@ static int dotsOf(HWND owner) {
   using DotsOfWindow = UINT(WINAPI*)(HWND);
   using DotsOfSystem = UINT(WINAPI*)();
   using KnowsScales = BOOL(WINAPI*)();
+  const auto knowsScales = systemProcedure<KnowsScales>("IsProcessDPIAware");
+  if (knowsScales == nullptr || !knowsScales()) return kPlainDots;
   const auto ofWindow = systemProcedure<DotsOfWindow>("GetDpiForWindow");
   const auto ofSystem = systemProcedure<DotsOfSystem>("GetDpiForSystem");
   UINT dots = 0;
   if (ofWindow != nullptr && IsWindow(owner)) dots = ofWindow(owner);
   if (dots == 0 && ofSystem != nullptr) dots = ofSystem();
-  if (dots != 0) return static_cast<int>(dots);
-  const auto knowsScales = systemProcedure<KnowsScales>("IsProcessDPIAware");
-  return knowsScales != nullptr && knowsScales() ? systemDots() : kPlainDots;
+  return dots != 0 ? static_cast<int>(dots) : systemDots();
 }
 
 static RECT workArea(HWND owner) {

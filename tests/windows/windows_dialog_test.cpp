@@ -429,10 +429,10 @@ TEST_P(WindowsDialog, AboutBox) {
 // system enlarges what it shows.
 TEST_P(WindowsDialog, FollowsTheScaleOfItsHost) {
   if (folder_.empty()) return;
-  const std::vector<std::string> value = {"HKCU\\Control Panel\\Desktop", "/v", "LogPixels", "/f"};
-  const auto registry = [&](const std::string& verb, const std::vector<std::string>& more) {
-    std::vector<std::string> words = {"reg.exe", verb};
-    words.insert(words.end(), value.begin(), value.end());
+  const auto registry = [&](const std::string& verb, const std::string& value,
+                            const std::vector<std::string>& more) {
+    std::vector<std::string> words = {"reg.exe", verb,  "HKCU\\Control Panel\\Desktop",
+                                      "/v",      value, "/f"};
     words.insert(words.end(), more.begin(), more.end());
     runOwnProgram(GetParam(), folder_, words);
   };
@@ -443,10 +443,12 @@ TEST_P(WindowsDialog, FollowsTheScaleOfItsHost) {
     playThere(actions, words, 1);
     return readShot(folder_ + "/size.bmp").width;
   };
-  registry("add", {"/t", "REG_DWORD", "/d", "144"});
+  registry("add", "LogPixels", {"/t", "REG_DWORD", "/d", "144"});
+  registry("add", "DpiScalingVer", {"/t", "REG_DWORD", "/d", "4096"});  // as Windows has it
   EXPECT_EQ(widthWith({}), kDialogWidth);
   EXPECT_EQ(widthWith({"--knows-scales"}), scaledLength(kDialogWidth, 150));
-  registry("delete", {});
+  registry("delete", "LogPixels", {});
+  registry("delete", "DpiScalingVer", {});
   EXPECT_EQ(widthWith({"--knows-scales"}), kDialogWidth);
 }
 
