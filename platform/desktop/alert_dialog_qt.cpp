@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dialog/dialog_scale.h"
 #include "platform/alerts.h"
 #include "platform/desktop/dialog_place_qt.h"
+#include "platform/desktop/letters_qt.h"
 #include "platform/desktop/resource_image_qt.h"
 
 // Pixels of one dialog unit across and down, times 4 and 8, for the alerts' font.
@@ -55,24 +55,12 @@ static void addButton(QDialog* dialog, const AlertButton& button, double larger)
   QObject::connect(push, &QPushButton::clicked, dialog, [dialog, number] { dialog->done(number); });
 }
 
-double enlarge(QWidget* window) {
-  if (wantedScale() == 0) return 1;
-  const double larger = chooseScale(nullptr, 1, 1) / (100 * window->devicePixelRatioF());
-  QFont font = window->font();
-  if (font.pixelSize() > 0) {
-    font.setPixelSize(static_cast<int>(std::lround(font.pixelSize() * larger)));
-  } else {
-    font.setPointSizeF(font.pointSizeF() * larger);
-  }
-  window->setFont(font);
-  return larger;
-}
-
 int32_t runAlertDialog(const AlertContent& content) {
   QDialog dialog;
   dialog.setObjectName(content.name);
   dialog.setWindowTitle(QString::fromUtf8(content.title));
-  const double larger = enlarge(&dialog);
+  enlargeLetters(&dialog);
+  const double larger = largerLetters(&dialog);
   dialog.setFixedSize(placeOf({0, 0, content.width, content.height}, larger).size());
   addIcon(&dialog, content.icon, larger);
   for (int32_t i = 0; i < content.textCount; ++i) addText(&dialog, content.texts[i], larger);

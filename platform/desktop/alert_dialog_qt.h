@@ -5,12 +5,8 @@
 #include <cstdint>
 
 struct AlertContent;
-class QWidget;
 
 // Runs the alert modally; the number of the button that closed it, kAlertClosed when its window was
 // closed instead.
 constexpr int32_t kAlertClosed = -1;
 int32_t runAlertDialog(const AlertContent& content);
-
-// Larger letters where MORVALIS_SCALE asks for another scale than the screen's; by how much.
-double enlarge(QWidget* window);

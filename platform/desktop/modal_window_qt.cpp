@@ -13,6 +13,7 @@
 #include "platform/desktop/control_access_qt.h"
 #include "platform/desktop/dialog_place_qt.h"
 #include "platform/desktop/item_button_qt.h"
+#include "platform/desktop/letters_qt.h"
 #include "platform/desktop/popup_qt.h"
 #include "platform/desktop/session_state.h"
 #include "platform/desktop/window_record_qt.h"
@@ -61,6 +62,7 @@ ModalWindow::ModalWindow(const WindowTemplate& content, QWidget* owner, WindowPr
   setFixedSize(inUnits(window_, content.width, content.height));
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  enlargeToolTips(this);
   for (int32_t i = 0; i < content.controlCount; ++i) addControl(content.controls[i]);
 }
 

@@ -269,6 +269,7 @@ int32_t runModalWindow(const WindowTemplate& content, void* ownerWindow, WindowP
   endReading(&window);
   dismissPopup(&window);  // still there when the window went with its owner
   window.ended = true;
+  if (window.tipLetters != nullptr) DeleteObject(window.tipLetters);
   freeSurface(&window.hostSurface);
   freeSurface(&window.surface);
   return window.code;

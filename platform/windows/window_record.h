@@ -27,6 +27,7 @@ struct Window {
   int32_t focusedArea;  // id; what counts while no button has the focus
   int32_t wheelRest;    // of a wheel that turns in less than notches
   HWND toolTips;
+  HFONT tipLetters;     // where they are not the system's, null
   IAccessible* access;  // null until a screen reader asks
   bool opensAccess;     // the thread is open to others for its sake
   Window* owner;        // of a pop-up

@@ -31,9 +31,11 @@ struct DialogWindow {
   WindowUser user;
 };
 
-// Qt counts in units of the screen.
+// Qt counts in units of the screen, and cuts off what is not a whole pixel there.
 static QPointF placeOf(Point point) {
-  return QPointF(point.h, point.v) / qApp->devicePixelRatio();
+  const double ratio = qApp->devicePixelRatio();
+  const double within = ratio == 1 ? 0 : 0.25;
+  return QPointF(point.h + within, point.v + within) / ratio;
 }
 
 static QRect unitsOf(const Rectangle& rect) {
@@ -144,7 +146,7 @@ static QPointF fromPopup(const WindowUser& user, Point point) {
   const QWidget* popup = QApplication::activePopupWidget();
   if (popup == nullptr) return placeOf(point);  // gone with the press
   const auto frame = static_cast<int16_t>(kPopupFrame * pen());
-  const QPointF inside = placeOf(point) + placeOf({frame, frame});
+  const QPointF inside = placeOf(point) + QPointF(frame, frame) / qApp->devicePixelRatio();
   return user.window()->mapFromGlobal(popup->mapToGlobal(inside));
 }
 

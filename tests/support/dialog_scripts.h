@@ -45,3 +45,7 @@ const std::vector<DialogScript>& readingScripts();
 inline std::ostream& operator<<(std::ostream& out, const DialogScript& script) {
   return out << script.name;
 }
+
+inline std::ostream& operator<<(std::ostream& out, const ScaledScript& scaled) {
+  return out << nameOf(scaled);
+}
