@@ -31,11 +31,9 @@ struct DialogWindow {
   WindowUser user;
 };
 
-// Qt counts in units of the screen, and cuts off what is not a whole pixel there.
+// Qt counts in units of the screen.
 static QPointF placeOf(Point point) {
-  const double ratio = qApp->devicePixelRatio();
-  const double within = ratio == 1 ? 0 : 0.25;
-  return QPointF(point.h + within, point.v + within) / ratio;
+  return QPointF(point.h, point.v) / qApp->devicePixelRatio();
 }
 
 static QRect unitsOf(const Rectangle& rect) {
