@@ -136,8 +136,8 @@ static void writeMainDialog(Writer* writer) {
   writer->isRough = false;
 }
 
-// What the effect renders is larger than it is shown anyway, and reduced: below twice the plain scale
-// the dialogs do that, from the pack of the double scale or the largest one.
+// What the effect renders is larger than it is shown anyway, and reduced: below twice the plain
+// scale the dialogs do that, from the pack of the double scale or the largest one.
 static bool isReducedLater(int32_t scale) {
   return scale != kPlainScale && scale < 2 * kPlainScale;
 }
