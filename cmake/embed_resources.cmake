@@ -26,3 +26,15 @@ add_custom_command(OUTPUT ${MORVALIS_RESOURCE_SOURCE}
 add_library(morvalis_resources OBJECT
   ${MORVALIS_RESOURCE_SOURCE} ${PROJECT_SOURCE_DIR}/platform/resources/resource_table.cpp)
 target_link_libraries(morvalis_resources PRIVATE morvalis_options)
+
+# The packs of the larger scales, for back ends with windows: the object library morvalis_packs.
+file(GLOB MORVALIS_PACK_FILES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/scaled/*.pack)
+set(MORVALIS_PACK_SOURCE ${PROJECT_BINARY_DIR}/pack_tables.cpp)
+add_custom_command(OUTPUT ${MORVALIS_PACK_SOURCE}
+  COMMAND morvalis_embed_resources ${MORVALIS_PACK_SOURCE} ${MORVALIS_PACK_FILES}
+  DEPENDS morvalis_embed_resources ${MORVALIS_PACK_FILES}
+  COMMENT "Embedding the packed pictures"
+  VERBATIM)
+add_library(morvalis_packs OBJECT
+  ${MORVALIS_PACK_SOURCE} ${PROJECT_SOURCE_DIR}/platform/resources/pack_table.cpp)
+target_link_libraries(morvalis_packs PRIVATE morvalis_options)

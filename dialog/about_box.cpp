@@ -4,10 +4,12 @@
 #include <iterator>
 
 #include "dialog/canvas.h"
+#include "dialog/dialog_scale.h"
+#include "pictures/scaled_pictures.h"
 #include "platform/window.h"
 #include "services/memory_blocks.h"
 
-// Client size: 255 x 244 dialog units in pixels of the dialogs' font.
+// Client size: 255 x 244 dialog units in pixels of the dialogs' font, as are the places below.
 constexpr int32_t kWidth = 383;
 constexpr int32_t kHeight = 397;
 constexpr int32_t kCloseButton = -1;  // every picture closes the box
@@ -26,8 +28,10 @@ static const WindowTemplate kAboutBox = {"ABOUTBOX", "About Morvalis",   kWidth,
                                          kPlaces,    std::size(kPlaces), 0,      0};
 
 static bool onPicture(Point point) {
-  return std::any_of(std::begin(kPlaces), std::end(kPlaces),
-                     [point](const WindowControl& c) { return pointInRect(point, &c.rect); });
+  return std::any_of(std::begin(kPlaces), std::end(kPlaces), [point](const WindowControl& control) {
+    const Rectangle rect = scaled(control.rect);
+    return pointInRect(point, &rect);
+  });
 }
 
 static bool handleEvent(Window* window, const WindowEvent& event, void* context) {
@@ -36,7 +40,8 @@ static bool handleEvent(Window* window, const WindowEvent& event, void* context)
     case WindowEventKind::initialise:
       fillArea(canvas, canvas->clip, kWhite);
       for (size_t i = 0; i < std::size(kPictures); ++i) {
-        drawResource(canvas, kPictures[i], kPlaces[i].rect.left, kPlaces[i].rect.top);
+        const Rectangle rect = scaled(kPlaces[i].rect);
+        drawResource(canvas, kPictures[i], rect.left, rect.top);
       }
       presentPixels(window, canvas->target, canvas->clip);
       return true;
@@ -56,9 +61,14 @@ static bool handleEvent(Window* window, const WindowEvent& event, void* context)
 }
 
 void showAboutBox(void* ownerWindow) {
-  Canvas canvas = {{kWidth, kHeight, nullptr}, {0, 0, kHeight, kWidth}};
-  canvas.target.rgb = static_cast<uint8_t*>(newModuleBlock(uint64_t{3} * kWidth * kHeight));
+  setDialogScale(chooseScale(ownerWindow, kWidth, kHeight));
+  const Rectangle whole = scaled({0, 0, kHeight, kWidth});
+  Canvas canvas = {{whole.right, whole.bottom, nullptr}, whole};
+  canvas.target.rgb = static_cast<uint8_t*>(newModuleBlock(
+      uint64_t{3} * static_cast<uint32_t>(whole.right) * static_cast<uint32_t>(whole.bottom)));
   if (canvas.target.rgb == nullptr) return;
-  runModalWindow(kAboutBox, ownerWindow, handleEvent, &canvas);
+  WindowControl controls[std::size(kPlaces)];
+  runModalWindow(scaledTemplate(kAboutBox, controls), ownerWindow, handleEvent, &canvas);
   freeModuleBlock(canvas.target.rgb);
+  forgetScaledPictures();
 }

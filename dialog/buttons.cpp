@@ -2,11 +2,13 @@
 
 #include <cstdio>
 
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
+#include "pictures/scaled_pictures.h"
 #include "platform/dialog_text.h"
-#include "platform/resource_access.h"
 
-constexpr int32_t kFocusInset = 4;  // pixels
+// Pixels at 100 percent.
+constexpr int32_t kFocusInset = 4;
 constexpr int32_t kTextHeight = 16;
 
 static Rectangle inset(const Rectangle& rect, int32_t by) {
@@ -31,29 +33,32 @@ void drawButtonFrame(Canvas* canvas, const Rectangle& rect, const ItemState& sta
   Rectangle sides = sidesOf(rect);
   if (state.disabled) {
     drawBevel(canvas, sides, kDisabledText, kDisabledText);
-    return fillSides(canvas, inset(sides, 1), kButtonFace);
+    return fillSides(canvas, inset(sides, pen()), kButtonFace);
   }
   if (state.focused) {
     drawBevel(canvas, sides, kBlack, kBlack);
-    sides = inset(sides, 1);
+    sides = inset(sides, pen());
   }
   const bool pressed = state.pressed;
   drawBevel(canvas, sides, pressed ? kBlack : kLightBevel, kBlack);
-  sides = inset(sides, 1);
+  sides = inset(sides, pen());
   drawBevel(canvas, sides, pressed ? kDarkBevel : kWhite, kDarkBevel);
-  fillSides(canvas, inset(sides, 1), kButtonFace);
+  fillSides(canvas, inset(sides, pen()), kButtonFace);
 }
 
 static void drawFocus(Canvas* canvas, const Rectangle& rect, const ItemState& state) {
-  if (state.focused) drawFocusFrame(canvas, inset(rect, kFocusInset));
+  if (state.focused) drawFocusFrame(canvas, inset(rect, scaled(kFocusInset)));
 }
 
-static void drawCentredText(Canvas* canvas, const Rectangle& rect, const char* text, bool pressed,
+static void drawCentredText(Canvas* canvas, int32_t id, const char* text, bool pressed,
                             Rgb8 colour) {
-  const int32_t shift = pressed ? 1 : 0;
-  const int32_t height = rect.bottom - rect.top;
-  const int32_t x = rect.left + shift + 1 + (rect.right - rect.left - textWidth(text)) / 2;
-  const int32_t y = rect.top + shift + (height - kTextHeight) / 2 + 2 - 1;
+  const Rectangle area = tableRect(id);
+  const Rectangle rect = scaled(area);
+  const int32_t shift = pressed ? pen() : 0;
+  const int32_t height = area.bottom - area.top;
+  const int32_t width = textWidth(text, dialogScale());
+  const int32_t x = rect.left + shift + pen() + (rect.right - rect.left - width) / 2;
+  const int32_t y = rect.top + shift + scaled((height - kTextHeight) / 2 + 2 - 1);
   drawText(canvas, text, x, y, colour);
 }
 
@@ -62,7 +67,7 @@ void drawTextButton(DialogState* dialog, int32_t id, const char* text, const Ite
   ItemState shown = state;
   shown.disabled |= dialog->session->dialog.controlEnabled[id] != 1;
   drawButtonFrame(&dialog->canvas, rect, shown);
-  drawCentredText(&dialog->canvas, rect, text, shown.pressed,
+  drawCentredText(&dialog->canvas, id, text, shown.pressed,
                   shown.disabled ? kDisabledText : kBlack);
   drawFocus(&dialog->canvas, rect, shown);
 }
@@ -71,8 +76,8 @@ void drawPictureButton(DialogState* dialog, int32_t id, const ItemState& state) 
   const Rectangle rect = controlRect(id);
   drawButtonFrame(&dialog->canvas, rect, state);
   ResourcePicture picture;
-  if (findResourcePicture(buttonBitmap(id), &picture)) {
-    const int32_t shift = state.pressed ? 1 : 0;
+  if (findScaledPicture(buttonBitmap(id), dialogScale(), &picture)) {
+    const int32_t shift = state.pressed ? pen() : 0;
     const int32_t x = rect.left + (rect.right - rect.left + 1 - picture.width) / 2 + shift;
     const int32_t y = rect.top + (rect.bottom - rect.top + 1 - picture.height) / 2 + shift;
     drawResource(&dialog->canvas, buttonBitmap(id), x, y);
@@ -87,7 +92,7 @@ void drawColourButton(DialogState* dialog, int32_t id, const Color16& colour,
   const Rgb8 shown = {static_cast<uint8_t>(colour.red >> 8),
                       static_cast<uint8_t>(colour.green >> 8),
                       static_cast<uint8_t>(colour.blue >> 8)};
-  fillSides(&dialog->canvas, inset(sidesOf(rect), state.focused ? 3 : 2), shown);
+  fillSides(&dialog->canvas, inset(sidesOf(rect), (state.focused ? 3 : 2) * pen()), shown);
   drawFocus(&dialog->canvas, rect, state);
 }
 
@@ -97,6 +102,6 @@ void drawZoomPercentage(DialogState* dialog, const ItemState& state) {
   const int32_t scale = settingsOf(dialog)->previewScale;
   char text[16];
   std::snprintf(text, sizeof(text), "%d%%", 100 / (scale < 1 ? 1 : scale));
-  drawCentredText(&dialog->canvas, rect, text, /*pressed=*/false, kBlack);
+  drawCentredText(&dialog->canvas, kZoomButton, text, /*pressed=*/false, kBlack);
   if (state.focused) drawFocusFrame(&dialog->canvas, rect);
 }

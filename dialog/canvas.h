@@ -1,6 +1,6 @@
-// canvas: drawing into the pixels of a window: lines, fills, pictures, text. Everything stays
-// within the clip rectangle. A rectangle excludes its right and bottom sides, but for a bevel,
-// whose four sides are the pixels that it names.
+// canvas: drawing into the pixels of a window: lines, fills, pictures, text, each at the scale of
+// the dialog; places are pixels. Everything stays within the clip rectangle. A rectangle excludes
+// its right and bottom sides, but for a bevel, whose four sides are the pixels that it names.
 
 #pragma once
 
@@ -30,10 +30,10 @@ struct Canvas {
 
 void fillArea(Canvas* canvas, const Rectangle& area, Rgb8 colour);
 
-// From one point to another, without the last pixel.
+// From one point to another, without the last pixel; a pen wide, to the right and down.
 void drawLine(Canvas* canvas, int32_t x0, int32_t y0, int32_t x1, int32_t y1, Rgb8 colour);
 
-// One-pixel frame: left and top in the first colour, right and bottom in the second.
+// Frame a pen wide: left and top in the first colour, right and bottom in the second.
 void drawBevel(Canvas* canvas, const Rectangle& rect, Rgb8 topLeft, Rgb8 bottomRight);
 
 // A dotted frame that inverts what is under it: to be drawn once over fresh pixels.

@@ -1,6 +1,7 @@
 #include "dialog/control_table.h"
 
 #include "dialog/dialog_reading.h"
+#include "dialog/dialog_scale.h"
 
 // left, top, right, bottom into the rectangle's own order.
 #define AT(l, t, r, b) \
@@ -121,9 +122,13 @@ const char* controlMeaning(int32_t id) {
   return control == nullptr || control->toolTip == nullptr ? "" : control->toolTip;
 }
 
-Rectangle controlRect(int32_t id) {
+Rectangle tableRect(int32_t id) {
   const WindowControl* control = findControl(id);
   return control == nullptr ? Rectangle{} : control->rect;
+}
+
+Rectangle controlRect(int32_t id) {
+  return scaled(tableRect(id));
 }
 
 const Slider* findSlider(int32_t id) {

@@ -8,7 +8,7 @@
 #include "platform/window.h"
 
 constexpr int32_t kControlIds = 100;
-constexpr int32_t kDialogWidth = 680;  // client pixels
+constexpr int32_t kDialogWidth = 680;  // client pixels at 100 percent
 constexpr int32_t kDialogHeight = 370;
 constexpr int32_t kNoControl = -1;
 
@@ -42,15 +42,16 @@ constexpr int32_t kCausticToggle = 74;
 constexpr int32_t kReflectionSlider = 15;
 constexpr int32_t kRadiusSlider = 9;
 
-extern const WindowTemplate kMainDialog;
+extern const WindowTemplate kMainDialog;  // at 100 percent
 
 // Name of a control that is neither slider nor picker, null for one that the user cannot act on;
 // and what its tool tip says of it.
 const char* controlName(int32_t id);
 const char* controlMeaning(int32_t id);
 
-// Rectangle of a control in client pixels; empty for an id that no control has.
+// Rectangle of a control in client pixels, and at 100 percent; empty for an id that no control has.
 Rectangle controlRect(int32_t id);
+Rectangle tableRect(int32_t id);
 
 struct Label {
   int32_t id;

@@ -20,7 +20,8 @@ struct DialogState {
   SessionRecord* session;
   Window* window;
   Canvas canvas;
-  bool shown;  // initialised; from then on drawing is presented
+  WindowControl controls[kControlIds];  // as they stand at the scale
+  bool shown;                           // initialised; from then on drawing is presented
 
   // By control id.
   int32_t controlValue[kControlIds];

@@ -1,5 +1,6 @@
 #include "dialog/focus.h"
 
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
 
 // Row by row of each column; what belongs to a row follows it.
@@ -40,7 +41,7 @@ const int32_t kTabOrder[kTabStops] = {
     kPreviewArea,
 };
 
-constexpr int32_t kMarkDistance = 2;  // pixels around the control
+constexpr int32_t kMarkDistance = 2;  // pixels at 100 percent around the control
 
 static bool isArea(int32_t id) {
   for (int32_t i = 0; i < kMainDialog.controlCount; ++i) {
@@ -55,8 +56,9 @@ Rectangle focusMark(int32_t id) {
   if (id == kLight1Pad || id == kLight2Pad || id == kPreviewArea) return controlRect(id);
   const Rectangle rect = controlRect(id == kTextureSample ? kTextureFrame : id);
   const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
-  return {side(rect.top - kMarkDistance), side(rect.left - kMarkDistance),
-          side(rect.bottom + kMarkDistance), side(rect.right + kMarkDistance)};
+  const int32_t distance = kMarkDistance * pen();
+  return {side(rect.top - distance), side(rect.left - distance), side(rect.bottom + distance),
+          side(rect.right + distance)};
 }
 
 // A slider shows that it waits for a number; what else the pointer has pressed needs no mark until

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "dialog/dialog_controls.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
 #include "dialog/small_controls.h"
 #include "services/fixed_point.h"
@@ -11,9 +12,11 @@
 constexpr int32_t kPad1 = 218;  // bitmaps
 constexpr int32_t kPad2 = 219;
 constexpr int32_t kHandle = 122;   // icon
-constexpr double kPadRadius = 33;  // pixels
+constexpr double kPadRadius = 33;  // pixels at 100 percent
 constexpr double kFootDivisor = 2.9;
+constexpr int32_t kHandlePlace = 40;  // of its picture, for a light from straight ahead
 constexpr int32_t kHandleInset = 2;
+constexpr int32_t kMostAway = 100;
 
 constexpr Rgb8 kTowardViewer = {255, 255, 0};
 constexpr Rgb8 kAwayFromViewer = {255, 0, 255};
@@ -23,9 +26,14 @@ static Direction* directionOf(DialogState* dialog, int32_t id) {
   return id == kLight1Pad ? &settings->light1Dir : &settings->light2Dir;
 }
 
-// Pixels from the pad's centre; a damaged direction stays within the pad.
+static double pixelsPerUnit() {
+  return static_cast<double>(dialogScale()) / kPlainScale;
+}
+
+// Pixels of the screen from the pad's centre; a damaged direction stays within the pad.
 static int32_t offset(double along) {
-  return std::clamp(truncateToInt32(along), -100, 100);
+  const int32_t most = scaled(kMostAway);
+  return std::clamp(truncateToInt32(along * pixelsPerUnit()), -most, most);
 }
 
 void drawLightPad(DialogState* dialog, int32_t id) {
@@ -34,16 +42,17 @@ void drawLightPad(DialogState* dialog, int32_t id) {
   const double x = kPadRadius * static_cast<double>(light.x);
   const double y = kPadRadius * static_cast<double>(light.y);
   drawResource(&dialog->canvas, id == kLight1Pad ? kPad1 : kPad2, rect.left, rect.top);
-  const int32_t handleX = rect.left + offset(x) + 42;
-  const int32_t handleY = rect.top + offset(y) + 41;
-  const int32_t footX = rect.left + offset((x + 0.5) / kFootDivisor) + 41;
-  const int32_t footY = rect.top + offset((y + 0.5) / kFootDivisor) + 40;
-  drawLine(&dialog->canvas, footX, footY, handleX, handleY,
+  const int32_t handleX = rect.left + offset(x) + scaled(kHandlePlace);
+  const int32_t handleY = rect.top + offset(y) + scaled(kHandlePlace - 1);
+  const int32_t footX = rect.left + offset((x + 0.5) / kFootDivisor) + scaled(41);
+  const int32_t footY = rect.top + offset((y + 0.5) / kFootDivisor) + scaled(40);
+  const int32_t inset = scaled(kHandleInset);
+  drawLine(&dialog->canvas, footX, footY, handleX + inset, handleY + inset,
            light.z >= 0 ? kTowardViewer : kAwayFromViewer);
-  drawIcon(&dialog->canvas, kHandle, handleX - kHandleInset, handleY - kHandleInset);
+  drawIcon(&dialog->canvas, kHandle, handleX, handleY);
 }
 
-// From the pad's centre, in pixels; outside the circle it is the direction there.
+// From the pad's centre, in pixels at 100 percent; outside the circle it is the direction there.
 static void setLight(DialogState* dialog, int32_t id, double dx, double dy) {
   const double distance = std::max(std::sqrt(dx * dx + dy * dy), kPadRadius);
   Direction* light = directionOf(dialog, id);
@@ -73,6 +82,7 @@ void dragLight(DialogState* dialog, int32_t id) {
   const Rectangle rect = controlRect(id);
   const Point mouse = settingsOf(dialog)->mouse;
   // The centre for dragging lies one pixel right of the centre for drawing.
-  setLight(dialog, id, mouse.h - (rect.left + 43), mouse.v - (rect.top + 41));
+  setLight(dialog, id, (mouse.h - (rect.left + scaled(43))) / pixelsPerUnit(),
+           (mouse.v - (rect.top + scaled(41))) / pixelsPerUnit());
   pointerHandled(dialog);
 }

@@ -8,6 +8,7 @@
 #include "dialog/dialog_extras.h"
 #include "dialog/dialog_mouse.h"
 #include "dialog/dialog_reading.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
 #include "dialog/focus.h"
 #include "dialog/light_pads.h"
@@ -16,12 +17,14 @@
 #include "dialog/preview_area.h"
 #include "dialog/small_controls.h"
 #include "dialog/undo.h"
+#include "pictures/scaled_pictures.h"
 #include "services/alerts.h"
 #include "services/memory_blocks.h"
 
 constexpr int32_t kBackground = 239;  // bitmap
 constexpr int32_t kShapeArrowPicture = 240;
 constexpr int32_t kBlendSymbolPicture = 122;
+constexpr int32_t kTallestMenu = 13 * 36;  // pixels at 100 percent, more than the dialog
 
 // --- Painting -------------------------------------------------------------------------------
 
@@ -48,7 +51,7 @@ static void paintEverything(DialogState* dialog) {
 
 static void eraseBackground(DialogState* dialog) {
   Canvas* canvas = &dialog->canvas;
-  fillArea(canvas, {0, 0, kDialogHeight, kDialogWidth}, kWhite);
+  fillArea(canvas, scaled({0, 0, kDialogHeight, kDialogWidth}), kWhite);
   drawResource(canvas, kBackground, 0, 0);
   const Rectangle arrow = controlRect(kShapeArrow);
   drawResource(canvas, kShapeArrowPicture, arrow.left, arrow.top);
@@ -59,7 +62,7 @@ static void eraseBackground(DialogState* dialog) {
 static void redrawButtons(DialogState* dialog, const Rectangle& area) {
   for (int32_t i = 0; i < kMainDialog.controlCount; ++i) {
     const WindowControl& control = kMainDialog.controls[i];
-    if (control.kind == ControlKind::button && touches(control.rect, area)) {
+    if (control.kind == ControlKind::button && touches(controlRect(control.id), area)) {
       redrawItem(dialog->window, control.id);
     }
   }
@@ -71,7 +74,7 @@ void presentArea(DialogState* dialog, const Rectangle& area) {
 
 void repaintArea(DialogState* dialog, const Rectangle& area) {
   if (!dialog->shown) return;
-  const Rectangle whole = {0, 0, kDialogHeight, kDialogWidth};
+  const Rectangle whole = scaled({0, 0, kDialogHeight, kDialogWidth});
   dialog->canvas.clip = intersectRects(area, whole);
   eraseBackground(dialog);
   paintEverything(dialog);
@@ -84,7 +87,9 @@ void repaintArea(DialogState* dialog, const Rectangle& area) {
 void repaintControl(DialogState* dialog, int32_t id) {
   Rectangle area = controlRect(id == kEnvironmentButton ? kEnvironmentFrame : id);
   const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
-  area = {side(area.top - 2), side(area.left - 2), side(area.bottom + 2), side(area.right + 2)};
+  const int32_t around = scaled(2);
+  area = {side(area.top - around), side(area.left - around), side(area.bottom + around),
+          side(area.right + around)};
   repaintArea(dialog, area);
 }
 
@@ -147,7 +152,7 @@ static void startUp(DialogState* dialog) {
   startPreview(dialog);
   dialog->shown = true;
   updateZoomButtons(dialog);
-  repaintArea(dialog, {0, 0, kDialogHeight, kDialogWidth});
+  repaintArea(dialog, scaled({0, 0, kDialogHeight, kDialogWidth}));
 }
 
 static bool handleEvent(Window* window, const WindowEvent& event, void* context) {
@@ -192,25 +197,29 @@ static DialogState* newDialog(SessionRecord* session) {
   if (dialog == nullptr) return nullptr;
   dialog->session = session;
   PixelTarget* target = &dialog->canvas.target;
-  *target = {kDialogWidth, kDialogHeight, nullptr};
-  target->rgb = static_cast<uint8_t*>(newModuleBlock(uint64_t{3} * kDialogWidth * kDialogHeight));
-  dialog->canvas.clip = {0, 0, kDialogHeight, kDialogWidth};
+  *target = {scaled(kDialogWidth), scaled(kDialogHeight), nullptr};
+  target->rgb = static_cast<uint8_t*>(newModuleBlock(
+      uint64_t{3} * static_cast<uint32_t>(target->width) * static_cast<uint32_t>(target->height)));
+  dialog->canvas.clip = scaled({0, 0, kDialogHeight, kDialogWidth});
   if (target->rgb != nullptr) return dialog;
   freeModuleBlock(dialog);
   return nullptr;
 }
 
 bool showMainDialog(SessionRecord* session, void* ownerWindow) {
+  setDialogScale(chooseScale(ownerWindow, kDialogWidth, kTallestMenu));
   DialogState* dialog = newDialog(session);
   int32_t answer = kDialogUnavailable;
   if (dialog != nullptr) {
-    answer = runModalWindow(kMainDialog, ownerWindow, handleEvent, dialog);
+    const WindowTemplate content = scaledTemplate(kMainDialog, dialog->controls);
+    answer = runModalWindow(content, ownerWindow, handleEvent, dialog);
     endUndo(dialog);
     forgetSource(dialog);
     freeModuleBlock(dialog->canvas.target.rgb);
     freeModuleBlock(dialog->popupCanvas.target.rgb);
     freeModuleBlock(dialog);
   }
+  forgetScaledPictures();
   if (answer == kDialogUnavailable) *session->result = kUserCanceled;
   return answer == kOkButton;
 }

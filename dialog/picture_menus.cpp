@@ -6,16 +6,20 @@
 #include <iterator>
 
 #include "dialog/dialog_reading.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
 #include "platform/clock.h"
 #include "platform/dialog_text.h"
 #include "services/memory_blocks.h"
 #include "settings/setting_ranges.h"
 
-constexpr int32_t kRowHeight = 36;      // pixels
-constexpr int32_t kRowPadding = 36;     // width beside check mark and name
+// Pixels at 100 percent.
+constexpr int32_t kRowHeight = 36;
+constexpr int32_t kRowPadding = 36;  // width beside check mark and name
+constexpr int32_t kInPlace = 3;      // between a press and its release
+constexpr int32_t kPictureSide = 32;
+
 constexpr int32_t kCheckMark = 202;     // icon
-constexpr int32_t kInPlace = 3;         // pixels between a press and its release
 constexpr uint32_t kInPlaceTime = 300;  // milliseconds
 constexpr Rgb8 kMenuGround = {192, 192, 192};
 
@@ -70,7 +74,7 @@ static const char* shownName(const MenuRow& row) {
 }
 
 static int32_t rowWidth(const MenuRow& row) {
-  return menuLook().checkMarkWidth + kRowPadding + textWidth(shownName(row));
+  return scaled(menuLook().checkMarkWidth + kRowPadding) + textWidth(shownName(row), dialogScale());
 }
 
 static int32_t settingOfPicker(const EffectSettings* settings, int32_t id) {
@@ -96,14 +100,17 @@ void drawPicker(DialogState* dialog, int32_t id) {
   const Rectangle r = controlRect(id);
   Canvas* canvas = &dialog->canvas;
   const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
-  const Rectangle frame = {side(r.top + 2), r.left, r.bottom, side(r.right - 2)};
-  drawBevel(canvas, frame, kBlack, kBlack);
+  const int32_t width = pen();
+  const int32_t top = r.top + scaled(2);
+  const int32_t right = r.left + 2 * width + scaled(kPictureSide);  // of the picture
+  const int32_t bottom = top + 2 * width + scaled(kPictureSide);
+  drawBevel(canvas, {side(top), r.left, side(bottom - 1), side(right - 1)}, kBlack, kBlack);
   drawBevel(
       canvas,
-      {side(frame.top + 1), side(frame.left + 1), side(frame.bottom - 1), side(frame.right - 1)},
+      {side(top + width), side(r.left + width), side(bottom - 1 - width), side(right - 1 - width)},
       kWhite, kWhite);
-  drawLine(canvas, r.right - 1, r.top + 5, r.right - 1, r.bottom + 1, kBlack);
-  drawLine(canvas, r.right - 1, r.bottom + 1, r.left + 2, r.bottom + 1, kBlack);
+  drawLine(canvas, right, top + 3 * width, right, bottom, kBlack);
+  drawLine(canvas, right, bottom, r.left + 2 * width, bottom, kBlack);
   const int32_t value = settingOfPicker(settingsOf(dialog), id);
   tellChoice(dialog, id, value);
   tellIfNews(dialog, id, value);
@@ -111,7 +118,7 @@ void drawPicker(DialogState* dialog, int32_t id) {
   for (const MenuRow& row : kMenuRows) {
     if (row.picker == id && row.value == value) shown = &row;
   }
-  drawResource(canvas, shown->picture, r.left + 2, r.top + 4);
+  drawResource(canvas, shown->picture, r.left + 2 * width, top + 2 * width);
 }
 
 void postChoice(DialogState* dialog, int32_t picker, int32_t value) {
@@ -128,29 +135,31 @@ int32_t choiceFromCommand(DialogState* dialog, int32_t command) {
 
 // --- The pop-up -----------------------------------------------------------------------------
 
-// Pixels to the right of the rows, for names that a narrow check mark leaves too little room.
-// Pop-ups whose frame leaves them room show them.
+// Pixels at 100 percent to the right of the rows, for names that a narrow check mark leaves too
+// little room. Pop-ups whose frame leaves them room show them.
 constexpr int32_t kRoomBeside = 10;
 
 static void drawMenuRow(DialogState* dialog, int32_t index, const MenuRow& row, bool selected) {
   Canvas* canvas = &dialog->popupCanvas;
   const MenuLook look = menuLook();
-  const int32_t top = index * kRowHeight;
+  const int32_t top = index * scaled(kRowHeight);
   const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
   const Rgb8 ground =
       selected ? Rgb8{look.highlight[0], look.highlight[1], look.highlight[2]} : kMenuGround;
-  fillArea(canvas, {side(top), 0, side(top + kRowHeight), side(dialog->popupWidth + kRoomBeside)},
+  fillArea(canvas,
+           {side(top), 0, side(top + scaled(kRowHeight)),
+            side(dialog->popupWidth + scaled(kRoomBeside))},
            ground);
-  drawResource(canvas, row.picture, 14, top + 2);
+  drawResource(canvas, row.picture, scaled(14), top + scaled(2));
   if (row.value == dialog->controlValue[row.picker]) {
-    drawIcon(canvas, kCheckMark, 4, top + kRowHeight / 2 - 2);
+    drawIcon(canvas, kCheckMark, scaled(4), top + scaled(kRowHeight / 2 - 2));
   }
   const bool enabled = dialog->session->dialog.controlEnabled[row.picker] == 1;
   const Rgb8 text = !enabled ? kDisabledText
                     : selected
                         ? Rgb8{look.highlightText[0], look.highlightText[1], look.highlightText[2]}
                         : kBlack;
-  drawText(canvas, shownName(row), 52, top + 10, text);
+  drawText(canvas, shownName(row), scaled(52), top + scaled(10), text);
 }
 
 static void drawPopup(DialogState* dialog) {
@@ -167,7 +176,7 @@ static void drawPopup(DialogState* dialog) {
 }
 
 static int32_t rowUnder(const DialogState* dialog, Point point) {
-  const int32_t row = point.v / kRowHeight + 1;
+  const int32_t row = point.v / scaled(kRowHeight) + 1;
   const bool outside =
       point.h < 0 || point.h > dialog->popupWidth || row < 1 || row > rowsOf(dialog->popupPicker);
   return outside ? 0 : row;
@@ -189,7 +198,7 @@ static void tellHotRow(DialogState* dialog) {
   if (hot == 0) return nameRow(dialog->popup, {}, nullptr, false);
   const MenuRow& row = kMenuRows[firstRowOf(dialog->popupPicker) + hot - 1];
   const auto side = [](int32_t value) { return static_cast<int16_t>(value); };
-  const Rectangle place = {side((hot - 1) * kRowHeight), 0, side(hot * kRowHeight),
+  const Rectangle place = {side((hot - 1) * scaled(kRowHeight)), 0, side(hot * scaled(kRowHeight)),
                            side(dialog->popupWidth)};
   nameRow(dialog->popup, place, choiceName(row.picker, row.value), shownName(row)[0] != 0);
   tellIfNews(dialog, row.picker, row.value);
@@ -214,8 +223,8 @@ static void choose(DialogState* dialog, int32_t row) {
 
 static bool releasedInPlace(const DialogState* dialog, Point point) {
   const Point screen = clientToScreen(dialog->popup, point);
-  return std::abs(screen.h - dialog->popupPress.h) <= kInPlace &&
-         std::abs(screen.v - dialog->popupPress.v) <= kInPlace &&
+  return std::abs(screen.h - dialog->popupPress.h) <= scaled(kInPlace) &&
+         std::abs(screen.v - dialog->popupPress.v) <= scaled(kInPlace) &&
          millisecondsNow() - dialog->popupTime <= kInPlaceTime;
 }
 
@@ -316,8 +325,8 @@ static void openPopupAt(DialogState* dialog, int32_t id, Point screenPoint, bool
     dialog->popupWidth = std::max(dialog->popupWidth, rowWidth(row));
     if (byKey && row.value == dialog->controlValue[id]) dialog->popupHot = i + 1;
   }
-  const int32_t height = rows * kRowHeight;
-  PixelTarget target = {dialog->popupWidth + kRoomBeside, height, nullptr};
+  const int32_t height = rows * scaled(kRowHeight);
+  PixelTarget target = {dialog->popupWidth + scaled(kRoomBeside), height, nullptr};
   target.rgb = static_cast<uint8_t*>(newModuleBlock(
       uint64_t{3} * static_cast<uint32_t>(target.width) * static_cast<uint32_t>(target.height)));
   if (target.rgb == nullptr) return;

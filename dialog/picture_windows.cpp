@@ -5,6 +5,7 @@
 
 #include "dialog/buttons.h"
 #include "dialog/dialog_controls.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
 #include "dialog/small_controls.h"
 #include "persistence/path_parts.h"
@@ -16,7 +17,7 @@
 #include "services/alerts.h"
 #include "services/choosers.h"
 
-constexpr int32_t kSampleSide = 64;
+constexpr int32_t kSampleSide = 64;     // pixels at 100 percent
 constexpr int16_t kJustPressed = -999;  // horizontal part of lastMouse
 constexpr Rgb8 kNoTexture = {128, 128, 128};
 
@@ -39,13 +40,39 @@ void drawTextureSample(DialogState* dialog, bool withFrame) {
   if (surface == nullptr) return fillArea(&dialog->canvas, area, kNoTexture);
   const int32_t width = shownSize(settings->textureWidth);
   const int32_t height = shownSize(settings->textureHeight);
-  for (int32_t y = 0; y < kSampleSide; ++y) {
+  const int32_t side = scaled(kSampleSide);
+  for (int32_t y = 0; y < side; ++y) {
     const int32_t row = wrapped(int64_t{settings->textureOffsetY} + y, height);
-    for (int32_t x = 0; x < kSampleSide; ++x) {
+    for (int32_t x = 0; x < side; ++x) {
       const int32_t column = wrapped(int64_t{settings->textureOffsetX} + x, width);
-      drawPixels(&dialog->canvas, area.left - 1 + x, area.top - 1 + y, 1, 1,
+      drawPixels(&dialog->canvas, area.left - pen() + x, area.top - pen() + y, 1, 1,
                  surfacePixel(surface, column, row), 0);
     }
+  }
+}
+
+// A place along the square, in 256ths of its pixels, between whose middles it is mixed.
+static int32_t enlargedPlace(int32_t at, int32_t side) {
+  const int32_t place = (512 * at + 256) * kEnvironmentSide / (2 * side) - 128;
+  return std::clamp(place, 0, 256 * (kEnvironmentSide - 1));
+}
+
+static void enlargedPixel(const PictureSurface* surface, int32_t x, int32_t y, int32_t side,
+                          uint8_t rgb[3]) {
+  const int32_t across = enlargedPlace(x, side);
+  const int32_t down = enlargedPlace(y, side);
+  const int32_t column = across >> 8;
+  const int32_t row = down >> 8;
+  const int32_t nextColumn = std::min(column + 1, kEnvironmentSide - 1);
+  const int32_t nextRow = std::min(row + 1, kEnvironmentSide - 1);
+  const int32_t right = across & 255;
+  const int32_t below = down & 255;
+  for (int32_t i = 0; i < 3; ++i) {
+    const int32_t upper = surfacePixel(surface, column, row)[i] * (256 - right) +
+                          surfacePixel(surface, nextColumn, row)[i] * right;
+    const int32_t lower = surfacePixel(surface, column, nextRow)[i] * (256 - right) +
+                          surfacePixel(surface, nextColumn, nextRow)[i] * right;
+    rgb[i] = static_cast<uint8_t>((upper * (256 - below) + lower * below + 32768) >> 16);
   }
 }
 
@@ -54,9 +81,15 @@ void drawEnvironmentThumbnail(DialogState* dialog, const ItemState& state) {
   const PictureSurface* surface = settingsOf(dialog)->environmentPicture;
   if (surface == nullptr) return;
   const Rectangle area = controlRect(kEnvironmentButton);
-  const int32_t shift = state.pressed ? 1 : 0;
-  drawPixels(&dialog->canvas, area.left + shift, area.top + shift, kEnvironmentSide,
-             kEnvironmentSide, surface->rgb, kSurfaceBytesPerPixel * surface->width);
+  const int32_t shift = state.pressed ? pen() : 0;
+  const int32_t side = scaled(kEnvironmentSide);
+  for (int32_t y = 0; y < side; ++y) {
+    for (int32_t x = 0; x < side; ++x) {
+      uint8_t rgb[3];
+      enlargedPixel(surface, x, y, side, rgb);
+      drawPixels(&dialog->canvas, area.left + shift + x, area.top + shift + y, 1, 1, rgb, 0);
+    }
+  }
 }
 
 static void moveTexture(DialogState* dialog, int32_t dx, int32_t dy) {

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "dialog/dialog_controls.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/dialog_state.h"
 #include "dialog/preview_zoom.h"
 #include "geometry/field/selection_mask.h"
@@ -13,8 +14,9 @@
 #include "services/fixed_point.h"
 #include "services/memory_blocks.h"
 
+// Pixels at 100 percent.
 constexpr int32_t kFrameInset = 2;
-constexpr int32_t kPanStep = 16;  // pixels of the preview
+constexpr int32_t kPanStep = 16;
 
 static int16_t narrowed(int32_t value) {
   return saturateToInt16(value);
@@ -34,7 +36,7 @@ static int32_t heightOf(const Rectangle& rect) {
 
 void setPreviewFrame(DialogState* dialog) {
   const Rectangle& whole = dialog->session->filter->filterRect;
-  Rectangle frame = inset(controlRect(kPreviewArea), kFrameInset);
+  Rectangle frame = inset(controlRect(kPreviewArea), kFrameInset * pen());
   frame.right = narrowed(frame.left + std::min(widthOf(frame), widthOf(whole)));
   frame.bottom = narrowed(frame.top + std::min(heightOf(frame), heightOf(whole)));
   dialog->session->render.previewFrame = frame;
@@ -111,13 +113,14 @@ static void displayHostPixels(DialogState* dialog, int32_t row, int32_t column) 
 
 void drawPreview(DialogState* dialog, bool erase) {
   const Rectangle area = controlRect(kPreviewArea);
-  const Rectangle inner = inset(area, kFrameInset);
+  const Rectangle inner = inset(area, kFrameInset * pen());
   const Rectangle clip = dialog->canvas.clip;
   dialog->canvas.clip = area;
   if (erase) fillArea(&dialog->canvas, inner, kWhite);
   drawBevel(&dialog->canvas,
-            {narrowed(inner.top - 1), narrowed(inner.left - 1), inner.bottom, inner.right}, kBlack,
-            kBlack);
+            {narrowed(inner.top - pen()), narrowed(inner.left - pen()),
+             narrowed(inner.bottom + pen() - 1), narrowed(inner.right + pen() - 1)},
+            kBlack, kBlack);
   const Rectangle& out = dialog->session->filter->outRect;
   displayHostPixels(dialog, (area.top + area.bottom - heightOf(out)) / 2,
                     (area.left + area.right - widthOf(out)) / 2);
@@ -268,7 +271,7 @@ void stepPan(DialogState* dialog, int32_t right, int32_t down, bool end) {
   EffectSettings* settings = settingsOf(dialog);
   const Rectangle& whole = dialog->session->filter->filterRect;
   if (settings->hostDrawsPreview != 1 || settings->previewScale == dialog->fitScale) return;
-  const int32_t step = kPanStep * settings->previewScale;
+  const int32_t step = scaled(kPanStep) * settings->previewScale;
   settings->previewOriginX += end ? right * widthOf(whole) : right * step;
   settings->previewOriginY += end ? right * heightOf(whole) : down * step;
   clampOrigin(dialog, settings->previewScale);

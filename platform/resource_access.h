@@ -17,3 +17,8 @@ constexpr int32_t kIconNumbers = 100000;
 // A bitmap or icon by its resource number; false when there is none. The pixels stay where they
 // are as long as the module is loaded.
 bool findResourcePicture(int32_t id, ResourcePicture* picture);
+
+// The pack of all pictures at a scale above 100 percent (see pictures/packed_pictures), cursors too
+// with this added to their numbers; false when there is none.
+constexpr int32_t kCursorNumbers = 200000;
+bool findPicturePack(int32_t scale, const uint8_t** pack, int32_t* length);

@@ -22,5 +22,13 @@ std::span<const EmbeddedPicture> embeddedPictures();
 
 std::span<const EmbeddedPicture> embeddedCursors();
 
+// The packs of the larger scales, in a table of their own: a program without windows needs none.
+struct EmbeddedPack {
+  int32_t scale;
+  const uint8_t* bytes;
+  int32_t length;
+};
+std::span<const EmbeddedPack> embeddedPacks();
+
 // A cursor by its resource number; null when there is none.
 const EmbeddedPicture* findResourceCursor(int32_t id);

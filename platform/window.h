@@ -11,6 +11,17 @@
 
 struct Window;  // the back end's
 
+// Every place and length here counts pixels of the screen, whatever the system counts in.
+
+// At how many percent the system shows other windows where one of this owner (null: none) would
+// open, and how large its client area may be there, pixels; 0: nobody knows.
+struct ScreenRoom {
+  int32_t scale;
+  int32_t width;
+  int32_t height;
+};
+ScreenRoom screenRoom(void* ownerWindow);
+
 // --- What a window consists of --------------------------------------------------------------
 
 enum class ControlKind {
@@ -171,7 +182,7 @@ void nameRow(Window* popup, const Rectangle& row, const char* name, bool isWritt
 Point clientToScreen(Window* window, Point point);
 int32_t screenHeight();
 
-// Width of the system's menu check mark, and the colours of a selected menu item.
+// Width of the system's menu check mark at 100 percent, and the colours of a selected menu item.
 struct MenuLook {
   int32_t checkMarkWidth;
   uint8_t highlight[3];

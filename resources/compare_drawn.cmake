@@ -3,7 +3,7 @@
 file(REMOVE_RECURSE ${DRAWN})
 execute_process(COMMAND ${PROGRAM} ${DRAWN} COMMAND_ERROR_IS_FATAL ANY)
 
-set(kinds bitmaps icons cursors hicolor)
+set(kinds bitmaps icons cursors hicolor scaled)
 set(differences 0)
 set(files 0)
 foreach(kind ${kinds})

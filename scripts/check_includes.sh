@@ -22,6 +22,7 @@ declare -A levels=(
   [resources/]=0
   [services/fixed_point]=0
   [services/rectangle]=0
+  [services/scaling]=0
   [settings/effect_settings]=0
   [shading/shading_tables]=0
   [vector/]=0

@@ -43,6 +43,16 @@ constexpr ManualEntry kFiles[] = {
      "is not set."},
 };
 
+constexpr ManualEntry kVariables[] = {
+    {"MORVALIS_SCALE",
+     "The scale of the dialogs in percent: 100, 125, 150, 175, 200, 250 or 300, or the nearest of "
+     "these. Without it they open at the scale of the screen. Where the screen is too small for it "
+     "they take the next smaller one."},
+    {"MORVALIS_MORE_FORMATS",
+     "With 1 the program reads what else libvips can read, by readers that have not been tested "
+     "with damaged files."},
+};
+
 // Hyphens are to be copied as such, and a line must not begin like a request.
 static std::string escaped(const std::string& text) {
   std::string roff;
@@ -165,5 +175,6 @@ std::string manualPage(const CommandOutline& program) {
   roff += ".SH SETTINGS\n";
   roff += escaped("What --set takes. Names of choices may be written with hyphens for blanks.\n");
   for (int32_t i = 0; i < kSettingRangeCount; ++i) roff += settingEntry(kSettingRanges[i]);
-  return roff + dialogSection() + section("FILES", kFiles) + section("EXIT STATUS", kExitCodes);
+  return roff + dialogSection() + section("FILES", kFiles) + section("ENVIRONMENT", kVariables) +
+         section("EXIT STATUS", kExitCodes);
 }

@@ -27,6 +27,7 @@ const char kJobHelp[] =
     "  --ordinary-user     the machine's registry and folders refuse the module; what it keeps is "
     "the\n"
     "                      user's own\n"
+    "  --knows-scales      as an editor that is aware of the system's scaling\n"
     "  --kept-values FILE  what it keeps in the registry afterwards\n"
     "  --kept-settings F   its file of the last confirmed settings afterwards\n"
     "  --bitmaps FILE      how many bitmaps there are after each use of the filter\n"
@@ -66,6 +67,7 @@ static bool* switchOption(Job* job, const std::string& word) {
   if (word == "--by-hand") return &job->byHand;
   if (word == "--forget") return &job->forgets;
   if (word == "--ordinary-user") return &job->ordinaryUser;
+  if (word == "--knows-scales") return &job->knowsScales;
   if (word == "--repeat") return &job->repeats;
   if (word == "--reload") return &job->reloads;
   return nullptr;
@@ -232,6 +234,7 @@ static void load(const Job& job, const std::string& modulePath) {
   const std::string reason = loadModule(modulePath);
   if (!reason.empty()) failWith(modulePath + ": " + reason);
   if (job.hasSeed) fixModuleClock(job.seed);
+  if (job.knowsScales) SetProcessDPIAware();
   if (job.ordinaryUser) refuseWhatIsTheMachines();
 }
 

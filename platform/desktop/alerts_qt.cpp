@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "platform/desktop/alert_dialog_qt.h"
+#include "platform/desktop/letters_qt.h"
 #include "platform/desktop/session_state.h"
 #include "platform/unix/program_session.h"
 
@@ -47,7 +48,9 @@ void showPlatformMessage(const char* caption, const char* text) {
   ++alertCount;
   if (!programHasWindows()) return reportMessage(caption, text);
   try {
-    QMessageBox(QMessageBox::Critical, QString::fromUtf8(caption), QString::fromUtf8(text)).exec();
+    QMessageBox box(QMessageBox::Critical, QString::fromUtf8(caption), QString::fromUtf8(text));
+    enlargeLetters(&box);
+    box.exec();
   } catch (...) {
     reportMessage(caption, text);  // out of memory
   }
@@ -79,6 +82,7 @@ void showPlatformSheet(const char* caption, const SheetRow* rows, int32_t count)
     QMessageBox box(QMessageBox::NoIcon, QString::fromUtf8(caption), text + "</table>",
                     QMessageBox::Close, QApplication::activeModalWidget());
     box.setObjectName("sheet");
+    enlargeLetters(&box);
     box.setTextFormat(Qt::RichText);
     box.exec();
   } catch (...) {

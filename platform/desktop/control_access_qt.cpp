@@ -188,10 +188,9 @@ void introduceControl(Window* window, int32_t id, QWidget* widget) {
 }
 
 void addReadableArea(Window* window, const WindowControl& control) {
-  const Rectangle& rect = control.rect;
   auto* area = new QWidget(window->widget);
   introduceControl(window, control.id, area);
-  area->setGeometry(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+  area->setGeometry(inUnits(*window, control.rect));
   area->setAttribute(Qt::WA_TransparentForMouseEvents);
   area->setAccessibleName(QString::fromUtf8(control.name));
 }

@@ -9,8 +9,7 @@
 ItemButton::ItemButton(Window* window, const WindowControl& control, QWidget* parent)
     : QAbstractButton(parent), window_(window), id_(control.id) {
   introduceControl(window, control.id, this);  // before anything tells of it
-  const Rectangle& rect = control.rect;
-  setGeometry(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+  setGeometry(inUnits(*window, control.rect));
   setObjectName("button" + QString::number(control.id));
   if (control.name != nullptr) setAccessibleName(QString::fromUtf8(control.name));
   if (control.toolTip != nullptr) setToolTip(QString::fromUtf8(control.toolTip));

@@ -5,15 +5,19 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QToolTip>
 #include <QWheelEvent>
+#include <cmath>
 
 #include "platform/desktop/control_access_qt.h"
 #include "platform/desktop/dialog_place_qt.h"
 #include "platform/desktop/item_button_qt.h"
+#include "platform/desktop/letters_qt.h"
 #include "platform/desktop/popup_qt.h"
 #include "platform/desktop/session_state.h"
 #include "platform/desktop/window_record_qt.h"
+#include "services/scaling.h"
 
 constexpr int kWheelUnitsPerNotch = 120;
 
@@ -55,9 +59,10 @@ ModalWindow::ModalWindow(const WindowTemplate& content, QWidget* owner, WindowPr
   window_.code = kDialogUnavailable;
   setObjectName(content.name);
   setWindowTitle(QString::fromUtf8(content.caption));
-  setFixedSize(content.width, content.height);
+  setFixedSize(inUnits(window_, content.width, content.height));
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  enlargeToolTips(this);
   for (int32_t i = 0; i < content.controlCount; ++i) addControl(content.controls[i]);
 }
 
@@ -105,14 +110,13 @@ static QString toolTipOf(const Window& window, const WindowControl& control) {
 
 // Text that is shown while it changes is shown anew.
 static void showTip(Window* window, const WindowControl& control, const QPoint& globalPos) {
-  const Rectangle& rect = control.rect;
   window->tipShown = control.id;
   QToolTip::showText(globalPos, toolTipOf(*window, control), window->widget,
-                     QRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top));
+                     inUnits(*window, control.rect));
 }
 
 bool ModalWindow::showToolTip(const QHelpEvent& event) {
-  const Point point = pointerEvent(WindowEventKind::mouseMove, event.pos()).point;
+  const Point point = pointerIn(window_, WindowEventKind::mouseMove, event.pos()).point;
   for (int32_t i = 0; i < window_.content->controlCount; ++i) {
     const WindowControl& control = window_.content->controls[i];
     const Rectangle& rect = control.rect;
@@ -151,7 +155,7 @@ void ModalWindow::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ModalWindow::mouseMoveEvent(QMouseEvent* event) {
-  sendInput(&window_, pointerEvent(WindowEventKind::mouseMove, event->position()));
+  sendInput(&window_, pointerIn(window_, WindowEventKind::mouseMove, event->position()));
 }
 
 void ModalWindow::mouseReleaseEvent(QMouseEvent* event) {
@@ -164,7 +168,7 @@ void ModalWindow::wheelEvent(QWheelEvent* event) {
   window_.wheelRest -= notches * kWheelUnitsPerNotch;
   event->accept();
   if (notches == 0) return;
-  WindowEvent told = pointerEvent(WindowEventKind::wheel, event->position());
+  WindowEvent told = pointerIn(window_, WindowEventKind::wheel, event->position());
   told.amount = notches;
   told.shift = event->modifiers().testFlag(Qt::ShiftModifier);
   sendInput(&window_, told);
@@ -172,6 +176,11 @@ void ModalWindow::wheelEvent(QWheelEvent* event) {
 
 void ModalWindow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  // Whole units of Qt's may reach a little beyond the last pixel.
+  if (window_.ratio != 1) {
+    const QImage& shown = window_.pixels;
+    painter.fillRect(rect(), shown.pixelColor(shown.width() - 1, shown.height() - 1));
+  }
   paintPixels(window_, &painter);
 }
 
@@ -181,6 +190,22 @@ static QWidget* ownerAmongWindows(void* ownerWindow) {
     if (window == ownerWindow) return window;
   }
   return nullptr;
+}
+
+// What the window's frame takes of the screen, about; no system tells before it has drawn one.
+constexpr double kFrameWidth = 16;  // Qt's units
+constexpr double kFrameHeight = 48;
+
+ScreenRoom screenRoom(void* ownerWindow) {
+  if (!programHasWindows()) return {kPlainScale, 0, 0};
+  const QWidget* owner = ownerAmongWindows(ownerWindow);
+  const QScreen* screen = owner != nullptr ? owner->screen() : QApplication::primaryScreen();
+  if (screen == nullptr) return {kPlainScale, 0, 0};
+  const double ratio = screen->devicePixelRatio();
+  const QSizeF room = screen->availableGeometry().size();
+  return {static_cast<int32_t>(std::lround(kPlainScale * ratio)),
+          static_cast<int32_t>((room.width() - kFrameWidth) * ratio),
+          static_cast<int32_t>((room.height() - kFrameHeight) * ratio)};
 }
 
 int32_t runModalWindow(const WindowTemplate& content, void* ownerWindow, WindowProcedure procedure,

@@ -7,7 +7,10 @@
 #include <QStyle>
 #include <QWidget>
 #include <algorithm>
+#include <cmath>
 
+#include "dialog/dialog_scale.h"
+#include "pictures/scaled_pictures.h"
 #include "platform/desktop/resource_image_qt.h"
 #include "platform/desktop/window_record_qt.h"
 #include "platform/resource_table.h"
@@ -21,20 +24,28 @@ constexpr int kNarrowestCheckMark = 20;
 
 // --- Cursor ---------------------------------------------------------------------------------
 
-static QCursor cursorOf(int32_t id, Qt::CursorShape substitute) {
-  const EmbeddedPicture* picture = findResourceCursor(id);
-  if (picture == nullptr) return QCursor(substitute);
-  const QImage image =
-      coveredImage(picture->width, picture->height, picture->rgb, picture->coverage);
-  return QCursor(QPixmap::fromImage(image), picture->hotX, picture->hotY);
+// The hot spot in Qt's units, as it has it.
+static QCursor cursorOf(int32_t id, Qt::CursorShape substitute, double ratio) {
+  const EmbeddedPicture* plain = findResourceCursor(id);
+  if (plain == nullptr) return QCursor(substitute);
+  ResourcePicture picture = {plain->width, plain->height, plain->rgb, plain->coverage};
+  if (dialogScale() != kPlainScale) {
+    findScaledPicture(kCursorNumbers + id, dialogScale(), &picture);
+  }
+  QImage image = coveredImage(picture.width, picture.height, picture.rgb, picture.coverage);
+  image.setDevicePixelRatio(ratio);
+  const auto spot = [&](int32_t place) {
+    return static_cast<int>(place * picture.width / plain->width / ratio);
+  };
+  return QCursor(QPixmap::fromImage(image), spot(plain->hotX), spot(plain->hotY));
 }
 
-static QCursor cursorFor(CursorShape shape) {
+static QCursor cursorFor(CursorShape shape, double ratio) {
   switch (shape) {
     case CursorShape::closedHand:
-      return cursorOf(kClosedHandCursor, Qt::ClosedHandCursor);
+      return cursorOf(kClosedHandCursor, Qt::ClosedHandCursor, ratio);
     case CursorShape::openHand:
-      return cursorOf(kOpenHandCursor, Qt::OpenHandCursor);
+      return cursorOf(kOpenHandCursor, Qt::OpenHandCursor, ratio);
     default:
       return QCursor(Qt::ArrowCursor);
   }
@@ -56,7 +67,7 @@ static void showWaiting(Window* window, bool waits) {
 void setCursor(Window* window, CursorShape shape) {
   try {
     showWaiting(window, shape == CursorShape::wait);
-    if (shape != CursorShape::wait) window->widget->setCursor(cursorFor(shape));
+    if (shape != CursorShape::wait) window->widget->setCursor(cursorFor(shape, window->ratio));
   } catch (...) {
     // Out of memory: the cursor stays.
   }
@@ -77,16 +88,19 @@ void releaseMouse(Window* window) {
 // --- Screen ---------------------------------------------------------------------------------
 
 Point clientToScreen(Window* window, Point point) {
-  const QPoint inside(point.h + window->frame, point.v + window->frame);
-  const QPoint screen = window->widget->mapToGlobal(inside);
-  return {saturateToInt16(screen.y()), saturateToInt16(screen.x())};
+  const QPointF inside(point.h + window->frame, point.v + window->frame);
+  const QPointF screen = window->widget->mapToGlobal(inside / window->ratio) * window->ratio;
+  return {saturateToInt16(static_cast<int32_t>(std::lround(screen.y()))),
+          saturateToInt16(static_cast<int32_t>(std::lround(screen.x())))};
 }
 
 // Down to the lower edge of the screen that the dialog is on.
 int32_t screenHeight() {
   const QWidget* active = QApplication::activeModalWidget();
   const QScreen* screen = active != nullptr ? active->screen() : QApplication::primaryScreen();
-  return screen == nullptr ? 0 : screen->geometry().bottom() + 1;
+  if (screen == nullptr) return 0;
+  const double lower = (screen->geometry().bottom() + 1) * screen->devicePixelRatio();
+  return static_cast<int32_t>(lower);
 }
 
 static void takeColor(const QPalette& palette, QPalette::ColorRole role, uint8_t rgb[3]) {
@@ -98,6 +112,7 @@ static void takeColor(const QPalette& palette, QPalette::ColorRole role, uint8_t
 
 MenuLook menuLook() {
   MenuLook look = {};
+  // In Qt's units, of which a pixel is one at 100 percent.
   look.checkMarkWidth =
       std::max(QApplication::style()->pixelMetric(QStyle::PM_IndicatorWidth), kNarrowestCheckMark);
   const QPalette palette = QApplication::palette();

@@ -6,13 +6,10 @@
 #include <QToolTip>
 #include <QWidget>
 
+#include "dialog/dialog_scale.h"
 #include "platform/desktop/window_record_qt.h"
 
-constexpr QPointF kOutside(-1000, -1000);
-
-// Both sides of the frame, and what it leaves free beside the rows and below them.
-constexpr int32_t kRoomAcross = 10;  // pixels
-constexpr int32_t kRoomDown = 8;
+constexpr Point kOutside = {-1000, -1000};
 
 // From the outside in: left and top, right and bottom.
 constexpr QRgb kFrameColors[kPopupFrame][2] = {
@@ -51,9 +48,11 @@ class Popup final : public QWidget {
 
 Popup::Popup(Window* owner, int32_t width, int32_t height, WindowProcedure procedure, void* context)
     : QWidget(owner->widget, Qt::Popup | Qt::FramelessWindowHint), owner_(owner) {
-  prepareWindow(&window_, this, width + kRoomAcross, height, procedure, context);
-  window_.frame = kPopupFrame;
-  setFixedSize(width + kRoomAcross, height + kRoomDown);
+  const int32_t whole = width + scaled(kPopupRoomAcross);
+  prepareWindow(&window_, this, whole, height, procedure, context);
+  window_.ratio = owner->ratio;
+  window_.frame = kPopupFrame * pen();
+  setFixedSize(inUnits(window_, whole, height + scaled(kPopupRoomDown)));
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setCursor(Qt::ArrowCursor);
@@ -69,8 +68,11 @@ void Popup::end() {
 }
 
 void Popup::letGoOutside() {
-  sendEvent(&window_, pointerEvent(WindowEventKind::mouseMove, kOutside));
-  sendEvent(&window_, pointerEvent(WindowEventKind::buttonUp, kOutside));
+  for (const WindowEventKind kind : {WindowEventKind::mouseMove, WindowEventKind::buttonUp}) {
+    WindowEvent event = eventOf(kind);
+    event.point = kOutside;
+    sendEvent(&window_, event);
+  }
   end();
 }
 
@@ -101,15 +103,18 @@ void Popup::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), window_.pixels.pixelColor(0, 0));
   paintPixels(window_, &painter);
-  const int right = width() - 1;
-  const int bottom = height() - 1;
+  painter.scale(1 / window_.ratio, 1 / window_.ratio);
+  const int line = pen();
+  const int across = static_cast<int>(width() * window_.ratio);
+  const int down = static_cast<int>(height() * window_.ratio);
   for (int i = 0; i < kPopupFrame; ++i) {
-    painter.setPen(kFrameColors[i][0]);
-    painter.drawLine(i, i, right - i, i);
-    painter.drawLine(i, i, i, bottom - i);
-    painter.setPen(kFrameColors[i][1]);
-    painter.drawLine(right - i, i, right - i, bottom - i);
-    painter.drawLine(i, bottom - i, right - i, bottom - i);
+    const QRect ring = QRect(0, 0, across, down).adjusted(i * line, i * line, -i * line, -i * line);
+    painter.fillRect(ring.left(), ring.top(), ring.width(), line, QColor(kFrameColors[i][0]));
+    painter.fillRect(ring.left(), ring.top(), line, ring.height(), QColor(kFrameColors[i][0]));
+    painter.fillRect(ring.right() + 1 - line, ring.top(), line, ring.height(),
+                     QColor(kFrameColors[i][1]));
+    painter.fillRect(ring.left(), ring.bottom() + 1 - line, ring.width(), line,
+                     QColor(kFrameColors[i][1]));
   }
 }
 
@@ -119,7 +124,7 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
   try {
     auto* popup = new Popup(owner, width, height, procedure, context);
     owner->popup = popup->record();
-    popup->move(screenOrigin.h, screenOrigin.v);
+    popup->move((QPointF(screenOrigin.h, screenOrigin.v) / owner->ratio).toPoint());
     sendEvent(popup->record(), eventOf(WindowEventKind::initialise));
     if (popup->record()->ended) return nullptr;
     popup->show();
@@ -136,8 +141,8 @@ void nameRow(Window* popup, const Rectangle& row, const char* name, bool isWritt
     const QString text = QString::fromUtf8(name);
     widget->setAccessibleName(text);
     if (text.isEmpty() || isWritten) return QToolTip::hideText();
-    const QPoint corner(row.right + popup->frame, row.top);
-    QToolTip::showText(widget->mapToGlobal(corner), text, widget);
+    const QRect place = inUnits(*popup, row);
+    QToolTip::showText(widget->mapToGlobal(QPoint(place.right() + 1, place.top())), text, widget);
   } catch (...) {
     // Out of memory: the name stays unread.
   }

@@ -4,6 +4,8 @@
 #include <QIcon>
 #include <QPixmap>
 
+#include "dialog/dialog_scale.h"
+#include "pictures/scaled_pictures.h"
 #include "platform/desktop/desktop_session.h"
 #include "platform/resource_access.h"
 
@@ -19,9 +21,9 @@ QImage coveredImage(int32_t width, int32_t height, const uint8_t* rgb, const uin
   return image;
 }
 
-QImage resourceIcon(int32_t id) {
+QImage resourceIcon(int32_t id, int32_t scale) {
   ResourcePicture picture;
-  if (!findResourcePicture(kIconNumbers + id, &picture)) return QImage();
+  if (!findScaledPicture(kIconNumbers + id, nearestScale(scale), &picture)) return QImage();
   return coveredImage(picture.width, picture.height, picture.rgb, picture.coverage);
 }
 

@@ -9,4 +9,5 @@
 QImage coveredImage(int32_t width, int32_t height, const uint8_t* rgb, const uint8_t* coverage);
 
 // An icon by its resource number; a null image when there is none.
-QImage resourceIcon(int32_t id);
+// At the scale that is nearest.
+QImage resourceIcon(int32_t id, int32_t scale = 100);

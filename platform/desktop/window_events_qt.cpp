@@ -18,6 +18,23 @@ void prepareWindow(Window* window, QWidget* widget, int32_t width, int32_t heigh
   window->pixels = QImage(width, height, QImage::Format_RGB888);
   if (window->pixels.isNull()) throw std::bad_alloc();
   window->pixels.fill(Qt::white);
+  window->ratio = widget->devicePixelRatioF();
+}
+
+QSize inUnits(const Window& window, int32_t width, int32_t height) {
+  return QSize(static_cast<int>(std::ceil(width / window.ratio)),
+               static_cast<int>(std::ceil(height / window.ratio)));
+}
+
+QRect inUnits(const Window& window, const Rectangle& rect) {
+  const auto first = [&](int32_t pixels) {
+    return static_cast<int>(std::floor((pixels + window.frame) / window.ratio));
+  };
+  const auto behind = [&](int32_t pixels) {
+    return static_cast<int>(std::ceil((pixels + window.frame) / window.ratio));
+  };
+  return QRect(QPoint(first(rect.left), first(rect.top)),
+               QPoint(behind(rect.right) - 1, behind(rect.bottom) - 1));
 }
 
 // --- Delivery -------------------------------------------------------------------------------
@@ -95,19 +112,19 @@ WindowEvent eventOf(WindowEventKind kind) {
   return event;
 }
 
+// Whole pixels come in divided by the ratio, and not quite whole when multiplied by it again.
 static int16_t coordinateOf(double position) {
-  return saturateToInt16(static_cast<int32_t>(std::floor(std::clamp(position, -1e6, 1e6))));
-}
-
-WindowEvent pointerEvent(WindowEventKind kind, const QPointF& position) {
-  WindowEvent event = eventOf(kind);
-  event.point = {coordinateOf(position.y()), coordinateOf(position.x())};
-  event.shift = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
-  return event;
+  constexpr double kRounding = 1.0 / 64;
+  const double pixel = std::clamp(position + kRounding, -1e6, 1e6);
+  return saturateToInt16(static_cast<int32_t>(std::floor(pixel)));
 }
 
 WindowEvent pointerIn(const Window& window, WindowEventKind kind, const QPointF& position) {
-  return pointerEvent(kind, position - QPointF(window.frame, window.frame));
+  WindowEvent event = eventOf(kind);
+  event.point = {coordinateOf(position.y() * window.ratio - window.frame),
+                 coordinateOf(position.x() * window.ratio - window.frame)};
+  event.shift = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+  return event;
 }
 
 WindowEvent commandEvent(int32_t id) {

@@ -17,7 +17,8 @@ void presentPixels(Window* window, const PixelTarget& target, const Rectangle& p
     const uint8_t* from = target.rgb + 3 * (int64_t{y} * target.width + left);
     std::memcpy(pixels.scanLine(y) + 3 * left, from, 3 * static_cast<size_t>(right - left));
   }
-  window->widget->update(left + window->frame, top + window->frame, right - left, bottom - top);
+  const auto side = [](int32_t place) { return static_cast<int16_t>(place); };
+  window->widget->update(inUnits(*window, {side(top), side(left), side(bottom), side(right)}));
 }
 
 void* beginHostDrawing(Window*, PixelTarget* target) {
@@ -28,7 +29,11 @@ void endHostDrawing(Window*, PixelTarget*, void*) {
 }
 
 void paintPixels(const Window& window, QPainter* painter) {
-  const double scale = painter->deviceTransform().m11();
-  painter->setRenderHint(QPainter::SmoothPixmapTransform, scale != std::round(scale));
+  painter->save();
+  painter->scale(1 / window.ratio, 1 / window.ratio);
+  const double scale = painter->deviceTransform().m11();  // 1, but for rounding and other screens
+  painter->setRenderHint(QPainter::SmoothPixmapTransform,
+                         std::abs(scale - std::round(scale)) > 1e-6);
   painter->drawImage(window.frame, window.frame, window.pixels);
+  painter->restore();
 }

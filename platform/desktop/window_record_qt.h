@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QImage>
+#include <QRect>
 #include <QString>
 #include <deque>
 #include <map>
@@ -23,6 +24,7 @@ struct Window {
   void* context;
   QImage pixels;  // what has been presented, in client pixels
   int32_t frame;  // pixels around them
+  double ratio;   // pixels to a unit of Qt's, as the screen had it when the window opened
 
   bool ended;
   int32_t code;  // that it ended with
@@ -43,6 +45,10 @@ struct Window {
 void prepareWindow(Window* window, QWidget* widget, int32_t width, int32_t height,
                    WindowProcedure procedure, void* context);
 
+// Pixels of the client area in Qt's units: the smallest rectangle that holds them all, and a size.
+QRect inUnits(const Window& window, const Rectangle& rect);
+QSize inUnits(const Window& window, int32_t width, int32_t height);
+
 // Hands one event over; the procedure's answer, false when the window has ended.
 bool sendEvent(Window* window, const WindowEvent& event);
 
@@ -52,9 +58,8 @@ bool sendEvent(Window* window, const WindowEvent& event);
 bool sendInput(Window* window, const WindowEvent& event);
 
 WindowEvent eventOf(WindowEventKind kind);
-WindowEvent pointerEvent(WindowEventKind kind, const QPointF& position);
 
-// The same from a position in the widget, frame and all.
+// From a position in the widget, frame and all.
 WindowEvent pointerIn(const Window& window, WindowEventKind kind, const QPointF& position);
 WindowEvent commandEvent(int32_t id);
 
@@ -64,7 +69,7 @@ bool sendMousePress(Window* window, const QMouseEvent& event, bool isDouble);
 bool sendMouseRelease(Window* window, const QMouseEvent& event);
 bool sendKey(Window* window, const QKeyEvent& event);
 
-// Paints what has been presented. Whole factors of the screen double every pixel cleanly.
+// Paints what has been presented, pixel for pixel on the screen that the window has opened on.
 void paintPixels(const Window& window, QPainter* painter);
 
 // The button of this id, null for none; the id of the control that the keyboard acts on.

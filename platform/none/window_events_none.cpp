@@ -1,11 +1,16 @@
 #include <algorithm>
 
+#include "dialog/dialog_scale.h"
 #include "platform/none/none_state.h"
 #include "platform/none/window_record.h"
 
 constexpr Point kClientOrigin = {100, 80};  // on the screen
-constexpr int32_t kScreenHeight = 768;
+constexpr int32_t kScreenHeight = 768;      // at 100 percent
 constexpr MenuLook kMenuLook = {13, {0, 0, 128}, {255, 255, 255}};
+
+ScreenRoom screenRoom(void*) {
+  return noneState().script.room;
+}
 
 using ModalScript = std::function<void(NoneWindow&)>;
 
@@ -158,7 +163,7 @@ Point clientToScreen(Window* window, Point point) {
 }
 
 int32_t screenHeight() {
-  return kScreenHeight;
+  return scaled(kScreenHeight);
 }
 
 MenuLook menuLook() {

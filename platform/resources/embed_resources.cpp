@@ -1,6 +1,7 @@
 // embed_resources: turns picture files into the C++ source of the resource tables.
 //   embed_resources OUTPUT.cpp [FILE...]
-// A file's name begins with its resource number and ends in its kind: 135-texture-size.bmp.
+// A file's name begins with its resource number and ends in its kind: 135-texture-size.bmp. Files
+// that end in .pack are packs by their scale, and come alone.
 
 #include <algorithm>
 #include <cstdio>
@@ -104,6 +105,27 @@ static void writeTable(std::ostream& out, const std::string& name,
       << "Table, " << table.size() << "};\n}\n\n";
 }
 
+static void writePacks(std::ostream& out, const std::vector<std::filesystem::path>& files) {
+  std::string table;
+  for (const std::filesystem::path& file : files) {
+    const std::vector<uint8_t> bytes = readWhole(file);
+    const std::string scale = std::to_string(numberOf(file));
+    writeBytes(out, "pack" + scale, bytes);
+    table += "  {" + scale + ", pack" + scale + ", " + std::to_string(bytes.size()) + "},\n";
+  }
+  out << "static const EmbeddedPack packs[] = {\n"
+      << table << "  {}};\n\nstd::span<const EmbeddedPack> embeddedPacks() {\n  return {packs, "
+      << files.size() << "};\n}\n";
+}
+
+static void embedPacks(const char* output, const std::vector<std::filesystem::path>& files) {
+  std::ofstream out(output, std::ios::trunc);
+  out << "#include \"platform/resource_table.h\"\n\n";
+  writePacks(out, files);
+  out.close();
+  if (!out) throw std::runtime_error(std::string(output) + ": the file cannot be written");
+}
+
 static void embed(const char* output, const std::vector<std::filesystem::path>& files) {
   Resources resources;
   for (const std::filesystem::path& file : files) {
@@ -129,7 +151,9 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    embed(argv[1], {argv + 2, argv + argc});
+    const std::vector<std::filesystem::path> files(argv + 2, argv + argc);
+    const bool packs = !files.empty() && files.front().extension() == ".pack";
+    (packs ? embedPacks : embed)(argv[1], files);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "embed_resources: %s\n", error.what());

@@ -2,6 +2,7 @@
 
 #include "platform/choosers.h"
 #include "platform/dialog_text.h"
+#include "platform/resource_access.h"
 #include "platform/window.h"
 
 int32_t runModalWindow(const WindowTemplate&, void*, WindowProcedure, void*) {
@@ -26,7 +27,11 @@ bool choosePlatformColor(uint8_t[3], uint8_t[kCustomColors][3]) {
   return false;
 }
 
-int32_t textWidth(const char*) {
+ScreenRoom screenRoom(void*) {
+  return {kPlainScale, 0, 0};
+}
+
+int32_t textWidth(const char*, int32_t) {
   return 0;
 }
 
@@ -46,7 +51,11 @@ MenuLook menuLook() {
   return {};
 }
 
-void drawTextCoverage(const char*, uint8_t*) {
+bool findPicturePack(int32_t, const uint8_t**, int32_t*) {
+  return false;
+}
+
+void drawTextCoverage(const char*, int32_t, uint8_t*) {
 }
 void endModalWindow(Window*, int32_t) {
 }

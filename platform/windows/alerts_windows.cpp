@@ -1,13 +1,35 @@
 #include "platform/alerts.h"
 
 #include <cstdio>
+#include <cstdlib>
 
+#include "dialog/dialog_scale.h"
 #include "platform/windows/dialog_place.h"
+#include "platform/windows/scaled_images.h"
+#include "platform/windows/scaled_template.h"
+#include "platform/windows/screen_scale.h"
 #include "platform/windows/window_record.h"
 
 constexpr int32_t kCancelButton = 1;  // the number of every alert's Cancel
 
+constexpr WORD kAlertIcon = 148;
+
 static HWND openAlert = nullptr;
+static HICON alertIcon = nullptr;
+static int32_t alertScale = kPlainScale;
+
+// The system has enlarged the template's from 32 pixels.
+static void showIcon(HWND dialog) {
+  if (alertScale == kPlainScale) return;
+  for (HWND item = GetWindow(dialog, GW_CHILD); item != nullptr;
+       item = GetWindow(item, GW_HWNDNEXT)) {
+    if ((SendMessageA(item, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) == 0) continue;
+    if ((GetWindowLongPtrA(item, GWL_STYLE) & SS_TYPEMASK) != SS_ICON) continue;
+    alertIcon = scaledIcon(kAlertIcon, alertScale);
+    if (alertIcon != nullptr)
+      SendMessageA(item, STM_SETICON, reinterpret_cast<WPARAM>(alertIcon), 0);
+  }
+}
 
 // The resources hold the texts with their parameters; what is shown are the expanded ones.
 static void startUp(HWND dialog, const AlertContent& content) {
@@ -17,6 +39,7 @@ static void startUp(HWND dialog, const AlertContent& content) {
     const AlertText& text = content.texts[i];
     if (text.number != 0) SetDlgItemTextA(dialog, text.number, text.text);
   }
+  showIcon(dialog);
   SetFocus(GetDlgItem(dialog, kCancelButton));
 }
 
@@ -58,14 +81,31 @@ static LRESULT CALLBACK filterMessage(int code, WPARAM wParam, LPARAM lParam) {
   return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
+// The system measures dialogs by its own scale; only one that the user asks for is ours to apply.
+static INT_PTR runAlert(const AlertContent& content) {
+  const auto parameter = reinterpret_cast<LPARAM>(&content);
+  const int32_t larger = alertScale * kPlainDots / systemDots();
+  if (wantedScale() == 0 || larger == kPlainScale) {
+    return DialogBoxParamA(moduleInstance(), content.name, nullptr, alertProcedure, parameter);
+  }
+  DLGTEMPLATE* box = templateAtScale(content.name, larger);
+  if (box == nullptr) return -1;
+  const INT_PTR answer =
+      DialogBoxIndirectParamA(moduleInstance(), box, nullptr, alertProcedure, parameter);
+  std::free(box);
+  return answer;
+}
+
 // The dialog below has to be kept from the user, as the alert has no owner that the system would
 // keep from them.
 int32_t showPlatformAlert(const AlertContent& content) {
   HWND dialog = shutTopWindow();
   HHOOK hook = SetWindowsHookExA(WH_MSGFILTER, filterMessage, nullptr, GetCurrentThreadId());
-  const INT_PTR answer = DialogBoxParamA(moduleInstance(), content.name, nullptr, alertProcedure,
-                                         reinterpret_cast<LPARAM>(&content));
+  alertScale = chooseScale(dialog, content.width, content.height);
+  const INT_PTR answer = runAlert(content);
   openAlert = nullptr;
+  if (alertIcon != nullptr) DestroyIcon(alertIcon);
+  alertIcon = nullptr;
   if (hook != nullptr) UnhookWindowsHookEx(hook);
   openTopWindow(dialog);
   return answer > 0 ? static_cast<int32_t>(answer) : -1;

@@ -4,6 +4,8 @@
 #include "platform/export.h"
 #include "platform/windows/control_access.h"
 #include "platform/windows/dialog_place.h"
+#include "platform/windows/scaled_images.h"
+#include "platform/windows/screen_scale.h"
 #include "platform/windows/window_record.h"
 // The common controls' header wants the other one first.
 #include <commctrl.h>
@@ -34,13 +36,25 @@ void openTopWindow(HWND shut) {
 
 // --- Start-up -------------------------------------------------------------------------------
 
+// The frame is what the system makes of it at the scale of the screen.
+static void sizeWindow(HWND dialog, LONG width, LONG height) {
+  SetWindowPos(dialog, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 static void sizeClientArea(const Window* window) {
   RECT rect = {0, 0, window->content->width, window->content->height};
   const auto style = static_cast<DWORD>(GetWindowLongA(window->handle, GWL_STYLE));
   const auto extended = static_cast<DWORD>(GetWindowLongA(window->handle, GWL_EXSTYLE));
   AdjustWindowRectEx(&rect, style, FALSE, extended);
-  SetWindowPos(window->handle, nullptr, 0, 0, rect.right - rect.left, rect.bottom - rect.top,
-               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  sizeWindow(window->handle, rect.right - rect.left, rect.bottom - rect.top);
+  RECT client = {};
+  RECT outer = {};
+  GetClientRect(window->handle, &client);
+  GetWindowRect(window->handle, &outer);
+  const LONG wider = window->content->width - client.right;
+  const LONG taller = window->content->height - client.bottom;
+  if (wider == 0 && taller == 0) return;
+  sizeWindow(window->handle, outer.right - outer.left + wider, outer.bottom - outer.top + taller);
 }
 
 // The next item of the template that has this id and comes after another one (null: the first);
@@ -70,6 +84,7 @@ static void layOut(const Window* window) {
 static void startUp(HWND dialog, Window* window) {
   SetWindowLongPtrA(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(window));
   window->handle = dialog;
+  keepLayout(dialog);
   sizeClientArea(window);
   layOut(window);
   placeDialog(dialog);
@@ -78,6 +93,7 @@ static void startUp(HWND dialog, Window* window) {
   }
   addToolTips(window);
   sendEvent(window, eventOf(WindowEventKind::initialise));
+  scalePictures(window);
 }
 
 // --- Messages -------------------------------------------------------------------------------
@@ -110,14 +126,19 @@ static void tellRest(Window* window) {
   sendEvent(window, eventOf(WindowEventKind::rest));
 }
 
+static HCURSOR handCursor(WORD number) {
+  HCURSOR cursor = scaledCursor(number);
+  return cursor != nullptr ? cursor : LoadCursorA(moduleInstance(), MAKEINTRESOURCEA(number));
+}
+
 static HCURSOR cursorOf(CursorShape shape) {
   constexpr WORD kClosedHand = 107;  // cursor resources
   constexpr WORD kOpenHand = 108;
   switch (shape) {
     case CursorShape::closedHand:
-      return LoadCursorA(moduleInstance(), MAKEINTRESOURCEA(kClosedHand));
+      return handCursor(kClosedHand);
     case CursorShape::openHand:
-      return LoadCursorA(moduleInstance(), MAKEINTRESOURCEA(kOpenHand));
+      return handCursor(kOpenHand);
     case CursorShape::wait:
       return LoadCursorA(nullptr, MAKEINTRESOURCEA(32514));
     default:
@@ -130,15 +151,19 @@ void setCursor(Window* window, CursorShape shape) {
   SetCursor(cursorOf(shape));
 }
 
+bool showsBitmap(HWND item) {
+  char name[8] = {};
+  GetClassNameA(item, name, sizeof(name));
+  const LONG_PTR type = GetWindowLongPtrA(item, GWL_STYLE) & SS_TYPEMASK;
+  return lstrcmpiA(name, "Static") == 0 && type == SS_BITMAP;
+}
+
 // Statics load the pictures that the template names; not every system frees them. Whoever takes one
 // away has to.
 static void freePictures(HWND dialog) {
   for (HWND item = GetWindow(dialog, GW_CHILD); item != nullptr;
        item = GetWindow(item, GW_HWNDNEXT)) {
-    char name[8] = {};
-    GetClassNameA(item, name, sizeof(name));
-    const LONG_PTR type = GetWindowLongPtrA(item, GWL_STYLE) & SS_TYPEMASK;
-    if (lstrcmpiA(name, "Static") != 0 || type != SS_BITMAP) continue;
+    if (!showsBitmap(item)) continue;
     const LRESULT picture = SendMessageA(item, STM_SETIMAGE, IMAGE_BITMAP, 0);
     if (picture != 0) DeleteObject(reinterpret_cast<HGDIOBJ>(picture));
   }
@@ -244,6 +269,7 @@ int32_t runModalWindow(const WindowTemplate& content, void* ownerWindow, WindowP
   endReading(&window);
   dismissPopup(&window);  // still there when the window went with its owner
   window.ended = true;
+  if (window.tipLetters != nullptr) DeleteObject(window.tipLetters);
   freeSurface(&window.hostSurface);
   freeSurface(&window.surface);
   return window.code;

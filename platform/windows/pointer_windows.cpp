@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "platform/windows/control_access.h"
+#include "platform/windows/screen_scale.h"
 #include "platform/windows/window_record.h"
 #include "services/fixed_point.h"
 
@@ -57,7 +58,7 @@ static void channelsOf(COLORREF colour, uint8_t channels[3]) {
 
 MenuLook menuLook() {
   MenuLook look = {};
-  look.checkMarkWidth = GetSystemMetrics(SM_CXMENUCHECK);
+  look.checkMarkWidth = GetSystemMetrics(SM_CXMENUCHECK) * kPlainDots / systemDots();
   channelsOf(GetSysColor(COLOR_HIGHLIGHT), look.highlight);
   channelsOf(GetSysColor(COLOR_HIGHLIGHTTEXT), look.highlightText);
   return look;

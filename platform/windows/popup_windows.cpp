@@ -1,11 +1,12 @@
 #include <initializer_list>
 #include <new>
 
+#include "dialog/dialog_scale.h"
 #include "platform/windows/window_record.h"
 
 constexpr char kPopupClass[] = "PopupClass";
 constexpr char kPopupTitle[] = "zowie";
-constexpr int32_t kFrameWidth = 10;  // both sides of the dialog frame, pixels
+constexpr int32_t kFrameWidth = 10;  // both sides of the dialog frame, pixels at 100 percent
 constexpr int32_t kFrameHeight = 8;
 constexpr Point kOutside = {-1000, -1000};
 
@@ -89,14 +90,14 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
   popup->procedure = procedure;
   popup->context = context;
   popup->owner = owner;
-  if (!makeSurface(&popup->surface, width + kFrameWidth, height)) {
+  if (!makeSurface(&popup->surface, width + scaled(kFrameWidth), height)) {
     delete popup;
     return nullptr;
   }
   popup->handle =
       CreateWindowExA(0, kPopupClass, kPopupTitle, WS_POPUP | WS_DLGFRAME, screenOrigin.h,
-                      screenOrigin.v, width + kFrameWidth, height + kFrameHeight, owner->handle,
-                      nullptr, moduleInstance(), nullptr);
+                      screenOrigin.v, width + scaled(kFrameWidth), height + scaled(kFrameHeight),
+                      owner->handle, nullptr, moduleInstance(), nullptr);
   if (popup->handle == nullptr) {
     freePopup(popup);
     return nullptr;

@@ -67,6 +67,15 @@ static bool loadIcon(int32_t id, ResourcePicture* picture) {
   return false;
 }
 
+bool findPicturePack(int32_t scale, const uint8_t** pack, int32_t* length) {
+  HRSRC found = FindResourceA(moduleInstance(), MAKEINTRESOURCEA(scale), MAKEINTRESOURCEA(10));
+  HGLOBAL loaded = found != nullptr ? LoadResource(moduleInstance(), found) : nullptr;
+  if (loaded == nullptr) return false;
+  *pack = static_cast<const uint8_t*>(LockResource(loaded));
+  *length = static_cast<int32_t>(SizeofResource(moduleInstance(), found));
+  return *pack != nullptr;
+}
+
 bool findResourcePicture(int32_t id, ResourcePicture* picture) {
   for (int32_t i = 0; i < unpacked.count; ++i) {
     if (unpacked.rows[i].id != id) continue;

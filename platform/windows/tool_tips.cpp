@@ -1,3 +1,5 @@
+#include "dialog/dialog_scale.h"
+#include "platform/windows/screen_scale.h"
 #include "platform/windows/window_record.h"
 // The common controls' header wants the other one first.
 #include <commctrl.h>
@@ -32,9 +34,26 @@ static LRESULT ask(const Window* window, UINT message, TOOLINFOA tool) {
   return SendMessageA(window->toolTips, message, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
+// The system's, but larger where the user asks for another scale than the system's.
+static HFONT makeLetters() {
+  NONCLIENTMETRICSA metrics = {};
+  metrics.cbSize = sizeof(metrics);
+  const int32_t larger = dialogScale() * kPlainDots / systemDots();
+  if (wantedScale() == 0 || larger == kPlainScale) return nullptr;
+  if (!SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0)) return nullptr;
+  LOGFONTA letters = metrics.lfStatusFont;
+  letters.lfHeight = scaledLength(static_cast<int32_t>(letters.lfHeight), larger);
+  letters.lfWidth = 0;
+  return CreateFontIndirectA(&letters);
+}
+
 void addToolTips(Window* window) {
   if (window->content->controlCount == 0) return;
   window->toolTips = makeToolTips(window->handle);
+  window->tipLetters = makeLetters();
+  if (window->tipLetters != nullptr) {
+    SendMessageA(window->toolTips, WM_SETFONT, reinterpret_cast<WPARAM>(window->tipLetters), FALSE);
+  }
   for (int32_t i = 0; i < window->content->controlCount; ++i) {
     const WindowControl& control = window->content->controls[i];
     if (control.toolTip != nullptr) setToolTip(window, control.id, control.toolTip);

@@ -27,6 +27,7 @@ struct Window {
   int32_t focusedArea;  // id; what counts while no button has the focus
   int32_t wheelRest;    // of a wheel that turns in less than notches
   HWND toolTips;
+  HFONT tipLetters;     // where they are not the system's, null
   IAccessible* access;  // null until a screen reader asks
   bool opensAccess;     // the thread is open to others for its sake
   Window* owner;        // of a pop-up
@@ -69,6 +70,9 @@ void showSurface(const Window* window, HDC context, const RECT& part, POINT orig
 
 // Asks for the drawing of a button in a state.
 void sendDrawItem(Window* window, int32_t id, const ItemState& state);
+
+// A picture of the template, which shows itself.
+bool showsBitmap(HWND item);
 
 // Lets an open pop-up go outside its rows, so that whoever opened it frees what it holds.
 void dismissPopup(Window* owner);

@@ -3,13 +3,33 @@
 #include <algorithm>
 #include <cmath>
 
+#include "geometry/field/cone_kernel.h"
 #include "resources/artwork/drawn_letters.h"
 #include "resources/artwork/engine_runs.h"
 #include "resources/artwork/palette.h"
 #include "resources/artwork/small_letters.h"
+#include "services/scaling.h"
 
-constexpr int32_t kFiner = 3;  // the effect is rendered this much larger, for smooth edges
+// The effect is rendered this much larger, for smooth edges: for the plain scale, and for all the
+// others as large as a bevel's greatest width allows.
+constexpr int32_t kPlainFiner = 3;
+constexpr int32_t kLargestFiner = 5;
 constexpr int32_t kSamples = 2;
+
+static bool isPlain() {
+  return drawnScale() == kPlainScale;
+}
+
+static int32_t finer() {
+  return isPlain() ? kPlainFiner : kLargestFiner;
+}
+
+// What is rendered `fineness` times as large as at the plain scale, at its own.
+static Picture shown(const Picture& fine, int32_t fineness) {
+  if (isPlain()) return reducedPicture(fine, fineness);
+  return resampledPicture(fine, scaledLength(fine.width / fineness, drawnScale()),
+                          scaledLength(fine.height / fineness, drawnScale()));
+}
 
 // --- Shadows --------------------------------------------------------------------------------
 
@@ -65,11 +85,11 @@ Picture drawAboutTitle() {
   settings.height = 56;
   settings.reflection = 30;
   raiseObject(&picture, coverage, {206, 158, 62}, settings);
-  return reducedPicture(picture, kTitleFiner);
+  return shown(picture, kTitleFiner);
 }
 
 Picture drawAboutVersion(const std::string& version) {
-  Picture picture = newPicture(110, 14, kPaper);
+  Picture picture = newScaledPicture(110, 14, kPaper);
   drawSmallText(&picture, "Version " + version, 0, 1, kInk);
   return picture;
 }
@@ -96,10 +116,10 @@ static Shape rosetteShape(double x, double y, double radius, int32_t petals, dou
 }
 
 static void placePiece(Picture* picture, const Shape& shape, Rgb colour,
-                       const EffectSettings& settings) {
+                       const EffectSettings& settings, int32_t shadow) {
   const std::vector<uint8_t> coverage =
       coverageOf(shape, picture->width, picture->height, kSamples);
-  throwShadow(picture, coverage, 3 * kFiner, 0.45);
+  throwShadow(picture, coverage, shadow, 0.45);
   raiseObject(picture, coverage, colour, settings);
 }
 
@@ -142,19 +162,28 @@ static EffectSettings beadSettings(int32_t radius) {
   return settings;
 }
 
+// The settings give the bevel for the plain fineness.
+static EffectSettings atFineness(EffectSettings settings) {
+  settings.radius = radiusFor(fullRadius(settings.radius) * finer() / kPlainFiner);
+  return settings;
+}
+
 Picture drawAboutShow() {
-  Picture picture = newPicture(262 * kFiner, 152 * kFiner, kPaper);
-  const double middle = 74.0 * kFiner;
-  const double centre = 131.0 * kFiner;
-  const Shape rosette = rosetteShape(centre, middle, 62.0 * kFiner, 12, 0.07);
-  const Shape beyondHole = ringShape(centre, middle, 29.0 * kFiner, 70.0 * kFiner);
-  placePiece(&picture, bothShape(rosette, beyondHole), {214, 166, 72}, ringSettings());
-  placePiece(&picture, discShape(centre, middle, 17.0 * kFiner), {214, 166, 72}, beadSettings(50));
-  placePiece(&picture, discShape(36.0 * kFiner, middle, 28.0 * kFiner), {206, 208, 212},
-             filmSettings());
-  placePiece(&picture, rosetteShape(226.0 * kFiner, middle, 30.0 * kFiner, 5, 0.12), {188, 122, 74},
-             bronzeSettings());
-  return reducedPicture(picture, kFiner);
+  const int32_t fine = finer();
+  Picture picture = newPicture(262 * fine, 152 * fine, kPaper);
+  const double middle = 74.0 * fine;
+  const double centre = 131.0 * fine;
+  const Shape rosette = rosetteShape(centre, middle, 62.0 * fine, 12, 0.07);
+  const Shape beyondHole = ringShape(centre, middle, 29.0 * fine, 70.0 * fine);
+  placePiece(&picture, bothShape(rosette, beyondHole), {214, 166, 72}, atFineness(ringSettings()),
+             3 * fine);
+  placePiece(&picture, discShape(centre, middle, 17.0 * fine), {214, 166, 72},
+             atFineness(beadSettings(50)), 3 * fine);
+  placePiece(&picture, discShape(36.0 * fine, middle, 28.0 * fine), {206, 208, 212},
+             atFineness(filmSettings()), 3 * fine);
+  placePiece(&picture, rosetteShape(226.0 * fine, middle, 30.0 * fine, 5, 0.12), {188, 122, 74},
+             atFineness(bronzeSettings()), 3 * fine);
+  return shown(picture, fine);
 }
 
 Picture drawAboutMark() {
@@ -162,6 +191,6 @@ Picture drawAboutMark() {
   constexpr int32_t kSide = 18 * kMarkFiner;
   Picture picture = newPicture(kSide, kSide, kPaper);
   placePiece(&picture, discShape(8.5 * kMarkFiner, 8.5 * kMarkFiner, 6.5 * kMarkFiner),
-             {214, 166, 72}, beadSettings(39));
-  return reducedPicture(picture, kMarkFiner);
+             {214, 166, 72}, beadSettings(39), 3 * kPlainFiner);
+  return shown(picture, kMarkFiner);
 }

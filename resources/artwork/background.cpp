@@ -24,19 +24,29 @@ constexpr int32_t kValueHeight = 10;  // rows that the dialog fills
 constexpr int32_t kGroupLines[] = {107, 166, 205, 243};
 
 static void horizontalGroove(Picture* picture, int32_t left, int32_t right, int32_t y) {
-  horizontalLine(picture, left, right, y, kGrooveDark);
-  horizontalLine(picture, left, right, y + 1, kGrooveLight);
+  const int32_t top = pixelOf(*picture, y);
+  const int32_t middle = top + penOf(*picture);
+  const int32_t first = pixelOf(*picture, left);
+  const int32_t last = pixelOf(*picture, right);
+  fillPixels(picture, {first, top, last, middle}, kGrooveDark);
+  fillPixels(picture, {first, middle, last, middle + penOf(*picture)}, kGrooveLight);
 }
 
 static void verticalGroove(Picture* picture, int32_t x, int32_t top, int32_t bottom) {
-  verticalLine(picture, x, top, bottom, kGrooveDark);
-  verticalLine(picture, x + 1, top, bottom, kGrooveLight);
+  const int32_t left = pixelOf(*picture, x);
+  const int32_t middle = left + penOf(*picture);
+  const int32_t first = pixelOf(*picture, top);
+  const int32_t last = pixelOf(*picture, bottom);
+  fillPixels(picture, {left, first, middle, last}, kGrooveDark);
+  fillPixels(picture, {middle, first, middle + penOf(*picture), last}, kGrooveLight);
 }
 
 // A frame around a box, cut into the ground.
 static void sunkenFrame(Picture* picture, const Box& box) {
-  frameBox(picture, {box.left - 1, box.top - 1, box.right + 1, box.bottom + 1}, kGrooveDark,
-           kGrooveLight);
+  const Box inner = pixelsOf(*picture, box);
+  const int32_t pen = penOf(*picture);
+  framePixels(picture, {inner.left - pen, inner.top - pen, inner.right + pen, inner.bottom + pen},
+              kGrooveDark, kGrooveLight);
 }
 
 static void drawValueFields(Picture* picture) {
@@ -58,13 +68,12 @@ static void drawLeads(Picture* picture) {
 }
 
 static void drawPreviewWell(Picture* picture) {
-  frameBox(picture, {kPreview.left - 1, kPreview.top - 1, kPreview.right + 1, kPreview.bottom + 1},
-           kGrooveDark, kGrooveLight);
+  sunkenFrame(picture, kPreview);
   fillBox(picture, kPreview, {242, 241, 239});
 }
 
 Picture drawBackground() {
-  Picture picture = newPicture(kWidth, kHeight, kPanel);
+  Picture picture = newScaledPicture(kWidth, kHeight, kPanel);
   fillBox(&picture, {kFirstGroove, 0, kSecondGroove, kHeight}, kDeepPanel);
   horizontalLine(&picture, 0, kWidth, 0, kGrooveLight);
   verticalGroove(&picture, kFirstGroove, 1, kHeight);
@@ -89,7 +98,7 @@ Picture drawBackground() {
 // The shape and the texture add up: a summing point on the line that joins their pickers.
 Picture drawTextureLink(const Picture& background) {
   Picture picture = croppedPicture(background, kLinkBox);
-  horizontalLine(&picture, 0, picture.width, 8, kGold);
+  horizontalLine(&picture, 0, kLinkBox.right - kLinkBox.left, 8, kGold);
   fillShape(&picture, discShape(8.5, 8.5, 7.5), kGold);
   fillShape(&picture, discShape(8.5, 8.5, 6.5), kGrooveLight);
   horizontalLine(&picture, 5, 12, 8, kInk);

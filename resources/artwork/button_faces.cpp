@@ -14,15 +14,28 @@ static void drawTray(Picture* picture) {
   verticalLine(picture, 11, 9, 14, kInk);
 }
 
+// Pixel by pixel where there are few.
+static void drawArrow(Picture* picture, bool downward) {
+  if (picture->scale == 100) {
+    verticalLine(picture, 6, 2, 11, kGold);
+    for (int32_t i = 0; i < 4; ++i) {
+      horizontalLine(picture, 6 - i, 7 + i, downward ? 10 - i : 2 + i, kGold);
+    }
+    return;
+  }
+  const double tip = downward ? 11.2 : 1.8;
+  const double base = downward ? 6.6 : 6.4;
+  verticalLine(picture, 6, 2, 11, kGold);
+  const double middle = (pixelOf(*picture, 6) + penOf(*picture) / 2.0) * 100 / picture->scale;
+  fillShape(picture, polygonShape({{middle, tip}, {middle - 4.2, base}, {middle + 4.2, base}}),
+            kGold);
+}
+
 // Into the tray for Save, out of it for Load.
 static Picture drawTrayFace(const char* word, bool downward) {
-  Picture picture = newPicture(39, 16, kButtonFace);
+  Picture picture = newScaledPicture(39, 16, kButtonFace);
   drawTray(&picture);
-  fillBox(&picture, {6, 2, 7, 11}, kGold);
-  for (int32_t i = 0; i < 4; ++i) {
-    const int32_t y = downward ? 10 - i : 2 + i;
-    horizontalLine(&picture, 6 - i, 7 + i, y, kGold);
-  }
+  drawArrow(&picture, downward);
   drawSmallText(&picture, word, 17, 5, kInk);
   return picture;
 }
@@ -39,7 +52,7 @@ Picture drawLoadFace() {
 
 // Three quarters of a turn, clockwise.
 Picture drawSpinFace() {
-  Picture picture = newPicture(11, 11, kButtonFace);
+  Picture picture = newScaledPicture(11, 11, kButtonFace);
   const Shape ring = ringShape(5.5, 5.5, 3.2, 4.7);
   fillShape(
       &picture, [&ring](double x, double y) { return ring(x, y) && !(x > 5.5 && y < 5.5); }, kInk);
@@ -89,7 +102,7 @@ static void drawDie(Picture* picture, const Die& die, const std::vector<Spot>& t
 }
 
 Picture drawRandomizeFace() {
-  Picture picture = newPicture(36, 19, kButtonFace);
+  Picture picture = newScaledPicture(36, 19, kButtonFace);
   const std::vector<Spot> one = {{0.5, 0.5}};
   const std::vector<Spot> two = {{0.28, 0.28}, {0.72, 0.72}};
   const std::vector<Spot> three = {{0.22, 0.22}, {0.5, 0.5}, {0.78, 0.78}};
@@ -102,7 +115,7 @@ Picture drawRandomizeFace() {
 
 // The dialog draws the bevel's left and top; its right and bottom, and the ground beyond, are here.
 static Picture drawToggleWell(Rgb ground) {
-  Picture picture = newPicture(kToggleSide, kToggleSide, kPanel);
+  Picture picture = newScaledPicture(kToggleSide, kToggleSide, kPanel);
   fillBox(&picture, {0, 0, kToggleWell, kToggleWell}, ground);
   horizontalLine(&picture, 0, kToggleWell + 1, kToggleWell, kPaper);
   verticalLine(&picture, kToggleWell, 0, kToggleWell + 1, kPaper);
@@ -130,11 +143,12 @@ static Rgb rainbowAt(double part) {
 
 Picture drawCausticToggle(bool grey, bool pressed) {
   Picture picture = drawToggleWell(kPaper);
-  for (int32_t x = 0; x < kToggleWell; ++x) {
-    const double part = x / (kToggleWell - 1.0);
+  const int32_t well = pixelOf(picture, kToggleWell);
+  for (int32_t x = 0; x < well; ++x) {
+    const double part = x / (well - 1.0);
     Rgb colour = grey ? mixed({250, 250, 250}, {76, 76, 76}, part) : rainbowAt(part);
     if (pressed) colour = mixed(colour, kInk, 0.35);
-    verticalLine(&picture, x, 0, kToggleWell, colour);
+    fillPixels(&picture, {x, 0, x + 1, well}, colour);
   }
   return picture;
 }

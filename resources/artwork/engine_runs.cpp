@@ -71,6 +71,10 @@ EffectSettings goldSettings() {
   return settings;
 }
 
+int32_t radiusFor(int32_t pixels) {
+  return pixels <= 50 ? pixels : 50 + (pixels - 50) / 2;
+}
+
 Picture renderedPicture(const Picture& source, const std::vector<uint8_t>& coverage,
                         const EffectSettings& settings) {
   const std::unique_ptr<EngineRun> run = startRun(settings, source.width, source.height);

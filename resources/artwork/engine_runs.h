@@ -15,6 +15,9 @@ EffectSettings smoothSettings();
 // A polished gold: the built-in environment mirrored.
 EffectSettings goldSettings();
 
+// The radius setting for a bevel so many pixels wide; beyond 50 the setting counts twice.
+int32_t radiusFor(int32_t pixels);
+
 // The source with the effect where the selection covers it.
 // coverage: 0 to 255 a pixel; both of the same size.
 Picture renderedPicture(const Picture& source, const std::vector<uint8_t>& coverage,

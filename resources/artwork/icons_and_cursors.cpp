@@ -10,8 +10,10 @@ constexpr int32_t kLarge = 192;
 constexpr int32_t kHuge = 1024;  // for icons from 128 pixels on
 constexpr Rgb kOutline = {28, 26, 22};
 
-// Not every system mixes the edge of an icon with what is under it: all or nothing.
+// Not every system mixes the edge of an icon with what is under it: all or nothing at 100 percent,
+// which is the system's to draw.
 static void hardenEdges(Picture* picture) {
+  if (picture->scale != 100) return;
   for (uint8_t& alpha : picture->alpha) alpha = alpha >= 128 ? 255 : 0;
 }
 
@@ -19,11 +21,6 @@ static void hardenEdges(Picture* picture) {
 
 static Shape plateShape(double side) {
   return roundedBoxShape(side * 0.02, side * 0.02, side * 0.98, side * 0.98, side * 0.2);
-}
-
-// A bevel's width in pixels; beyond 50 the setting counts twice.
-static int32_t radiusFor(int32_t pixels) {
-  return pixels <= 50 ? pixels : 50 + (pixels - 50) / 2;
 }
 
 // A gold initial on a graphite plate, both bevelled by the effect.
@@ -68,7 +65,7 @@ static Shape roundedTriangle(double grown) {
 }
 
 Picture drawAlertIcon() {
-  Picture picture = newTransparentPicture(kIconSide, kIconSide);
+  Picture picture = newScaledTransparentPicture(kIconSide, kIconSide);
   fillShape(&picture, roundedTriangle(1.2), kDarkGold);
   hardenEdges(&picture);
   fillShape(&picture, roundedTriangle(0), [](double, double y) {
@@ -79,7 +76,7 @@ Picture drawAlertIcon() {
   return picture;
 }
 
-Picture drawCheckMark() {
+static Picture drawPlainCheckMark() {
   // Dark with a white edge below: it shows on the menu's grey and on any highlight.
   constexpr const char* kRows[] = {"......oo.", ".....oo..", "o...oo...",
                                    "oo.oo....", ".ooo.....", "..o......"};
@@ -96,6 +93,18 @@ Picture drawCheckMark() {
       }
     }
   }
+  return picture;
+}
+
+Picture drawCheckMark() {
+  if (drawnScale() == 100) return drawPlainCheckMark();
+  Picture picture = newScaledTransparentPicture(9, 8);
+  const auto mark = [](double down) {
+    return eitherShape(lineShape(1.2, 3.2 + down, 3.3, 5.2 + down, 0.95),
+                       lineShape(3.3, 5.2 + down, 7.4, 0.9 + down, 0.95));
+  };
+  fillShape(&picture, mark(1), kPaper);
+  fillShape(&picture, mark(0), kOutline);
   return picture;
 }
 
@@ -125,7 +134,7 @@ static void drawPalm(Picture* picture, const Shape& palm, const Shape& rim) {
 }
 
 Picture drawOpenHand() {
-  Picture picture = newTransparentPicture(kIconSide, kIconSide);
+  Picture picture = newScaledTransparentPicture(kIconSide, kIconSide);
   const Finger thumb = {4.6, 12.2, 2.2, 8.6};
   const Finger fingers[] = {
       {5.2, 9.0, 4.0, 3.8}, {7.9, 8.0, 7.4, 2.2}, {10.6, 8.2, 11.0, 2.8}, {13.0, 9.6, 14.2, 5.4}};
@@ -141,7 +150,7 @@ Picture drawOpenHand() {
 }
 
 Picture drawClosedHand() {
-  Picture picture = newTransparentPicture(kIconSide, kIconSide);
+  Picture picture = newScaledTransparentPicture(kIconSide, kIconSide);
   const Shape rim = eitherShape(roundedBoxShape(2.6, 6.0, 15.2, 14.6, 4.2),
                                 roundedBoxShape(5.0, 10.0, 13.6, 17.2, 2.0));
   const Shape palm = eitherShape(roundedBoxShape(3.6, 7.0, 14.2, 13.7, 3.4),

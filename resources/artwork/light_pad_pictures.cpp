@@ -72,7 +72,7 @@ static void drawNumber(Picture* picture, int32_t light) {
 }
 
 Picture drawLightPad(int32_t light) {
-  Picture picture = newPicture(kPadSide, kPadSide, kPanel);
+  Picture picture = newScaledPicture(kPadSide, kPadSide, kPanel);
   drawFace(&picture);
   drawCompass(&picture, light);
   drawRings(&picture, light);
@@ -80,8 +80,9 @@ Picture drawLightPad(int32_t light) {
   return picture;
 }
 
-// A bead with a dark rim; no part of a pixel is transparent, as not every system mixes them.
-Picture drawLightHandle() {
+// A bead with a dark rim. Where it is few pixels wide no part of one is transparent, as not every
+// system mixes them.
+static Picture drawPlainHandle() {
   constexpr const char* kRows[] = {".ooo.", "ohggo", "oggdo", "ogddo", ".ooo."};
   Picture picture = newTransparentPicture(32, 32);
   for (int32_t y = 0; y < 5; ++y) {
@@ -104,5 +105,15 @@ Picture drawLightHandle() {
       }
     }
   }
+  return picture;
+}
+
+Picture drawLightHandle() {
+  if (drawnScale() == 100) return drawPlainHandle();
+  Picture picture = newScaledTransparentPicture(5, 5);
+  fillShape(&picture, discShape(2.5, 2.5, 2.5), {20, 18, 14});
+  fillShape(&picture, discShape(2.5, 2.5, 1.65),
+            [](double x, double y) { return mixed(kLightGold, kGold, (x + y - 3) / 3); });
+  fillShape(&picture, discShape(1.9, 1.9, 0.6), kPaper);
   return picture;
 }

@@ -1,24 +1,31 @@
 // morvalis_artwork: draws every picture of the dialogs and writes the resource files.
 //   morvalis_artwork FOLDER      writes FOLDER/bitmaps, FOLDER/icons, FOLDER/cursors, and
-//                                FOLDER/hicolor with the program's icons for the desktop
+//                                FOLDER/hicolor with the program's icons for the desktop, and
+//                                FOLDER/scaled with all pictures of the dialogs at larger scales
 // Files that are there already are replaced; the bytes are the same on every run.
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <iterator>
 #include <string>
 
 #include "pictures/builtin_pictures.h"
 #include "pictures/picture_surface.h"
+#include "platform/resource_access.h"
 #include "resources/artwork/about_pictures.h"
 #include "resources/artwork/background.h"
 #include "resources/artwork/button_faces.h"
 #include "resources/artwork/icons_and_cursors.h"
 #include "resources/artwork/light_pad_pictures.h"
 #include "resources/artwork/menu_pictures.h"
+#include "resources/artwork/picture_packing.h"
 #include "resources/artwork/picture_writing.h"
 #include "resources/artwork/png_writing.h"
 #include "resources/artwork/slider_tracks.h"
+#include "services/scaling.h"
+#include "settings/effect_settings.h"
 
 namespace fs = std::filesystem;
 
@@ -47,6 +54,8 @@ constexpr NumberedPicture kBlendModes[] = {
 struct Writer {
   fs::path folder;
   int32_t files;
+  std::vector<PackedPicture> pack;  // of a scale above 100 percent
+  bool isRough;                     // what is rendered or shaded
 };
 
 static fs::path fileOf(Writer* writer, const char* folder, int32_t number, const std::string& name,
@@ -59,6 +68,8 @@ static fs::path fileOf(Writer* writer, const char* folder, int32_t number, const
 
 static void bitmap(Writer* writer, int32_t number, const std::string& name,
                    const Picture& picture) {
+  if (drawnScale() != kPlainScale)
+    return writer->pack.push_back({number, picture, writer->isRough});
   writeBitmap(fileOf(writer, "bitmaps", number, name, ".bmp"), picture);
 }
 
@@ -69,11 +80,17 @@ static void greyBitmap(Writer* writer, int32_t number, const std::string& name,
 
 static void icon(Writer* writer, int32_t number, const std::string& name,
                  const std::vector<Picture>& pictures) {
+  if (drawnScale() != kPlainScale) {
+    return writer->pack.push_back({kIconNumbers + number, pictures.front(), false});
+  }
   writeIcon(fileOf(writer, "icons", number, name, ".ico"), pictures);
 }
 
 static void cursor(Writer* writer, int32_t number, const std::string& name,
                    const Picture& picture) {
+  if (drawnScale() != kPlainScale) {
+    return writer->pack.push_back({kCursorNumbers + number, picture, false});
+  }
   writeCursor(fileOf(writer, "cursors", number, name, ".cur"), picture, kHandHot, kHandHot);
 }
 
@@ -83,6 +100,7 @@ static void writeMainDialog(Writer* writer) {
   bitmap(writer, 240, "texture-link", drawTextureLink(background));
   bitmap(writer, 122, "blend-symbol", drawBlendSymbol(background));
 
+  writer->isRough = true;
   bitmap(writer, 125, "track-radius", drawRadiusTrack());
   bitmap(writer, 136, "track-height", drawHeightTrack());
   bitmap(writer, 133, "track-texture", drawTextureTrack());
@@ -95,6 +113,7 @@ static void writeMainDialog(Writer* writer) {
   bitmap(writer, 142, "track-iridescence", drawIridescenceTrack());
   bitmap(writer, 221, "track-iri-colors", drawFilmColoursTrack());
   bitmap(writer, 130, "track-tarnish", drawTarnishTrack());
+  writer->isRough = false;
   bitmap(writer, 120, "thumb", drawThumb(true));
   bitmap(writer, 241, "thumb-disabled", drawThumb(false));
 
@@ -111,12 +130,28 @@ static void writeMainDialog(Writer* writer) {
   bitmap(writer, 224, "load", drawLoadFace());
   bitmap(writer, 225, "spin", drawSpinFace());
   bitmap(writer, 228, "randomize", drawRandomizeFace());
+  writer->isRough = true;
   bitmap(writer, 218, "light-pad-1", drawLightPad(1));
   bitmap(writer, 219, "light-pad-2", drawLightPad(2));
+  writer->isRough = false;
+}
+
+// What the effect renders is larger than it is shown anyway, and reduced: below twice the plain
+// scale the dialogs do that, from the pack of the double scale or the largest one.
+static bool isReducedLater(int32_t scale) {
+  return scale != kPlainScale && scale < 2 * kPlainScale;
+}
+
+// The two with lines of their own.
+static void writeDrawnMenus(Writer* writer) {
+  bitmap(writer, 187, "texture-none", drawTexturePicture(kTextureChoiceNone));
+  bitmap(writer, 199, "texture-file", drawTexturePicture(kTextureChoiceFile));
 }
 
 static void writeMenus(Writer* writer) {
+  if (isReducedLater(drawnScale())) return writeDrawnMenus(writer);
   int32_t value = 0;
+  writer->isRough = true;
   for (const NumberedPicture& row : kShapes) {
     bitmap(writer, row.number, std::string("shape-") + row.name, drawShapePicture(++value));
   }
@@ -128,11 +163,21 @@ static void writeMenus(Writer* writer) {
   for (const NumberedPicture& row : kBlendModes) {
     bitmap(writer, row.number, std::string("blend-") + row.name, drawBlendPicture(++value));
   }
+  writer->isRough = false;
+}
+
+// The large soft pictures are in the largest pack alone; smaller ones are reduced from there.
+static bool drawsLargePictures() {
+  return drawnScale() == kPlainScale || drawnScale() == *std::rbegin(kScales);
 }
 
 static void writeAboutBox(Writer* writer) {
-  bitmap(writer, 126, "about-title", drawAboutTitle());
-  bitmap(writer, 131, "about-show", drawAboutShow());
+  if (drawsLargePictures()) {
+    writer->isRough = true;
+    bitmap(writer, 126, "about-title", drawAboutTitle());
+    bitmap(writer, 131, "about-show", drawAboutShow());
+    writer->isRough = false;
+  }
   bitmap(writer, 127, "about-version", drawAboutVersion(MORVALIS_VERSION));
   bitmap(writer, 144, "about-mark", drawAboutMark());
 }
@@ -151,8 +196,11 @@ static void writeBuiltInPictures(Writer* writer) {
   greyBitmap(writer, 207, "texture-surface", newPicture(256, 256, {0, 0, 0}));
 }
 
-static void writeIconsAndCursors(Writer* writer) {
+static void writeModuleIcon(Writer* writer) {
   icon(writer, 101, "module", {drawModuleIcon(32), drawModuleIcon(16), drawModuleIcon(48)});
+}
+
+static void writeIconsAndCursors(Writer* writer) {
   icon(writer, 122, "light-handle", {drawLightHandle()});
   icon(writer, 148, "alert", {drawAlertIcon()});
   icon(writer, 202, "check-mark", {drawCheckMark()});
@@ -171,19 +219,37 @@ static void writeDesktopIcons(Writer* writer) {
   }
 }
 
+static void writeScaled(Writer* writer) {
+  fs::create_directories(writer->folder / "scaled");
+  for (const int32_t scale : kScales) {
+    if (scale == kPlainScale) continue;
+    drawAtScale(scale);
+    writer->pack.clear();
+    writeMainDialog(writer);
+    writeMenus(writer);
+    writeAboutBox(writer);
+    writeIconsAndCursors(writer);
+    writePack(writer->folder / "scaled" / (std::to_string(scale) + ".pack"), writer->pack);
+    ++writer->files;
+  }
+  drawAtScale(kPlainScale);
+}
+
 int main(int argc, char** argv) {
   if (argc != 2) {
     std::fputs("usage: morvalis_artwork FOLDER\n", stderr);
     return 2;
   }
   try {
-    Writer writer = {argv[1], 0};
+    Writer writer = {argv[1], 0, {}, false};
     writeMainDialog(&writer);
     writeMenus(&writer);
     writeAboutBox(&writer);
     writeBuiltInPictures(&writer);
+    writeModuleIcon(&writer);
     writeIconsAndCursors(&writer);
     writeDesktopIcons(&writer);
+    writeScaled(&writer);
     std::printf("%d files in %s\n", writer.files, argv[1]);
     return 0;
   } catch (const std::exception& error) {

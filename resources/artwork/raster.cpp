@@ -3,7 +3,21 @@
 #include <algorithm>
 #include <cmath>
 
-constexpr int32_t kSamples = 8;  // along each axis of a pixel, where it is drawn at its own size
+#include "services/scaling.h"
+
+// Along each axis of a pixel, where it is drawn at its own size.
+constexpr int32_t kSamples = 8;
+constexpr int32_t kSamplesOfFiner = 4;
+
+static int32_t dialogScale = kPlainScale;
+
+void drawAtScale(int32_t scale) {
+  dialogScale = scale;
+}
+
+int32_t drawnScale() {
+  return dialogScale;
+}
 
 static uint8_t rounded(double value) {
   return static_cast<uint8_t>(std::clamp(std::floor(value + 0.5), 0.0, 255.0));
@@ -21,6 +35,19 @@ Picture newPicture(int32_t width, int32_t height, Rgb ground) {
   Picture picture = {width, height, {}, {}};
   picture.rgb.resize(size_t{3} * width * height);
   fillBox(&picture, {0, 0, width, height}, ground);
+  return picture;
+}
+
+Picture newScaledPicture(int32_t width, int32_t height, Rgb ground) {
+  Picture picture =
+      newPicture(scaledLength(width, dialogScale), scaledLength(height, dialogScale), ground);
+  picture.scale = dialogScale;
+  return picture;
+}
+
+Picture newScaledTransparentPicture(int32_t width, int32_t height) {
+  Picture picture = newScaledPicture(width, height, {0, 0, 0});
+  picture.alpha.resize(static_cast<size_t>(picture.width) * picture.height);
   return picture;
 }
 
@@ -60,39 +87,83 @@ void blendPixel(Picture* picture, int32_t x, int32_t y, Rgb colour, double cover
   *alpha = rounded(255 * (coverage + below));
 }
 
-void fillBox(Picture* picture, const Box& box, Rgb colour) {
+int32_t pixelOf(const Picture& picture, int32_t unit) {
+  return scaledLength(unit, picture.scale);
+}
+
+int32_t penOf(const Picture& picture) {
+  return scaledPen(picture.scale);
+}
+
+void fillPixels(Picture* picture, const Box& box, Rgb colour) {
   for (int32_t y = box.top; y < box.bottom; ++y) {
     for (int32_t x = box.left; x < box.right; ++x) setPixel(picture, x, y, colour);
   }
 }
 
+Box pixelsOf(const Picture& picture, const Box& box) {
+  const int32_t left = pixelOf(picture, box.left);
+  const int32_t top = pixelOf(picture, box.top);
+  return {left, top, left + pixelOf(picture, box.right - box.left),
+          top + pixelOf(picture, box.bottom - box.top)};
+}
+
+void fillBox(Picture* picture, const Box& box, Rgb colour) {
+  fillPixels(picture, pixelsOf(*picture, box), colour);
+}
+
+// A line ends where one across its last unit would.
+static int32_t endOf(const Picture& picture, int32_t unit) {
+  return pixelOf(picture, unit - 1) + penOf(picture);
+}
+
 void horizontalLine(Picture* picture, int32_t left, int32_t right, int32_t y, Rgb colour) {
-  fillBox(picture, {left, y, right, y + 1}, colour);
+  const int32_t top = pixelOf(*picture, y);
+  fillPixels(picture, {pixelOf(*picture, left), top, endOf(*picture, right), top + penOf(*picture)},
+             colour);
 }
 
 void verticalLine(Picture* picture, int32_t x, int32_t top, int32_t bottom, Rgb colour) {
-  fillBox(picture, {x, top, x + 1, bottom}, colour);
+  const int32_t left = pixelOf(*picture, x);
+  fillPixels(picture,
+             {left, pixelOf(*picture, top), left + penOf(*picture), endOf(*picture, bottom)},
+             colour);
+}
+
+void framePixels(Picture* picture, const Box& box, Rgb topLeft, Rgb bottomRight) {
+  const int32_t pen = penOf(*picture);
+  fillPixels(picture, {box.left, box.bottom - pen, box.right, box.bottom}, bottomRight);
+  fillPixels(picture, {box.right - pen, box.top, box.right, box.bottom}, bottomRight);
+  fillPixels(picture, {box.left, box.top, box.right - pen, box.top + pen}, topLeft);
+  fillPixels(picture, {box.left, box.top, box.left + pen, box.bottom - pen}, topLeft);
 }
 
 void frameBox(Picture* picture, const Box& box, Rgb topLeft, Rgb bottomRight) {
-  horizontalLine(picture, box.left, box.right, box.bottom - 1, bottomRight);
-  verticalLine(picture, box.right - 1, box.top, box.bottom, bottomRight);
-  horizontalLine(picture, box.left, box.right - 1, box.top, topLeft);
-  verticalLine(picture, box.left, box.top, box.bottom - 1, topLeft);
+  framePixels(picture, pixelsOf(*picture, box), topLeft, bottomRight);
 }
 
 // --- Shapes and paints ----------------------------------------------------------------------
+
+static double unitsOf(const Picture& picture, double pixels) {
+  return picture.scale == kPlainScale ? pixels : pixels * kPlainScale / picture.scale;
+}
+
+static int32_t samplesOf(const Picture& picture) {
+  return picture.scale < 2 * kPlainScale ? kSamples : kSamplesOfFiner;
+}
 
 static double sampleAt(int32_t pixel, int32_t sample, int32_t samples) {
   return pixel + (sample + 0.5) / samples;
 }
 
-static double coveredPart(const Shape& shape, int32_t x, int32_t y, int32_t samples) {
+static double coveredPart(const Shape& shape, int32_t x, int32_t y, int32_t samples,
+                          int32_t scale) {
+  const double unit = static_cast<double>(kPlainScale) / scale;
   int32_t inside = 0;
   for (int32_t j = 0; j < samples; ++j) {
-    const double sampleY = sampleAt(y, j, samples);
+    const double sampleY = sampleAt(y, j, samples) * unit;
     for (int32_t i = 0; i < samples; ++i) {
-      if (shape(sampleAt(x, i, samples), sampleY)) ++inside;
+      if (shape(sampleAt(x, i, samples) * unit, sampleY)) ++inside;
     }
   }
   return static_cast<double>(inside) / (samples * samples);
@@ -101,8 +172,10 @@ static double coveredPart(const Shape& shape, int32_t x, int32_t y, int32_t samp
 void fillShape(Picture* picture, const Shape& shape, const Paint& paint) {
   for (int32_t y = 0; y < picture->height; ++y) {
     for (int32_t x = 0; x < picture->width; ++x) {
-      const double covered = coveredPart(shape, x, y, kSamples);
-      if (covered > 0) blendPixel(picture, x, y, paint(x + 0.5, y + 0.5), covered);
+      const double covered = coveredPart(shape, x, y, samplesOf(*picture), picture->scale);
+      if (covered <= 0) continue;
+      const Rgb colour = paint(unitsOf(*picture, x + 0.5), unitsOf(*picture, y + 0.5));
+      blendPixel(picture, x, y, colour, covered);
     }
   }
 }
@@ -112,17 +185,20 @@ void fillShape(Picture* picture, const Shape& shape, Rgb colour) {
 }
 
 void fillPaint(Picture* picture, const Box& box, const Paint& paint) {
-  for (int32_t y = box.top; y < box.bottom; ++y) {
-    for (int32_t x = box.left; x < box.right; ++x) {
+  const int32_t samples = samplesOf(*picture);
+  const double count = samples * samples;
+  const Box pixels = pixelsOf(*picture, box);
+  for (int32_t y = pixels.top; y < pixels.bottom; ++y) {
+    for (int32_t x = pixels.left; x < pixels.right; ++x) {
       Rgb sum = {0, 0, 0};
-      for (int32_t j = 0; j < kSamples; ++j) {
-        for (int32_t i = 0; i < kSamples; ++i) {
-          const Rgb colour = paint(sampleAt(x, i, kSamples), sampleAt(y, j, kSamples));
+      for (int32_t j = 0; j < samples; ++j) {
+        for (int32_t i = 0; i < samples; ++i) {
+          const Rgb colour = paint(unitsOf(*picture, sampleAt(x, i, samples)),
+                                   unitsOf(*picture, sampleAt(y, j, samples)));
           sum = {sum.red + colour.red, sum.green + colour.green, sum.blue + colour.blue};
         }
       }
-      constexpr double kCount = kSamples * kSamples;
-      setPixel(picture, x, y, {sum.red / kCount, sum.green / kCount, sum.blue / kCount});
+      setPixel(picture, x, y, {sum.red / count, sum.green / count, sum.blue / count});
     }
   }
 }
@@ -133,7 +209,7 @@ std::vector<uint8_t> coverageOf(const Shape& shape, int32_t width, int32_t heigh
   coverage.reserve(static_cast<size_t>(width) * height);
   for (int32_t y = 0; y < height; ++y) {
     for (int32_t x = 0; x < width; ++x) {
-      coverage.push_back(rounded(255 * coveredPart(shape, x, y, samples)));
+      coverage.push_back(rounded(255 * coveredPart(shape, x, y, samples, kPlainScale)));
     }
   }
   return coverage;
@@ -199,10 +275,12 @@ Shape bothShape(Shape a, Shape b) {
 // --- Whole pictures -------------------------------------------------------------------------
 
 Picture croppedPicture(const Picture& picture, const Box& box) {
-  Picture piece = newPicture(box.right - box.left, box.bottom - box.top, {0, 0, 0});
+  const Box pixels = pixelsOf(picture, box);
+  Picture piece = newPicture(pixels.right - pixels.left, pixels.bottom - pixels.top, {0, 0, 0});
+  piece.scale = picture.scale;
   for (int32_t y = 0; y < piece.height; ++y) {
     for (int32_t x = 0; x < piece.width; ++x) {
-      setPixel(&piece, x, y, pixelAt(picture, box.left + x, box.top + y));
+      setPixel(&piece, x, y, pixelAt(picture, pixels.left + x, pixels.top + y));
     }
   }
   return piece;
@@ -234,6 +312,52 @@ Picture reducedPicture(const Picture& picture, int32_t side) {
     }
   }
   return small;
+}
+
+struct Share {
+  int32_t pixel;
+  double part;
+};
+
+// What the pixel of a row of `wanted` takes of a row of `given`; the parts are 1 together.
+static std::vector<Share> sharesOf(int32_t pixel, int32_t wanted, int32_t given) {
+  const double step = static_cast<double>(given) / wanted;
+  std::vector<Share> shares;
+  if (step < 1) {
+    const double at = std::clamp((pixel + 0.5) * step - 0.5, 0.0, given - 1.0);
+    const auto first = static_cast<int32_t>(at);
+    const double part = at - first;
+    shares.push_back({first, 1 - part});
+    if (part > 0) shares.push_back({first + 1, part});
+    return shares;
+  }
+  const double begin = pixel * step;
+  const double end = std::min((pixel + 1) * step, static_cast<double>(given));
+  for (auto at = static_cast<int32_t>(begin); at < end; ++at) {
+    const double part = std::min(at + 1.0, end) - std::max(static_cast<double>(at), begin);
+    shares.push_back({at, part / step});
+  }
+  return shares;
+}
+
+Picture resampledPicture(const Picture& picture, int32_t width, int32_t height) {
+  Picture other = newPicture(width, height, {0, 0, 0});
+  for (int32_t y = 0; y < height; ++y) {
+    const std::vector<Share> rows = sharesOf(y, height, picture.height);
+    for (int32_t x = 0; x < width; ++x) {
+      Rgb sum = {0, 0, 0};
+      for (const Share& column : sharesOf(x, width, picture.width)) {
+        for (const Share& row : rows) {
+          const Rgb colour = pixelAt(picture, column.pixel, row.pixel);
+          const double part = column.part * row.part;
+          sum = {sum.red + colour.red * part, sum.green + colour.green * part,
+                 sum.blue + colour.blue * part};
+        }
+      }
+      setPixel(&other, x, y, sum);
+    }
+  }
+  return other;
 }
 
 // --- Mathematics ----------------------------------------------------------------------------

@@ -15,10 +15,11 @@ struct Rgb {
 };
 
 struct Picture {
-  int32_t width;
+  int32_t width;  // pixels
   int32_t height;
   std::vector<uint8_t> rgb;    // rows from the top
   std::vector<uint8_t> alpha;  // 0 to 255 a pixel; empty: opaque
+  int32_t scale = 100;         // pixels of 100 units: shapes, boxes and lines are given in units
 };
 
 // Left and top belong to the box, right and bottom do not.
@@ -29,19 +30,37 @@ struct Box {
   int32_t bottom;
 };
 
+// The scale of the pictures that are drawn for the dialogs, percent.
+void drawAtScale(int32_t scale);
+int32_t drawnScale();
+
+// Of so many pixels, at 100 percent: what is reduced or resampled later.
 Picture newPicture(int32_t width, int32_t height, Rgb ground);
 Picture newTransparentPicture(int32_t width, int32_t height);
 
+// Of so many units, at the scale of the dialogs.
+Picture newScaledPicture(int32_t width, int32_t height, Rgb ground);
+Picture newScaledTransparentPicture(int32_t width, int32_t height);
+
+// The first pixel of a unit, and the width of a line in pixels.
+int32_t pixelOf(const Picture& picture, int32_t unit);
+int32_t penOf(const Picture& picture);
+
+// Single pixels.
 Rgb pixelAt(const Picture& picture, int32_t x, int32_t y);
 void setPixel(Picture* picture, int32_t x, int32_t y, Rgb colour);  // beyond the edges: nothing
 void blendPixel(Picture* picture, int32_t x, int32_t y, Rgb colour, double coverage);
 
+// A line is a pen wide, wherever it stands. A frame lies within its box.
 void fillBox(Picture* picture, const Box& box, Rgb colour);
 void frameBox(Picture* picture, const Box& box, Rgb topLeft, Rgb bottomRight);
+void fillPixels(Picture* picture, const Box& pixels, Rgb colour);
+void framePixels(Picture* picture, const Box& pixels, Rgb topLeft, Rgb bottomRight);
+Box pixelsOf(const Picture& picture, const Box& box);
 void horizontalLine(Picture* picture, int32_t left, int32_t right, int32_t y, Rgb colour);
 void verticalLine(Picture* picture, int32_t x, int32_t top, int32_t bottom, Rgb colour);
 
-// Whether a point belongs to a shape; pixel (x, y) covers x to x + 1 and y to y + 1.
+// Whether a point belongs to a shape; unit (x, y) covers x to x + 1 and y to y + 1.
 using Shape = std::function<bool(double x, double y)>;
 using Paint = std::function<Rgb(double x, double y)>;
 
@@ -66,10 +85,13 @@ Shape polygonShape(std::vector<Spot> corners);
 Shape eitherShape(Shape a, Shape b);
 Shape bothShape(Shape a, Shape b);
 
-Picture croppedPicture(const Picture& picture, const Box& box);
+Picture croppedPicture(const Picture& picture, const Box& box);  // in units
 void pastePicture(Picture* picture, const Picture& piece, int32_t x, int32_t y);
 // Each square of side x side pixels becomes one.
 Picture reducedPicture(const Picture& picture, int32_t side);
+// Of another size in pixels: the average of what each pixel covers, or between pixels where there
+// are to be more of them.
+Picture resampledPicture(const Picture& picture, int32_t width, int32_t height);
 
 inline Rgb mixed(Rgb a, Rgb b, double part) {
   return {a.red + (b.red - a.red) * part, a.green + (b.green - a.green) * part,

@@ -25,17 +25,20 @@ using TrackPaint = std::function<Rgb(const Place& place)>;
 
 // The pictures keep half a thumb's distance from the ends, where the values begin and end.
 static Picture drawTrack(int32_t width, const TrackPaint& paint) {
-  Picture picture = newPicture(width, kTrackHeight, kPanel);
+  Picture picture = newScaledPicture(width, kTrackHeight, kPanel);
   const double halfThumb = kThumbWidth / 2.0;
   const double first = 1 + halfThumb;
   const double last = width - 1 - halfThumb;
-  fillPaint(&picture, {1, 1, width - 1, kTrackHeight - 1}, [&](double x, double y) {
+  fillPaint(&picture, {0, 0, width, kTrackHeight}, [&](double x, double y) {
     const double along = std::clamp((x - first) / (last - first), 0.0, 1.0);
     return paint({along, (y - 6) / 5, x, y});
   });
   frameBox(&picture, {0, 0, width, kTrackHeight}, kFrameDark, kGrooveLight);
   // The upper edge throws its shadow into the groove.
-  for (int32_t x = 1; x < width - 1; ++x) blendPixel(&picture, x, 1, kInk, 0.12);
+  const int32_t pen = penOf(picture);
+  for (int32_t y = pen; y < 2 * pen; ++y) {
+    for (int32_t x = pen; x < picture.width - pen; ++x) blendPixel(&picture, x, y, kInk, 0.12);
+  }
   return picture;
 }
 
@@ -183,6 +186,20 @@ Picture drawCausticTrack() {
   });
 }
 
+// Of the films by percent the colours by slope: the nearest one, or between them where the steps
+// would be seen.
+static Rgb colourOfFilm(const std::vector<std::vector<Rgb>>& films, double percent, double slope) {
+  const auto row = static_cast<size_t>(slope);
+  if (drawnScale() == 100) return films[static_cast<size_t>(percent + 0.5)][row];
+  const auto column = static_cast<size_t>(percent);
+  const size_t nextColumn = std::min(column + 1, films.size() - 1);
+  const size_t nextRow = std::min(row + 1, films[column].size() - 1);
+  const double down = slope - static_cast<double>(row);
+  return mixed(mixed(films[column][row], films[column][nextRow], down),
+               mixed(films[nextColumn][row], films[nextColumn][nextRow], down),
+               percent - static_cast<double>(column));
+}
+
 // A column of the track is a slope that falls away from the middle, seen through the film.
 static Picture drawFilmTrack(int32_t (*iridescenceAt)(int32_t percent),
                              int32_t (*iriColorsAt)(int32_t percent)) {
@@ -192,10 +209,9 @@ static Picture drawFilmTrack(int32_t (*iridescenceAt)(int32_t percent),
     films.push_back(filmColours(iridescenceAt(percent), iriColorsAt(percent)));
   }
   return drawTrack(kTrackWidth, [&films](const Place& place) {
-    const auto percent = static_cast<size_t>(place.along * 100 + 0.5);
-    const std::vector<Rgb>& film = films[percent];
-    const double slope = std::abs(place.across) * 0.55 * static_cast<double>(film.size() - 1);
-    return lit(film[static_cast<size_t>(slope)], -0.12 * place.across);
+    const double slope =
+        std::abs(place.across) * 0.55 * static_cast<double>(films.front().size() - 1);
+    return lit(colourOfFilm(films, place.along * 100, slope), -0.12 * place.across);
   });
 }
 
@@ -224,21 +240,27 @@ Picture drawTarnishTrack() {
 
 Picture drawThumb(bool enabled) {
   const Rgb outline = enabled ? Rgb{84, 82, 78} : Rgb{168, 166, 162};
-  Picture picture = newPicture(kThumbWidth, kThumbHeight, outline);
-  for (int32_t y = 1; y < kThumbHeight - 1; ++y) {
-    const double part = (y - 1) / (kThumbHeight - 3.0);
-    const Rgb face = enabled ? mixed({250, 249, 247}, {206, 203, 197}, part)
-                             : mixed({230, 229, 226}, {216, 214, 210}, part);
-    horizontalLine(&picture, 1, kThumbWidth - 1, y, face);
+  Picture picture = newScaledPicture(kThumbWidth, kThumbHeight, outline);
+  const int32_t pen = penOf(picture);
+  const Box face = {pen, pen, picture.width - pen, picture.height - pen};
+  for (int32_t y = face.top; y < face.bottom; ++y) {
+    const double part = (y - face.top) / (face.bottom - face.top - 1.0);
+    fillPixels(&picture, {face.left, y, face.right, y + 1},
+               enabled ? mixed({250, 249, 247}, {206, 203, 197}, part)
+                       : mixed({230, 229, 226}, {216, 214, 210}, part));
   }
   if (enabled) {
-    horizontalLine(&picture, 1, kThumbWidth - 1, 1, kPaper);
-    verticalLine(&picture, 1, 1, kThumbHeight - 1, kPaper);
-    verticalLine(&picture, kThumbWidth - 2, 2, kThumbHeight - 1, {182, 179, 172});
-    horizontalLine(&picture, 2, kThumbWidth - 1, kThumbHeight - 2, {182, 179, 172});
+    constexpr Rgb kShade = {182, 179, 172};
+    fillPixels(&picture, {face.left, face.top, face.right, face.top + pen}, kPaper);
+    fillPixels(&picture, {face.left, face.top, face.left + pen, face.bottom}, kPaper);
+    fillPixels(&picture, {face.right - pen, face.top + pen, face.right, face.bottom}, kShade);
+    fillPixels(&picture, {face.left + pen, face.bottom - pen, face.right, face.bottom}, kShade);
   }
-  const Rgb index = enabled ? kGold : Rgb{176, 174, 170};
-  verticalLine(&picture, 5, 2, kThumbHeight - 2, index);
-  verticalLine(&picture, 6, 2, kThumbHeight - 2, enabled ? kLightGold : kGrooveLight);
+  const int32_t middle = picture.width / 2;
+  const int32_t bottom = face.bottom - pen;
+  fillPixels(&picture, {middle - pen, 2 * pen, middle, bottom},
+             enabled ? kGold : Rgb{176, 174, 170});
+  fillPixels(&picture, {middle, 2 * pen, middle + pen, bottom},
+             enabled ? kLightGold : kGrooveLight);
   return picture;
 }

@@ -1,9 +1,11 @@
 // morvalis_dialog_shots: photographs the dialogs without a screen, for the README and for the eye.
-//   morvalis_dialog_shots SAMPLE_FOLDER PRESET_FOLDER PICTURE_FOLDER
+//   morvalis_dialog_shots SAMPLE_FOLDER PRESET_FOLDER PICTURE_FOLDER [PERCENT]
+// PERCENT is the scale of the screen, 100 by itself.
 // The same system gives the same bytes on every run.
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFile>
 #include <QFont>
 #include <QStyleFactory>
 #include <QTemporaryDir>
@@ -48,8 +50,9 @@ struct Scene {
 static void nothing(QWidget*) {
 }
 
+// In the units of the screen, which shows 100 percent as one pixel for each.
 static QPoint middleOf(int32_t control) {
-  const Rectangle rect = controlRect(control);
+  const Rectangle rect = tableRect(control);
   return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }
 
@@ -134,15 +137,30 @@ static void shootOtherWindows(const Folders& folders) {
   shootWindow(folders, "message", [] { showStringAlert(kPreviewUnavailableString); });
 }
 
+// Large enough at every scale.
+static void describeScreen(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) failOnFile(path.toStdString(), "cannot be written");
+  file.write(
+      "{\"screens\": [{\"name\": \"shots\", \"x\": 0, \"y\": 0, \"width\": 3200, "
+      "\"height\": 2400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
+}
+
 int main(int argc, char** argv) {
-  if (argc != 4) {
-    std::fputs("usage: morvalis_dialog_shots SAMPLE_FOLDER PRESET_FOLDER PICTURE_FOLDER\n", stderr);
+  if (argc != 4 && argc != 5) {
+    std::fputs(
+        "usage: morvalis_dialog_shots SAMPLE_FOLDER PRESET_FOLDER PICTURE_FOLDER [PERCENT]\n",
+        stderr);
     return kExitUsage;
   }
   // Neither the screen nor the user's habits show.
   const QTemporaryDir home;
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("QT_SCALE_FACTOR", "1");
+  const QString screen = home.path() + "/screen";
+  describeScreen(screen);
+  qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screen).toUtf8());
+  const double percent = argc == 5 ? QByteArray(argv[4]).toDouble() : 100;
+  qputenv("QT_SCALE_FACTOR", QByteArray::number(percent / 100));
+  qunsetenv("MORVALIS_SCALE");
   qputenv("QT_FONT_DPI", "96");
   for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME"}) {
     qputenv(variable, home.path().toUtf8());

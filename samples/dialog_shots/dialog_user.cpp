@@ -48,7 +48,9 @@ QImage photograph(QWidget* window) {
     at = window->mapFromGlobal(popup->pos());
     whole |= QRect(at, popup->size());
   }
-  QImage picture(whole.size(), QImage::Format_RGB888);
+  const double ratio = window->devicePixelRatioF();
+  QImage picture((QSizeF(whole.size()) * ratio).toSize(), QImage::Format_RGB888);
+  picture.setDevicePixelRatio(ratio);
   picture.fill(Qt::white);
   QPainter painter(&picture);
   painter.drawImage(-whole.topLeft(), below);

@@ -20,20 +20,21 @@
 #include "platform/window.h"
 
 static std::vector<uint8_t> coverageOf(const char* text) {
-  std::vector<uint8_t> coverage(static_cast<size_t>(textWidth(text)) * kTextLineHeight + 1, 99);
-  drawTextCoverage(text, coverage.data());
+  std::vector<uint8_t> coverage(static_cast<size_t>(textWidth(text, 100)) * kTextLineHeight + 1,
+                                99);
+  drawTextCoverage(text, 100, coverage.data());
   EXPECT_EQ(coverage.back(), 99) << "writes no further than its picture";
   coverage.pop_back();
   return coverage;
 }
 
 TEST(QtText, CoversWhatItMeasures) {
-  EXPECT_EQ(textWidth(""), 0);
-  EXPECT_GT(textWidth("WW"), textWidth("W"));
-  EXPECT_GT(textWidth("W"), textWidth("i"));
+  EXPECT_EQ(textWidth("", 100), 0);
+  EXPECT_GT(textWidth("WW", 100), textWidth("W", 100));
+  EXPECT_GT(textWidth("W", 100), textWidth("i", 100));
   const char* text = "Reflection gy|";
   const std::vector<uint8_t> coverage = coverageOf(text);
-  const auto width = static_cast<size_t>(textWidth(text));
+  const auto width = static_cast<size_t>(textWidth(text, 100));
   EXPECT_GE(*std::max_element(coverage.begin(), coverage.end()), 250);
   const auto rowIsEmpty = [&](size_t row) {
     return std::accumulate(coverage.begin() + row * width, coverage.begin() + (row + 1) * width,

@@ -356,23 +356,3 @@ TEST_F(Edit, ShowsFailuresInAWindow) {
   expectUsage(slip);
   EXPECT_EQ(files(), before);
 }
-
-// A screen that shows two pixels for one gets every pixel of the dialog twice, and soft edges only
-// where they were drawn.
-TEST_F(Edit, DoublesItsPixelsOnAFineScreen) {
-  const EditStep look = {kEditDialog, [](QWidget* window) {
-                           const QImage plain = window->grab().toImage();
-                           QPixmap fine(2 * window->size());
-                           fine.setDevicePixelRatio(2);
-                           window->render(&fine);
-                           const QImage shown = fine.toImage().convertToFormat(plain.format());
-                           int differing = 0;
-                           for (int y = 0; y < shown.height(); ++y) {
-                             for (int x = 0; x < shown.width(); ++x) {
-                               differing += shown.pixel(x, y) != plain.pixel(x / 2, y / 2);
-                             }
-                           }
-                           EXPECT_EQ(differing, 0);
-                         }};
-  edit(editOf("photo.png"), {look, kCancel});
-}

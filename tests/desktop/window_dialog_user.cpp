@@ -19,6 +19,7 @@
 #include <map>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "platform/desktop/popup_qt.h"
 #include "platform/unix/program_session.h"
 #include "platform/user_files.h"
@@ -30,8 +31,16 @@ struct DialogWindow {
   WindowUser user;
 };
 
-static QPoint placeOf(Point point) {
-  return {point.h, point.v};
+// Qt counts in units of the screen.
+static QPointF placeOf(Point point) {
+  return QPointF(point.h, point.v) / qApp->devicePixelRatio();
+}
+
+static QRect unitsOf(const Rectangle& rect) {
+  const double ratio = qApp->devicePixelRatio();
+  const QPoint first(qFloor(rect.left / ratio), qFloor(rect.top / ratio));
+  const QPoint behind(qCeil(rect.right / ratio), qCeil(rect.bottom / ratio));
+  return QRect(first, behind - QPoint(1, 1));
 }
 
 void DialogUser::press(Point point) {
@@ -68,7 +77,8 @@ void DialogUser::wheel(Point point, int32_t notches, bool shift) {
 
 void DialogUser::clickButton(int32_t id) {
   const Rectangle rect = controlRect(id);
-  window_->user.click(QPoint((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2));
+  window_->user.click(placeOf({static_cast<int16_t>((rect.top + rect.bottom) / 2),
+                               static_cast<int16_t>((rect.left + rect.right) / 2)}));
 }
 
 struct SystemKey {
@@ -130,10 +140,11 @@ bool DialogUser::hasPopup() {
 }
 
 // The events still come in at the window that the button was pressed in.
-static QPoint fromPopup(const WindowUser& user, Point point) {
+static QPointF fromPopup(const WindowUser& user, Point point) {
   const QWidget* popup = QApplication::activePopupWidget();
   if (popup == nullptr) return placeOf(point);  // gone with the press
-  const QPoint inside = placeOf(point) + QPoint(kPopupFrame, kPopupFrame);
+  const auto frame = static_cast<int16_t>(kPopupFrame * pen());
+  const QPointF inside = placeOf(point) + QPointF(frame, frame) / qApp->devicePixelRatio();
   return user.window()->mapFromGlobal(popup->mapToGlobal(inside));
 }
 
@@ -170,10 +181,11 @@ static WindowPicture grabbed(QWidget* widget) {
 
 // As wide as the rows, beside which only their ground goes on.
 static WindowPicture withoutFrame(const WindowPicture& whole) {
-  WindowPicture rows = {whole.width - 10, whole.height - 8, {}};
+  WindowPicture rows = {
+      whole.width - scaled(kPopupRoomAcross), whole.height - scaled(kPopupRoomDown), {}};
+  const int frame = kPopupFrame * pen();
   for (int y = 0; y < rows.height; ++y) {
-    const auto row =
-        whole.rgb.begin() + 3 * ((y + kPopupFrame) * int64_t{whole.width} + kPopupFrame);
+    const auto row = whole.rgb.begin() + 3 * ((y + frame) * int64_t{whole.width} + frame);
     rows.rgb.insert(rows.rgb.end(), row, row + 3 * rows.width);
   }
   return rows;
@@ -199,8 +211,7 @@ bool DialogUser::showsHand() {
 
 std::string DialogUser::toolTip(int32_t id) {
   QWidget* window = window_->user.window();
-  const Rectangle rect = controlRect(id);
-  const QPoint at(rect.left + 1, rect.top + 1);
+  const QPoint at = unitsOf(controlRect(id)).topLeft() + QPoint(1, 1);
   QWidget* under = window->childAt(at);
   if (under == nullptr) under = window;
   QHelpEvent help(QEvent::ToolTip, under->mapFrom(window, at), window->mapToGlobal(at));
@@ -223,9 +234,8 @@ static const std::map<QAccessible::Role, const char*> kRoles = {
 
 // Where the control is in the accessibility tree; null when it is not.
 static QAccessibleInterface* findAccess(QWidget* window, int32_t id) {
-  const Rectangle r = controlRect(id);
-  const QRect place(window->mapToGlobal(QPoint(r.left, r.top)),
-                    QSize(r.right - r.left, r.bottom - r.top));
+  QRect place = unitsOf(controlRect(id));
+  place.moveTopLeft(window->mapToGlobal(place.topLeft()));
   QAccessibleInterface* root = QAccessible::queryAccessibleInterface(window);
   for (int i = 0; i < root->childCount(); ++i) {
     if (root->child(i)->rect() == place) return root->child(i);

@@ -34,9 +34,9 @@ static QString buttonNumber(Qt::MouseButton button) {
   return button == Qt::RightButton ? "3" : "1";
 }
 
-void WindowUser::sendMouse(QPoint at, Qt::MouseButton button, int type) {
+void WindowUser::sendMouse(QPointF at, Qt::MouseButton button, int type) {
   if (hasRealScreen()) {
-    QStringList command = moveTo(window_->mapToGlobal(at));
+    QStringList command = moveTo(window_->mapToGlobal(at).toPoint());
     if (type == QEvent::MouseButtonPress) command << "mousedown" << buttonNumber(button);
     if (type == QEvent::MouseButtonRelease) command << "mouseup" << buttonNumber(button);
     return runXdotool(command);
@@ -47,33 +47,34 @@ void WindowUser::sendMouse(QPoint at, Qt::MouseButton button, int type) {
   settle();
 }
 
-void WindowUser::press(QPoint at, Qt::MouseButton button) {
+void WindowUser::press(QPointF at, Qt::MouseButton button) {
   now += kBetweenClicks;
   held_.setFlag(button, true);
   sendMouse(at, button, QEvent::MouseButtonPress);
 }
 
-void WindowUser::move(QPoint at) {
+void WindowUser::move(QPointF at) {
   sendMouse(at, Qt::NoButton, QEvent::MouseMove);
 }
 
-void WindowUser::release(QPoint at, Qt::MouseButton button) {
+void WindowUser::release(QPointF at, Qt::MouseButton button) {
   held_.setFlag(button, false);
   sendMouse(at, button, QEvent::MouseButtonRelease);
 }
 
-void WindowUser::click(QPoint at) {
+void WindowUser::click(QPointF at) {
   press(at);
   release(at);
 }
 
-void WindowUser::doubleClick(QPoint at) {
+void WindowUser::doubleClick(QPointF at) {
   if (hasRealScreen()) {
     // Single clicks come so fast that none of them must make a double one.
     QStyleHints* hints = QGuiApplication::styleHints();
     const int interval = hints->mouseDoubleClickInterval();
     hints->setMouseDoubleClickInterval(2000);
-    runXdotool(moveTo(window_->mapToGlobal(at)) + QStringList{"click", "--repeat", "2", "1"});
+    runXdotool(moveTo(window_->mapToGlobal(at).toPoint()) +
+               QStringList{"click", "--repeat", "2", "1"});
     hints->setMouseDoubleClickInterval(interval);
     return;
   }
@@ -83,9 +84,9 @@ void WindowUser::doubleClick(QPoint at) {
   release(at);
 }
 
-void WindowUser::wheel(QPoint at, int units, Qt::KeyboardModifiers modifiers) {
+void WindowUser::wheel(QPointF at, int units, Qt::KeyboardModifiers modifiers) {
   if (hasRealScreen()) {
-    QStringList command = moveTo(window_->mapToGlobal(at));
+    QStringList command = moveTo(window_->mapToGlobal(at).toPoint());
     const bool shift = modifiers.testFlag(Qt::ShiftModifier);
     if (shift) command << QStringList{"keydown", "shift"};
     for (int turned = 0; turned < qAbs(units); turned += 120) {
@@ -94,7 +95,7 @@ void WindowUser::wheel(QPoint at, int units, Qt::KeyboardModifiers modifiers) {
     if (shift) command << QStringList{"keyup", "shift"};
     return runXdotool(command);
   }
-  QWidget* under = window_->childAt(at);
+  QWidget* under = window_->childAt(at.toPoint());
   if (under == nullptr) under = window_;
   QWheelEvent event(under->mapFrom(window_, at), window_->mapToGlobal(at), {}, {0, units}, held_,
                     modifiers, Qt::NoScrollPhase, false);

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QPoint>
+#include <QPointF>
 #include <QString>
 #include <functional>
 
@@ -21,16 +21,16 @@ class WindowUser {
   }
 
   // Where the pointer was elsewhere before, a press or release brings a move along.
-  void press(QPoint at, Qt::MouseButton button = Qt::LeftButton);
-  void move(QPoint at);
-  void release(QPoint at, Qt::MouseButton button = Qt::LeftButton);
-  void click(QPoint at);
-  void doubleClick(QPoint at);
-  void wheel(QPoint at, int units, Qt::KeyboardModifiers modifiers = {});
+  void press(QPointF at, Qt::MouseButton button = Qt::LeftButton);
+  void move(QPointF at);
+  void release(QPointF at, Qt::MouseButton button = Qt::LeftButton);
+  void click(QPointF at);
+  void doubleClick(QPointF at);
+  void wheel(QPointF at, int units, Qt::KeyboardModifiers modifiers = {});
   void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
 
  private:
-  void sendMouse(QPoint at, Qt::MouseButton button, int type);
+  void sendMouse(QPointF at, Qt::MouseButton button, int type);
 
   QWidget* window_;
   Qt::MouseButtons held_;

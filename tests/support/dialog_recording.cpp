@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "settings/setting_fields.h"
 #include "tests/support/dialog_runs.h"
 
@@ -102,13 +103,13 @@ static int32_t textInset(int32_t id) {
 
 WindowPicture withoutTexts(WindowPicture picture) {
   for (int32_t i = 0; i < kLabelCount; ++i) {
-    blacken(&picture, grown(controlRect(kLabels[i].id), 2, 2, 0, 0));
+    blacken(&picture, grown(controlRect(kLabels[i].id), scaled(2), scaled(2), pen() - 1, 0));
   }
   for (const Slider& slider : kSliders) {
-    blacken(&picture, grown(controlRect(slider.valueArea), 1, 2, 0, 0));
+    blacken(&picture, grown(controlRect(slider.valueArea), scaled(1), scaled(2), pen() - 1, 0));
   }
   for (int32_t id : {kOkButton, kCancelButton, kZoomInButton, kZoomOutButton, kZoomButton}) {
-    const int32_t inset = textInset(id);
+    const int32_t inset = textInset(id) * pen();
     blacken(&picture, grown(controlRect(id), -inset, -inset, -inset, -inset));
   }
   return picture;
@@ -133,22 +134,23 @@ void look(DialogUser& user, const std::string& name) {
   note(name + " window", std::to_string(picture.width) + " x " + std::to_string(picture.height));
   for (int32_t i = 0; i < kMainDialog.controlCount; ++i) {
     const WindowControl& control = kMainDialog.controls[i];
-    note(name + " control " + std::to_string(control.id), sumOf(picture, control.rect));
+    note(name + " control " + std::to_string(control.id), sumOf(picture, controlRect(control.id)));
   }
-  const auto whole = Rectangle{0, 0, kDialogHeight, kDialogWidth};
+  const Rectangle whole = scaled({0, 0, kDialogHeight, kDialogWidth});
   note(name + " all", sumOf(picture, whole));
 }
 
 void lookAtPopup(DialogUser& user, const std::string& name, int32_t hotRow) {
-  constexpr int32_t kRow = 36;
+  const int32_t height = scaled(36);
   const WindowPicture picture = user.popupPixels();
-  note(name + " rows", std::to_string(picture.height / kRow));
-  for (int32_t i = 0; i < picture.height / kRow; ++i) {
-    const auto top = static_cast<int16_t>(kRow * i);
-    const auto bottom = static_cast<int16_t>(top + kRow);
-    const Rectangle row = {top, 0, bottom, 46};
-    const Rectangle face = {static_cast<int16_t>(top + 2), 14, static_cast<int16_t>(bottom - 2),
-                            46};
+  note(name + " rows", std::to_string(picture.height / height));
+  for (int32_t i = 0; i < picture.height / height; ++i) {
+    const auto top = static_cast<int16_t>(height * i);
+    const auto bottom = static_cast<int16_t>(top + height);
+    const auto right = static_cast<int16_t>(scaled(46));
+    const Rectangle row = {top, 0, bottom, right};
+    const Rectangle face = {static_cast<int16_t>(top + scaled(2)), static_cast<int16_t>(scaled(14)),
+                            static_cast<int16_t>(bottom - scaled(2)), right};
     note(name + " row " + std::to_string(i + 1), sumOf(picture, i + 1 == hotRow ? face : row));
   }
 }

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "entry/handles.h"
 #include "hosts/substitute_host/host_record.h"
 #include "hosts/substitute_host/host_state.h"
@@ -60,23 +61,31 @@ std::string temporaryFile(const std::string& name) {
   return ::testing::TempDir() + "morvalis-" + std::to_string(getpid()) + "-" + name;
 }
 
-Point at(int32_t h, int32_t v) {
+static Point pixelAt(int32_t h, int32_t v) {
   return {static_cast<int16_t>(v), static_cast<int16_t>(h)};
+}
+
+Point at(int32_t h, int32_t v) {
+  return pixelAt(scaled(h), scaled(v));
+}
+
+Point shifted(Point point, int32_t h, int32_t v) {
+  return pixelAt(point.h + scaled(h), point.v + scaled(v));
 }
 
 Point sliderPoint(int32_t id, int32_t value) {
   const Slider* slider = findSlider(id);
   const Rectangle rect = controlRect(id);
-  const int32_t width = rect.right - 13 - (rect.left + 1);
+  const int32_t width = rect.right - scaled(13) - (rect.left + scaled(1));
   const int32_t range = slider->maximum - slider->minimum;
   // The first pixel whose value is at least this one.
   const int32_t along = ((value - slider->minimum) * width + range - 1) / range;
-  return at(rect.left + 1 + along + 4, rect.top + 5);
+  return pixelAt(rect.left + scaled(1) + along + scaled(4), rect.top + scaled(5));
 }
 
 Point middleOf(int32_t id) {
   const Rectangle rect = controlRect(id);
-  return at((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
+  return pixelAt((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
 }
 
 void chooseRow(DialogUser& user, int32_t picker, int32_t row) {

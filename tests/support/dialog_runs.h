@@ -33,7 +33,9 @@ int32_t settingOf(const char* name);
 // A path of this process in the folder for temporary files.
 std::string temporaryFile(const std::string& name);
 
+// A place given at 100 percent, in pixels at the dialog's scale; and one so far from another.
 Point at(int32_t h, int32_t v);
+Point shifted(Point point, int32_t h, int32_t v);
 
 // Where a slider's value lies: a press there sets it.
 Point sliderPoint(int32_t id, int32_t value);

@@ -1,10 +1,17 @@
 #include "tests/support/dialog_scripts.h"
 
+#include <cstdlib>
+#include <string>
+
+#include "dialog/dialog_scale.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_user.h"
 
-void runScript(const DialogScript& script) {
+void runScript(const DialogScript& script, int32_t scale) {
+  const char* named = std::getenv("MORVALIS_SCALE");
+  const int32_t wanted = named == nullptr ? kPlainScale : std::atoi(named);
+  setDialogScale(scale != 0 ? scale : wanted);  // for places before it opens
   resetDialogUser();
   beginRecording();
   script.run();
@@ -21,4 +28,36 @@ const std::vector<DialogScript>& dialogScripts() {
     return scripts;
   }();
   return all;
+}
+
+// --- At the other scales --------------------------------------------------------------------
+
+static bool playsEverywhere(const DialogScript& script) {
+  for (const char* name : {"KeyboardAlone", "BelowTheMinimum", "PictureMenus", "AboutBox"}) {
+    if (script.name == std::string(name)) return true;
+  }
+  return false;
+}
+
+std::vector<ScaledScript> scaledScripts() {
+  std::vector<ScaledScript> scripts;
+  for (const int32_t scale : kScales) {
+    for (const DialogScript& script : dialogScripts()) {
+      const bool twice = scale == 2 * kPlainScale && script.scales != ScriptScales::plain;
+      if (scale == kPlainScale || (!twice && !playsEverywhere(script))) continue;
+      scripts.push_back({script, scale});
+    }
+  }
+  return scripts;
+}
+
+void runScript(const ScaledScript& scaled) {
+  setenv("MORVALIS_SCALE", std::to_string(scaled.scale).c_str(), 1);
+  runScript(scaled.script);
+  unsetenv("MORVALIS_SCALE");
+  setDialogScale(kPlainScale);
+}
+
+std::string nameOf(const ScaledScript& scaled) {
+  return scaled.script.name + std::to_string(scaled.scale);
 }

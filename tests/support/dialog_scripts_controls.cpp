@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "settings/setting_fields.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_runs.h"
@@ -82,7 +83,7 @@ static void toggles() {
 
 // Without "Auto preview" sliders and menus wait, pads and toggles do not; zooming takes all over.
 static void withoutAutoPreview() {
-  const HostPicture picture = testPicture(600, 200, 3);
+  const HostPicture picture = testPicture(scaled(600), scaled(200), 3);
   runDialog(displayingHost(), picture, {}, [](DialogUser& user) {
     user.click(middleOf(kAutoPreviewToggle));
     const int32_t shownBefore = hostCallCount("advanceState");
@@ -343,10 +344,15 @@ static void reopening() {
 
 const std::vector<DialogScript>& controlScripts() {
   static const std::vector<DialogScript> scripts = {
-      {"Sliders", sliders},           {"BelowTheMinimum", belowTheMinimum},
-      {"Toggles", toggles},           {"WithoutAutoPreview", withoutAutoPreview},
-      {"LightPads", lightPads},       {"BehindTheSurface", behindTheSurface},
-      {"PictureMenus", pictureMenus}, {"Cancelling", cancelling},
-      {"Confirming", confirming},     {"Reopening", reopening}};
+      {"Sliders", sliders, ScriptScales::whole},
+      {"BelowTheMinimum", belowTheMinimum},
+      {"Toggles", toggles},
+      {"WithoutAutoPreview", withoutAutoPreview, ScriptScales::whole},
+      {"LightPads", lightPads, ScriptScales::whole},
+      {"BehindTheSurface", behindTheSurface},
+      {"PictureMenus", pictureMenus},
+      {"Cancelling", cancelling},
+      {"Confirming", confirming},
+      {"Reopening", reopening}};
   return scripts;
 }

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "settings/setting_fields.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_runs.h"
@@ -343,8 +344,8 @@ static void aboutBox() {
         [&](DialogUser& user) {
           played = true;
           const WindowPicture shown = user.pixels();
-          EXPECT_EQ(shown.width, 383);
-          EXPECT_EQ(shown.height, 397);
+          EXPECT_EQ(shown.width, scaled(383));
+          EXPECT_EQ(shown.height, scaled(397));
           for (const Point& white : {at(5, 5), at(58, 189), at(300, 100), at(382, 396)}) {
             const size_t i = 3 * (static_cast<size_t>(white.v) * shown.width + white.h);
             EXPECT_EQ(shown.rgb[i] + shown.rgb[i + 1] + shown.rgb[i + 2], 3 * 255);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/focus.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_runs.h"
@@ -77,7 +78,7 @@ static void slidersByKey() {
 }
 
 static void padsByKey() {
-  runDialog(displayingHost(), testPicture(600, 400, 3), {}, [](DialogUser& user) {
+  runDialog(displayingHost(), testPicture(scaled(600), scaled(400), 3), {}, [](DialogUser& user) {
     tabTo(user, kLight2Pad);
     user.click(at(146 + 43 + 11, 283 + 41 + 3));
     user.key(WindowKey::right);
@@ -252,7 +253,7 @@ static void menusThatStay() {
     const auto open = [&](int32_t later) {
       user.press(press);
       user.wait(later);
-      user.releaseOverPopup(at(press.h + 3, press.v - 2));
+      user.releaseOverPopup(shifted(press, 3, -2));
       return user.hasPopup();
     };
     EXPECT_FALSE(open(301)) << "held too long";
@@ -272,7 +273,7 @@ static void menusThatStay() {
     user.popupRelease(at(-30, 10));
     EXPECT_EQ(settingOf("shape"), 2);
     user.press(press);
-    user.releaseOverPopup(at(press.h + 4, press.v));
+    user.releaseOverPopup(shifted(press, 4, 0));
     EXPECT_FALSE(user.hasPopup()) << "too far away";
     ASSERT_TRUE(open(0));
     user.key(WindowKey::end);

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "hosts/substitute_host/host_state.h"
 #include "services/random_numbers.h"
 #include "settings/setting_fields.h"
@@ -68,15 +70,15 @@ static void textureSample() {
     // Dragging shifts, by a full turn at most.
     user.press(at(280, 70));
     user.move(at(285, 68));
-    EXPECT_EQ(settingOf("textureOffsetX"), 32 - 5);
-    EXPECT_EQ(settingOf("textureOffsetY"), 2);
+    EXPECT_EQ(settingOf("textureOffsetX"), 32 - scaled(5));
+    EXPECT_EQ(settingOf("textureOffsetY"), scaled(2));
     look(user, "dragged");
     user.move(at(675, 68));  // 390 to the right count as 32
-    EXPECT_EQ(settingOf("textureOffsetX"), 32 - 5);
+    EXPECT_EQ(settingOf("textureOffsetX"), 32 - scaled(5));
     user.move(at(670, 78));
     user.release(at(670, 78));
     EXPECT_EQ(settingOf("textureOffsetX"), 0);
-    EXPECT_EQ(settingOf("textureOffsetY"), (2 + 16 - 10) % 16);
+    EXPECT_EQ(settingOf("textureOffsetY"), (scaled(2) + 16 - std::min(scaled(10), 16)) % 16);
     look(user, "released");
     // Pressed inside and let go outside, that drags; a press that does not move opens.
     user.click(at(280, 70));
@@ -368,7 +370,7 @@ static void randomizing() {
 const std::vector<DialogScript>& pictureScripts() {
   static const std::vector<DialogScript> scripts = {
       {"TextureFiles", textureFiles},
-      {"TextureSample", textureSample},
+      {"TextureSample", textureSample, ScriptScales::whole},
       {"UnreadablePictures", unreadablePictures},
       {"Environment", environment},
       {"Colours", colours},

@@ -3,13 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_runs.h"
 #include "tests/support/dialog_scripts.h"
 #include "tests/support/large_host.h"
 
 static void zoomAndPan() {
-  runDialog(displayingHost(), testPicture(600, 200, 3), testMask(600, 200), [](DialogUser& user) {
+  const HostPicture picture = testPicture(scaled(600), scaled(200), 3);
+  const HostMask mask = testMask(scaled(600), scaled(200));
+  runDialog(displayingHost(), picture, mask, [](DialogUser& user) {
     const EffectSettings* settings = hostSettings();
     EXPECT_EQ(settings->previewScale, 3);
     look(user, "everything");
@@ -32,7 +35,7 @@ static void zoomAndPan() {
     EXPECT_EQ(settings->previewOriginX, 0);
     user.clickButton(kZoomButton);
     EXPECT_EQ(settings->previewScale, 1);
-    EXPECT_EQ(settings->previewOriginX, 300 - 294 / 2);
+    EXPECT_EQ(settings->previewOriginX, scaled(300 - 294 / 2));
     const size_t full = hostCallCount("displayPixels");
     user.clickButton(kZoomInButton);
     EXPECT_EQ(hostCallCount("displayPixels"), static_cast<int32_t>(full)) << "no further";
@@ -42,7 +45,7 @@ static void zoomAndPan() {
     user.press(middleOf(kPreviewArea));
     EXPECT_TRUE(user.showsHand());
     user.move(at(520 - 40, 153));
-    EXPECT_EQ(settings->previewOriginX, 153 + 40);
+    EXPECT_EQ(settings->previewOriginX, scaled(153 + 40));
     look(user, "while panning");
     user.move(at(675, 360));
     user.move(at(520 - 40 + 150, 153));
@@ -70,8 +73,8 @@ static void expectRawPicture(const HostPicture& picture, const HostMask& mask) {
   const HostPicture shown = displayedPicture();
   const int32_t left = hostSettings()->previewOriginX;
   const int32_t top = hostSettings()->previewOriginY;
-  ASSERT_EQ(shown.width, 294);
-  ASSERT_EQ(shown.height, 285);
+  ASSERT_EQ(shown.width, scaled(294));
+  ASSERT_EQ(shown.height, scaled(285));
   for (int32_t i = 0; i < shown.width * shown.height * shown.planes; ++i) {
     const int32_t x = left + i / shown.planes % shown.width;
     const int32_t y = top + i / shown.planes / shown.width;
@@ -86,8 +89,8 @@ static void expectRawPicture(const HostPicture& picture, const HostMask& mask) {
 // The pan shows the untouched picture, and ends with a rendered one without "Auto preview", too.
 static void panWithoutAutoPreview() {
   for (int32_t planes : {1, 3, 4}) {
-    const HostPicture picture = testPicture(400, 300, planes);
-    const HostMask mask = testMask(400, 300);
+    const HostPicture picture = testPicture(scaled(400), scaled(300), planes);
+    const HostMask mask = testMask(scaled(400), scaled(300));
     runDialog(displayingHost(), picture, mask, [&](DialogUser& user) {
       user.click(middleOf(kAutoPreviewToggle));
       user.clickButton(kZoomButton);
@@ -324,33 +327,34 @@ static void hostsWithoutPreview() {
 static void failingPan() {
   HostSwitches switches = displayingHost();
   switches.failExchangeAt = 4;  // first image; emptied and full size; the pan
-  const int16_t result = runDialog(switches, testPicture(600, 200, 3), {}, [](DialogUser& user) {
-    user.clickButton(kZoomButton);
-    user.press(at(500, 100));
-    user.move(at(480, 100));
-    EXPECT_NE(*hostSession()->result, 0);
-    EXPECT_EQ(shownAlerts(), 0);
-    user.release(at(480, 100));
-    EXPECT_EQ(shownAlerts(), 1);
-    user.press(at(500, 100));
-    user.move(at(490, 100));
-    user.release(at(490, 100));
-    EXPECT_EQ(*hostSession()->result, 0);
-    look(user, "delivered again");
-    user.clickButton(kOkButton);
-  });
+  const int16_t result =
+      runDialog(switches, testPicture(scaled(600), scaled(200), 3), {}, [](DialogUser& user) {
+        user.clickButton(kZoomButton);
+        user.press(at(500, 100));
+        user.move(at(480, 100));
+        EXPECT_NE(*hostSession()->result, 0);
+        EXPECT_EQ(shownAlerts(), 0);
+        user.release(at(480, 100));
+        EXPECT_EQ(shownAlerts(), 1);
+        user.press(at(500, 100));
+        user.move(at(490, 100));
+        user.release(at(490, 100));
+        EXPECT_EQ(*hostSession()->result, 0);
+        look(user, "delivered again");
+        user.clickButton(kOkButton);
+      });
   EXPECT_EQ(result, 0);
 }
 
 const std::vector<DialogScript>& previewScripts() {
   static const std::vector<DialogScript> scripts = {
-      {"ZoomAndPan", zoomAndPan},
-      {"PanWithoutAutoPreview", panWithoutAutoPreview},
-      {"Sizes", sizes},
-      {"LargePicture", largePicture},
-      {"OpeningZoom", openingZoom},
-      {"PartsOfPictures", partsOfPictures},
+      {"ZoomAndPan", zoomAndPan, ScriptScales::whole},
+      {"PanWithoutAutoPreview", panWithoutAutoPreview, ScriptScales::whole},
+      {"Sizes", sizes, ScriptScales::plain},
+      {"LargePicture", largePicture, ScriptScales::plain},
+      {"OpeningZoom", openingZoom, ScriptScales::plain},
+      {"PartsOfPictures", partsOfPictures, ScriptScales::plain},
       {"HostsWithoutPreview", hostsWithoutPreview},
-      {"FailingPan", failingPan}};
+      {"FailingPan", failingPan, ScriptScales::whole}};
   return scripts;
 }

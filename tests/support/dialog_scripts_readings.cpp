@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "dialog/focus.h"
 #include "tests/support/dialog_recording.h"
 #include "tests/support/dialog_runs.h"
@@ -23,7 +24,7 @@ static void tabTo(DialogUser& user, int32_t id) {
 
 // Every control with its role, name, value and range.
 static void readings() {
-  runDialog(displayingHost(), testPicture(600, 400, 3), {}, [](DialogUser& user) {
+  runDialog(displayingHost(), testPicture(scaled(600), scaled(400), 3), {}, [](DialogUser& user) {
     for (const int32_t id : kTabOrder) {
       const std::string reading = user.reading(id);
       EXPECT_FALSE(reading.empty()) << id;
@@ -128,7 +129,8 @@ static void keyboardAlone() {
 }
 
 const std::vector<DialogScript>& readingScripts() {
-  static const std::vector<DialogScript> scripts = {
-      {"Readings", readings}, {"RowNames", rowNames}, {"KeyboardAlone", keyboardAlone}};
+  static const std::vector<DialogScript> scripts = {{"Readings", readings, ScriptScales::whole},
+                                                    {"RowNames", rowNames},
+                                                    {"KeyboardAlone", keyboardAlone}};
   return scripts;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "dialog/dialog_scale.h"
 #include "platform/none/none_script.h"
 #include "tests/support/dialog_runs.h"
 
@@ -41,15 +42,17 @@ static WindowKey keyOf(int32_t code) {
 static void playAction(DialogUser& user, const DialogAction& action, DialogShots* shots) {
   const std::vector<int32_t>& n = action.numbers;
   const std::string& name = action.name;
-  if (name == "press") return user.press(at(n[0], n[1]));
-  if (name == "move") return user.move(at(n[0], n[1]));
-  if (name == "release") return user.release(at(n[0], n[1]));
-  if (name == "double") return user.doubleClick(at(n[0], n[1]));
-  if (name == "otherpress") return user.otherDown(at(n[0], n[1]));
-  if (name == "otherrelease") return user.otherUp(at(n[0], n[1]));
-  if (name == "popupmove") return user.popupMove(at(n[0], n[1]));
-  if (name == "popuprelease") return user.popupRelease(at(n[0], n[1]));
-  if (name == "wheel") return user.wheel(at(n[0], n[1]), n[2]);
+  const Point pixel =
+      n.size() < 2 ? Point{} : Point{static_cast<int16_t>(n[1]), static_cast<int16_t>(n[0])};
+  if (name == "press") return user.press(pixel);
+  if (name == "move") return user.move(pixel);
+  if (name == "release") return user.release(pixel);
+  if (name == "double") return user.doubleClick(pixel);
+  if (name == "otherpress") return user.otherDown(pixel);
+  if (name == "otherrelease") return user.otherUp(pixel);
+  if (name == "popupmove") return user.popupMove(pixel);
+  if (name == "popuprelease") return user.popupRelease(pixel);
+  if (name == "wheel") return user.wheel(pixel, n[2]);
   if (name == "button") return user.clickButton(n[0]);
   if (name == "key" && n[0] == 0x1B) return user.escape();
   if (name == "key" && n[0] >= '0' && n[0] <= '9') {
@@ -92,11 +95,12 @@ void drag(DialogActions* actions, Point from, Point to) {
 void chooseInMenu(DialogActions* actions, int32_t picker, int32_t row, const char* shot) {
   constexpr int32_t kRowHeight = 36;
   const Point middle = middleOf(picker);
-  const int32_t y = kRowHeight * row - kRowHeight / 2;
+  const Point place = {static_cast<int16_t>(scaled(kRowHeight) * row - scaled(kRowHeight / 2)),
+                       static_cast<int16_t>(scaled(20))};
   actions->push_back({"press", {middle.h, middle.v}, ""});
   if (shot != nullptr) actions->push_back({"popupshot", {}, shot});
-  actions->push_back({"popupmove", {20, y}, ""});
-  actions->push_back({"popuprelease", {20, y}, ""});
+  actions->push_back({"popupmove", {place.h, place.v}, ""});
+  actions->push_back({"popuprelease", {place.h, place.v}, ""});
 }
 
 void pressForFile(DialogActions* actions, int32_t button, const std::string& file) {

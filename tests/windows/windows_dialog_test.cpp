@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "hosts/substitute_host/host_record.h"
 #include "persistence/settings_codec.h"
 #include "platform/none/none_script.h"
@@ -46,6 +47,8 @@ class WindowsDialog : public ::testing::TestWithParam<int> {
   }
 
   void TearDown() override {
+    unsetenv("MORVALIS_SCALE");
+    setDialogScale(kPlainScale);
     closeHost();
   }
 
@@ -82,6 +85,7 @@ class WindowsDialog : public ::testing::TestWithParam<int> {
     for (size_t i = 0; i < here.size(); ++i) EXPECT_EQ(there[i], here[i]) << "byte " << i;
   }
 
+  void playEveryControl();
   void expectSameWindow(const std::string& shot);
   void expectSameMenu(const std::string& shot);
 
@@ -104,7 +108,7 @@ class WindowsDialog : public ::testing::TestWithParam<int> {
 static bool holdsText(Point point) {
   const auto inside = [point](int32_t id) {
     Rectangle rect = controlRect(id);
-    rect.left = static_cast<int16_t>(rect.left - 2);  // letters may stand out a little
+    rect.left = static_cast<int16_t>(rect.left - scaled(2));  // letters may stand out a little
     return pointInRect(point, &rect);
   };
   for (int32_t i = 0; i < kLabelCount; ++i) {
@@ -129,7 +133,7 @@ void WindowsDialog::expectSameWindow(const std::string& shot) {
     for (int32_t x = 0; x < here.width; ++x) {
       const size_t pixel =
           3 * (static_cast<size_t>(y) * static_cast<size_t>(here.width) + static_cast<size_t>(x));
-      if (holdsText(at(x, y)) ||
+      if (holdsText({static_cast<int16_t>(y), static_cast<int16_t>(x)}) ||
           std::equal(&here.rgb[pixel], &here.rgb[pixel] + 3, &there.samples[pixel])) {
         continue;
       }
@@ -141,15 +145,15 @@ void WindowsDialog::expectSameWindow(const std::string& shot) {
 
 // Pictures and check marks; the names beside them widen the pop-up as the system's text needs.
 void WindowsDialog::expectSameMenu(const std::string& shot) {
-  constexpr int32_t kBeforeNames = 48;
+  const int32_t before = scaled(48);
   const HostPicture there = readShot(folder_ + "/" + shot);
   const WindowPicture& here = shots_[shot];
   // A frame inside the window leaves some ground below the rows.
   ASSERT_GE(there.height, here.height);
-  ASSERT_GE(std::min(there.width, here.width), kBeforeNames);
-  const auto row = [](const auto& samples, int32_t width, int32_t y) {
+  ASSERT_GE(std::min(there.width, here.width), before);
+  const auto row = [before](const auto& samples, int32_t width, int32_t y) {
     const auto first = samples.begin() + std::ptrdiff_t{3} * width * y;
-    return std::vector<uint8_t>(first, first + std::ptrdiff_t{3} * kBeforeNames);
+    return std::vector<uint8_t>(first, first + std::ptrdiff_t{3} * before);
   };
   for (int32_t y = 0; y < here.height; ++y) {
     ASSERT_EQ(row(there.samples, there.width, y), row(here.rgb, here.width, y))
@@ -209,8 +213,7 @@ static DialogActions everyControl() {
   return actions;
 }
 
-TEST_P(WindowsDialog, EveryControl) {
-  if (folder_.empty()) return;
+void WindowsDialog::playEveryControl() {
   DialogActions actions = everyControl();
   actions.push_back({"button", {kOkButton}, ""});
   playThere(actions, {"--forget"});
@@ -228,6 +231,18 @@ TEST_P(WindowsDialog, EveryControl) {
     }
   }
   EXPECT_EQ(outputThere(), filteredPicture().samples);
+}
+
+TEST_P(WindowsDialog, EveryControl) {
+  if (!folder_.empty()) playEveryControl();
+}
+
+TEST_P(WindowsDialog, EveryControlAtTwiceTheSize) {
+  if (folder_.empty()) return;
+  setenv("MORVALIS_SCALE", "200", 1);
+  setDialogScale(200);
+  playEveryControl();
+  EXPECT_EQ(shots_["sliders.bmp"].width, 2 * kDialogWidth);
 }
 
 TEST_P(WindowsDialog, CancelPutsBackAndKeepsNothing) {
@@ -408,6 +423,33 @@ TEST_P(WindowsDialog, AboutBox) {
   EXPECT_EQ(shot.height, 397);
   const std::string controls = readText("controls.txt");
   EXPECT_EQ(std::count(controls.begin(), controls.end(), '\n'), 4);
+}
+
+// Where the host is aware of scaling the dialog is as large as its window says; of others the
+// system enlarges what it shows.
+TEST_P(WindowsDialog, FollowsTheScaleOfItsHost) {
+  if (folder_.empty()) return;
+  const auto registry = [&](const std::string& verb, const std::string& value,
+                            const std::vector<std::string>& more) {
+    std::vector<std::string> words = {"reg.exe", verb,  "HKCU\\Control Panel\\Desktop",
+                                      "/v",      value, "/f"};
+    words.insert(words.end(), more.begin(), more.end());
+    runOwnProgram(GetParam(), folder_, words);
+  };
+  const DialogActions actions = {{"shot", {}, "size.bmp"}, {"button", {kCancelButton}, ""}};
+  const auto widthWith = [&](const std::vector<std::string>& more) {
+    std::vector<std::string> words = {"--forget", "--owner", "window"};
+    words.insert(words.end(), more.begin(), more.end());
+    playThere(actions, words, 1);
+    return readShot(folder_ + "/size.bmp").width;
+  };
+  registry("add", "LogPixels", {"/t", "REG_DWORD", "/d", "144"});
+  registry("add", "DpiScalingVer", {"/t", "REG_DWORD", "/d", "4096"});  // as Windows has it
+  EXPECT_EQ(widthWith({}), kDialogWidth);
+  EXPECT_EQ(widthWith({"--knows-scales"}), scaledLength(kDialogWidth, 150));
+  registry("delete", "LogPixels", {});
+  registry("delete", "DpiScalingVer", {});
+  EXPECT_EQ(widthWith({"--knows-scales"}), kDialogWidth);
 }
 
 TEST_P(WindowsDialog, LaysOutEveryControl) {

@@ -74,6 +74,14 @@ std::string wineFolder(int bits, const std::string& name) {
   return folder.string();
 }
 
+void runOwnProgram(int bits, const std::string& folder, const std::vector<std::string>& words) {
+  std::string call = scriptCall(bits) + quoted(folder);
+  for (const std::string& word : words) call += " " + quoted(word);
+  int code = 0;
+  const std::string printed = printedBy(call, &code);
+  EXPECT_EQ(code, 0) << call << "\n" << printed;
+}
+
 std::string runWindowsHost(int bits, const std::string& folder,
                            const std::vector<std::string>& words, int expected) {
   std::string call = scriptCall(bits) + quoted(folder) + " windows_host.exe Morvalis.8bf";

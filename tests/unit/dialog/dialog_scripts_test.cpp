@@ -21,3 +21,12 @@ TEST_P(DialogScripts, Plays) {
 
 INSTANTIATE_TEST_SUITE_P(None, DialogScripts, ::testing::ValuesIn(dialogScripts()),
                          [](const auto& instance) { return std::string(instance.param.name); });
+
+class ScaledDialogScripts : public ::testing::TestWithParam<ScaledScript> {};
+
+TEST_P(ScaledDialogScripts, Plays) {
+  runScript(GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(None, ScaledDialogScripts, ::testing::ValuesIn(scaledScripts()),
+                         [](const auto& instance) { return nameOf(instance.param); });

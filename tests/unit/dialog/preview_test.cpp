@@ -7,9 +7,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "hosts/substitute_host/host_state.h"
 #include "settings/setting_ranges.h"
 #include "tests/support/dialog_runs.h"
@@ -48,8 +51,8 @@ static PreviewPart shownPart() {
 static void panTo(DialogUser& user, const Point& place) {
   const EffectSettings* settings = hostSettings();
   const Point start = middleOf(kPreviewArea);
-  const Point end = at(start.h + settings->previewOriginX - place.h,
-                       start.v + settings->previewOriginY - place.v);
+  const Point end = {static_cast<int16_t>(start.v + settings->previewOriginY - place.v),
+                     static_cast<int16_t>(start.h + settings->previewOriginX - place.h)};
   user.press(start);
   user.move(end);
   user.release(end);
@@ -206,6 +209,24 @@ TEST(Preview, IsTheResultWhereverItIsPanned) {
         parts->push_back(shownPart());
       }
     });
+    if (HasFatalFailure()) return;
+  }
+}
+
+// The zoom counts pixels of the screen, however many there are.
+TEST(Preview, IsTheResultAtEveryScale) {
+  for (const int32_t scale : {125, 200, 300}) {
+    SCOPED_TRACE(scale);
+    setenv("MORVALIS_SCALE", std::to_string(scale).c_str(), 1);
+    RandomRun run = randomRun(scale, 1300, 1000);
+    expectPreviewsOfTheResult(&run, [&](DialogUser& user, std::vector<PreviewPart>* parts) {
+      user.clickButton(kZoomButton);
+      panTo(user, {400, 300});
+      parts->push_back(shownPart());
+      EXPECT_EQ(parts->back().shown.width, scaledLength(298, scale) - 4 * scaledPen(scale));
+    });
+    unsetenv("MORVALIS_SCALE");
+    setDialogScale(kPlainScale);
     if (HasFatalFailure()) return;
   }
 }
