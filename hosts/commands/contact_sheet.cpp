@@ -5,6 +5,7 @@
 
 #include "hosts/picture_files/formats_library.h"
 #include "hosts/process/command_failure.h"
+#include "hosts/process/libraries/library_guard.h"
 
 // All in pixels.
 constexpr int32_t kLargestPicture = 400;
@@ -22,6 +23,7 @@ constexpr int32_t kLetters = 224;
 
 static DrawnText drawnName(const std::string& name) {
   DrawnText drawn;
+  const LibraryGuard guard;
   const std::string reason = formatsLibrary().drawText(name, kLetterSize, &drawn);
   if (!reason.empty()) throw CommandFailure{kExitFailed, reason};
   return drawn;
@@ -67,6 +69,7 @@ HostPicture cellPicture(const Picture& picture) {
     return std::max(1, (side * kLargestPicture + larger / 2) / larger);
   };
   HostPicture small;
+  const LibraryGuard guard;
   const std::string reason =
       formatsLibrary().resize(flat, scaled(flat.width), scaled(flat.height), &small);
   if (!reason.empty()) throw CommandFailure{kExitFailed, reason};

@@ -7,6 +7,7 @@
 #include "hosts/picture_files/picture_load.h"
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_names.h"
+#include "hosts/process/libraries/library_guard.h"
 
 static std::string sidesOf(const Picture& picture) {
   const HostPicture& colors = picture.colors;
@@ -79,6 +80,7 @@ static HostMask fitted(const HostMask& mask, const Picture& from, const Picture&
                        const std::string& file) {
   const HostPicture& size = from.colors;
   HostPicture resized;
+  const LibraryGuard guard;
   const std::string reason = formatsLibrary().resize({size.width, size.height, 1, mask},
                                                      to.colors.width, to.colors.height, &resized);
   if (!reason.empty()) failOnFile(file, "cannot be scaled: " + reason);

@@ -65,7 +65,7 @@ QString GimpSession::runScript(const QByteArray& script) const {
   QProcess gimp;
   start(&gimp, "gimp-console-2.10",
         {"-d", "-f", "-i", "-b", "(load \"script.scm\")", "-b", "(gimp-quit 1)"});
-  if (!gimp.waitForFinished(120000)) gimp.kill();
+  if (!gimp.waitForFinished(300000)) gimp.kill();
   return QString::fromUtf8(gimp.readAll());
 }
 
