@@ -49,6 +49,7 @@ package GccRuntime "runtime libraries of GCC" "$(versionOf gcc-mingw-w64-base)" 
   "GPL-3.0-or-later WITH GCC-exception-3.1"
 package MingwRuntime "runtime of MinGW-w64" "$(versionOf mingw-w64-common)" \
   "ZPL-2.1"
+package Nsis NSIS "$(versionOf nsis)" Zlib
 # What Debian brings along.
 package Vips libvips "$(versionOf libvips42)" LGPL-2.1-or-later
 package Isal ISA-L "$(versionOf libisal2)" BSD-3-Clause
@@ -67,6 +68,7 @@ while read -r sum file; do
     morvalis_*) parts=(CLI11) needs=(Vips Isal Zlib Fontconfig) ;;
     morvalis-window_*) parts=() needs=(Qt Isal Zlib) ;;
     gimp-morvalis_*) parts=() needs=(Gimp Isal Zlib) ;;
+    *.exe) parts=(GccRuntime MingwRuntime Nsis) needs=() ;;
     *) parts=(GccRuntime MingwRuntime) needs=() ;;
   esac
   for part in "${parts[@]}"; do relate "$id" CONTAINS "$part"; done

@@ -16,7 +16,7 @@ declare -A packages=(
   [tidy]="clang-tidy"
   [fuzz]="cmake ninja-build clang libclang-rt-14-dev"
   [windows]="cmake ninja-build g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32"
-  [package]="zip dpkg-dev lintian appstream"
+  [package]="zip nsis dpkg-dev lintian appstream"
   # Besides Wine, the libraries that it takes when it finds them: the cursors and the text would
   # look different without.
   [wine]="wine wine64 xvfb xauth fonts-liberation

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Packs what Windows users need into build/packages/Morvalis-VERSION-windows.zip; both modules must
-# have been built. The same files give the same bytes, whoever packs them and when.
+# Packs what Windows users need into build/packages/Morvalis-VERSION-windows.zip, and the same into
+# an installer, Morvalis-VERSION-setup.exe; both modules must have been built. The same files give
+# the same bytes, whoever packs them and when.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -8,8 +9,11 @@ readonly kDate="2000-01-01 00:00:00 UTC" # of every file in it
 
 version=$(sed -n 's/^project(morvalis VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 package=$PWD/build/packages/Morvalis-$version-windows.zip
+installer=$PWD/build/packages/Morvalis-$version-setup.exe
+script=$PWD/installer/morvalis.nsi
 staged=$(mktemp -d)
-trap 'rm -rf "$staged"' EXIT
+work=$(mktemp -d)
+trap 'rm -rf "$staged" "$work"' EXIT
 
 for bits in 32 64; do
   mkdir "$staged/$bits-bit"
@@ -22,12 +26,21 @@ cp presets/*.q9q "$staged/$pictures/presets/"
 cp "presets/$pictures/"*.bmp "$staged/$pictures/"
 sed "s/@VERSION@/$version/; s/\$/\r/" docs/windows-readme.txt >"$staged/README.txt"
 sed 's/$/\r/' LICENSE >"$staged/LICENSE.txt"
-bash scripts/third_party.sh module | sed 's/$/\r/' >"$staged/THIRD-PARTY.txt"
+bash scripts/third_party.sh module installer | sed 's/$/\r/' >"$staged/THIRD-PARTY.txt"
 mkdir -p build/packages
 
 export TZ=UTC LC_ALL=C
 cd "$staged"
 find . -type f -exec chmod 644 {} + -exec touch -d "$kDate" {} +
-find . -type f -printf '%P\n' | sort | zip -q -X -9 "$staged/package.zip" -@
-mv "$staged/package.zip" "$package"
+find . -type f -printf '%P\n' | sort | zip -q -X -9 "$work/package.zip" -@
+mv "$work/package.zip" "$package"
 echo "${package#"$OLDPWD/"}"
+
+# What the uninstaller takes away again, file by file.
+{
+  find . -type f -printf '%P\n' | sort | sed 's|/|\\|g; s|.*|Delete "$INSTDIR\\&"|'
+  find . -mindepth 1 -type d -printf '%P\n' | sort -r | sed 's|/|\\|g; s|.*|RMDir "$INSTDIR\\&"|'
+} >"$work/remove.nsh"
+makensis -V2 -DVERSION="$version" -DSTAGED="$staged" -DREMOVE="$work/remove.nsh" \
+  -DOUTPUT="$installer" "$script"
+echo "${installer#"$OLDPWD/"}"

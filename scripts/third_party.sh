@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Prints the notices of all that is inside of what is given away, as this system's packages have
 # them.
-#   scripts/third_party.sh program|module...
+#   scripts/third_party.sh program|module|installer...
 set -euo pipefail
 
 notice() {  # WHAT PACKAGE
@@ -18,6 +18,9 @@ for part in "$@"; do
     module)
       notice "The runtime of MinGW-w64, in the modules for Windows" mingw-w64-common
       notice "The runtime libraries of GCC, in the modules for Windows" gcc-mingw-w64-base
+      ;;
+    installer)
+      notice "The Nullsoft Scriptable Install System, in the installer" nsis
       ;;
     *)
       echo "third_party: no part '$part'" >&2

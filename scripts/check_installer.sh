@@ -1,0 +1,73 @@
+#!/usr/bin/env bash
+# Tries the installer for Windows under Wine, in a Windows of its own: silently, beside editors that
+# the script makes up; over an earlier installation; and away again, after which nothing is left but
+# what was there before.
+#   scripts/check_installer.sh SETUP.exe
+set -euo pipefail
+setup=$(readlink -f "$1")
+scripts=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+mkdir "$work/folder"
+cp "$setup" "$work/folder/setup.exe"
+drive=$work/wine-prefix-64/drive_c
+target="$drive/Program Files/Filters of mine"
+
+wine() { bash "$scripts/run_wine.sh" 64 "$work/folder" "$@"; }
+fail() {
+  echo "check_installer: $*" >&2
+  exit 1
+}
+filesOf() { (cd "$drive" && find . -type f -not -path './windows/*' -not -path './users/*' | sort); }
+valueOf() {  # VIEW
+  wine reg.exe query 'HKLM\SOFTWARE\Quorrelin\Morvalis\2.08f' /v EnviroPath "/reg:$1" 2>/dev/null |
+    tr -d '\r' | sed -n 's/^ *EnviroPath *REG_SZ *//p'
+}
+
+wine cmd.exe /c "exit 0" || exit $?  # 77: no Wine here
+for bits in 64 32; do
+  mkdir -p "$drive/Made up/Editor $bits/Plug-ins"
+  wine reg.exe add 'HKLM\SOFTWARE\Adobe\Photoshop\150.0' /v PluginPath \
+    /d "C:\\Made up\\Editor $bits\\Plug-ins\\" "/reg:$bits" /f >/dev/null
+done
+wine reg.exe add 'HKLM\SOFTWARE\Adobe\Photoshop\90.0' /v ApplicationPath /d 'C:\Gone' /reg:64 /f >/dev/null
+mkdir -p "$drive/Made up/paint/Effects"
+wine reg.exe add 'HKLM\SOFTWARE\paint.net' /v TARGETDIR /d 'C:\Made up\paint' /reg:64 /f >/dev/null
+echo "an editor's own" >"$drive/Made up/Editor 64/Plug-ins/Other.8bf"
+before=$(filesOf)
+
+# As a line of its own: the folder stands without quotes.
+echo 'setup.exe /S /D=C:\Program Files\Filters of mine' >"$work/folder/install.bat"
+wine cmd.exe /c install.bat >/dev/null
+for place in "Made up/Editor 64/Plug-ins" "Made up/Editor 32/Plug-ins" "Made up/paint/Effects"; do
+  [[ -s $drive/$place/Morvalis.8bf ]] || fail "no module in $place"
+done
+cmp -s "$drive/Made up/Editor 32/Plug-ins/Morvalis.8bf" "$target/32-bit/Morvalis.8bf" ||
+  fail "a 32-bit editor has another module than the 32-bit one"
+for file in README.txt LICENSE.txt Uninstall.exe "environments and textures/presets/brass.q9q"; do
+  [[ -n $(find "$target" -ipath "*/$file") ]] || fail "no $file"
+done
+for view in 64 32; do
+  [[ $(valueOf $view) == 'C:\Program Files\Filters of mine\environments and textures\' ]] ||
+    fail "the pictures are not remembered for $view-bit modules: '$(valueOf $view)'"
+done
+
+# A preset of the user's stays, an older module goes.
+echo mine >"$target/environments and textures/presets/Mine.q9q"
+echo old >"$target/64-bit/Morvalis.8bf"
+wine setup.exe /S  # where it was
+cmp -s "$target/64-bit/Morvalis.8bf" "$drive/Made up/Editor 64/Plug-ins/Morvalis.8bf" ||
+  fail "the upgrade has left an old module"
+[[ -s "$target/environments and textures/presets/Mine.q9q" ]] || fail "the upgrade has taken a preset"
+
+# It goes on in a copy of itself, so that its own file can go.
+cat >"$work/folder/remove.bat" <<'BATCH'
+"C:\Program Files\Filters of mine\Uninstall.exe" /S
+for /l %%i in (1,1,60) do if exist "C:\Program Files\Filters of mine\Uninstall.exe" ping -n 2 127.0.0.1 >nul
+BATCH
+wine cmd.exe /c remove.bat >/dev/null
+left=$(filesOf | grep -v '/Mine.q9q$' || true)
+[[ $left == "$before" ]] || fail "the files differ afterwards: $(diff <(echo "$before") <(echo "$left"))"
+[[ -s "$target/environments and textures/presets/Mine.q9q" ]] || fail "a preset of the user's is gone"
+[[ -z $(valueOf 64)$(valueOf 32) ]] || fail "the registry still names the pictures"
+echo "check_installer: installs, upgrades and removes"
