@@ -230,6 +230,8 @@ static int32_t numberAt(const uint8_t* bytes) {
                               uint32_t{bytes[3]} << 24);
 }
 
+constexpr int32_t kLargestPackedSide = 4096;  // pixels; no dialog has larger pictures
+
 bool findPackRow(const uint8_t* pack, int32_t length, int32_t id, PackRow* row) {
   if (pack == nullptr || length < kPackHeaderBytes) return false;
   const int32_t count = std::min(numberAt(pack), (length - kPackHeaderBytes) / kPackRowBytes);
@@ -242,7 +244,9 @@ bool findPackRow(const uint8_t* pack, int32_t length, int32_t id, PackRow* row) 
             numberAt(at + 12),
             numberAt(at + 16),
             numberAt(at + 20)};
-    return row->place >= 0 && row->length >= 0 && row->length <= length - row->place;
+    const bool fits = row->place >= 0 && row->length >= 0 && row->length <= length - row->place;
+    return fits && row->width > 0 && row->width <= kLargestPackedSide && row->height > 0 &&
+           row->height <= kLargestPackedSide;
   }
   return false;
 }

@@ -38,10 +38,14 @@ static bool unpackFrom(int32_t scale, int32_t id, ResourcePicture* picture) {
   const uint64_t pixels = static_cast<uint64_t>(row.width) * static_cast<uint32_t>(row.height);
   auto* rgb = static_cast<uint8_t*>(newModuleBlock(3 * pixels));
   auto* coverage = row.hasCoverage != 0 ? static_cast<uint8_t*>(newModuleBlock(pixels)) : nullptr;
-  *picture = {row.width, row.height, rgb, coverage};
+  const ResourcePicture unpackedPicture = {row.width, row.height, rgb, coverage};
   const bool whole = rgb != nullptr && (row.hasCoverage == 0 || coverage != nullptr) &&
                      unpackPicture(pack, row, rgb, coverage);
-  if (!whole) freePicture(*picture);
+  if (whole) {
+    *picture = unpackedPicture;
+  } else {
+    freePicture(unpackedPicture);
+  }
   return whole;
 }
 
@@ -59,8 +63,9 @@ static bool reduceFrom(int32_t largerScale, int32_t id, int32_t scale, ResourceP
     resampleByArea(source, &surface, surface.width, surface.height);
   }
   freePicture(larger);
+  if (surface.rgb == nullptr) return false;
   *picture = {surface.width, surface.height, surface.rgb, nullptr};
-  return surface.rgb != nullptr;
+  return true;
 }
 
 bool findScaledPicture(int32_t id, int32_t scale, ResourcePicture* picture) {

@@ -45,8 +45,10 @@ constexpr ManualEntry kFiles[] = {
 
 constexpr ManualEntry kVariables[] = {
     {"MORVALIS_SCALE",
-     "The scale of the dialogs in percent: 100, 125, 150, 175, 200, 250 or 300, or the nearest of "
-     "these. Without it they open at the scale of the screen. Where the screen is too small for it "
+     "The scale of the dialogs in percent, from 100 to 300: the nearest of 100, 125, 150, 175, "
+     "200, "
+     "250 and 300 is taken. Without it they open at the scale of the screen. Where the screen is "
+     "too small for it "
      "they take the next smaller one."},
     {"MORVALIS_MORE_FORMATS",
      "With 1 the program reads what else libvips can read, by readers that have not been tested "

@@ -106,7 +106,7 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
     stopIfInterrupted();
     return kExitFailed;
   }
-  closeProgress(&progress);
+  closeProgressLater(&progress);  // the dialog of a large picture takes a while to come
   warnOfLoss(edited.picture, *edited.format, /*stripped=*/false, image);
   warnOfEmptiness(edited.selection);
   const RenderWatch watch = {

@@ -92,6 +92,9 @@ bool runBehindWindow(ProgressWindow* progress, const SlowWork& work) {
   return true;
 }
 
-void closeProgress(ProgressWindow* progress) {
-  progress->dialog.reset();
+void closeProgressLater(ProgressWindow* progress) {
+  QProgressDialog* dialog = progress->dialog.get();
+  if (dialog == nullptr) return;
+  dialog->disconnect();  // there is nothing left to stop
+  QTimer::singleShot(0, dialog, [progress] { progress->dialog.release()->deleteLater(); });
 }

@@ -31,5 +31,5 @@ struct SlowWork {
 };
 bool runBehindWindow(ProgressWindow* progress, const SlowWork& work);
 
-// The next work gets a window of its own.
-void closeProgress(ProgressWindow* progress);
+// Closes it as soon as the windows live again. The next work gets a window of its own.
+void closeProgressLater(ProgressWindow* progress);

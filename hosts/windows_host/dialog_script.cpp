@@ -145,6 +145,10 @@ static void chooseFile(const std::string& path) {
 
 static void answerDialog(int id) {
   HWND dialog = awaitWindow(isOtherDialog, "other dialog");
+  HWND below = GetWindow(dialog, GW_OWNER);
+  if (below != nullptr && IsWindowEnabled(below) != FALSE) {
+    failWith("the window below a dialog can be used");
+  }
   // As a press on the button itself.
   PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id),
                reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));

@@ -164,12 +164,15 @@ void ControlAccess::doAction(const QString& name) {
   ItemButton* button = findButton(window, id);
   if (name == setFocusAction()) {
     setFocusedControl(window, id);
-  } else if (name == pressAction() && button != nullptr) {
-    button->click();
   } else if (name == pressAction()) {
-    WindowEvent event = eventOf(WindowEventKind::use);
-    event.id = id;
-    sendInput(window, event);
+    // Later: what it opens would hold up whoever asks.
+    const auto use = [window, button, id] {
+      if (button != nullptr) return button->click();
+      WindowEvent event = eventOf(WindowEventKind::use);
+      event.id = id;
+      sendInput(window, event);
+    };
+    QMetaObject::invokeMethod(window->widget, use, Qt::QueuedConnection);
   }
 }
 

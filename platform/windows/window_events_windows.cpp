@@ -95,10 +95,20 @@ static void sendPostedMove(Window* window) {
                                  MAKELPARAM(window->postedMove.h, window->postedMove.v)));
 }
 
+// Another window may have taken the mouse in the middle of a drag: the release went there.
+static void endLostDrag(Window* window, WPARAM wParam, LPARAM lParam) {
+  const bool held = (wParam & (MK_LBUTTON | MK_RBUTTON)) != 0;
+  if (!window->captured || held || GetCapture() == window->handle) return;
+  releaseMouse(window);
+  sendEvent(window, pointerEvent(WindowEventKind::buttonUp, lParam));
+  sendEvent(window, pointerEvent(WindowEventKind::otherUp, lParam));
+}
+
 bool sendMouseMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_MOUSEMOVE:
       window->movePosted = false;
+      endLostDrag(window, wParam, lParam);
       sendEvent(window, pointerEvent(WindowEventKind::mouseMove, lParam));
       return true;
     case WM_LBUTTONDOWN:
