@@ -33,19 +33,6 @@ static void query() {
                             reinterpret_cast<const guint8*>(kIconName));
 }
 
-static GimpPDBStatusType statusOf(CallEnd end) {
-  switch (end) {
-    case CallEnd::done:
-      return GIMP_PDB_SUCCESS;
-    case CallEnd::cancelled:
-      return GIMP_PDB_CANCEL;
-    case CallEnd::wrongCall:
-      return GIMP_PDB_CALLING_ERROR;
-    default:
-      return GIMP_PDB_EXECUTION_ERROR;
-  }
-}
-
 // Callers that ask for the last values, or for the dialog, leave the rest out.
 static GimpCall callOf(gint count, const GimpParam* arguments) {
   GimpCall call;

@@ -31,19 +31,6 @@ static uint64_t windowOfGimp() {
   return number;
 }
 
-static GimpPDBStatusType statusOf(CallEnd end) {
-  switch (end) {
-    case CallEnd::done:
-      return GIMP_PDB_SUCCESS;
-    case CallEnd::cancelled:
-      return GIMP_PDB_CANCEL;
-    case CallEnd::wrongCall:
-      return GIMP_PDB_CALLING_ERROR;
-    default:
-      return GIMP_PDB_EXECUTION_ERROR;
-  }
-}
-
 static std::string textOf(GimpProcedureConfig* config, const char* name) {
   char* text = nullptr;
   g_object_get(config, name, &text, nullptr);

@@ -148,3 +148,16 @@ GimpAnswer runInGimp(const GimpCall& call) {
   runReporting(run, report);
   return answer;
 }
+
+GimpPDBStatusType statusOf(CallEnd end) {
+  switch (end) {
+    case CallEnd::done:
+      return GIMP_PDB_SUCCESS;
+    case CallEnd::cancelled:
+      return GIMP_PDB_CANCEL;
+    case CallEnd::wrongCall:
+      return GIMP_PDB_CALLING_ERROR;
+    default:
+      return GIMP_PDB_EXECUTION_ERROR;
+  }
+}

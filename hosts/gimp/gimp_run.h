@@ -32,6 +32,9 @@ struct GimpAnswer {
 // Changes the layer as one step of undo, or leaves it alone.
 GimpAnswer runInGimp(const GimpCall& call);
 
+// The same end in GIMP's words.
+GimpPDBStatusType statusOf(CallEnd end);
+
 // What both versions say of the plug-in.
 constexpr char kProcedure[] = "plug-in-morvalis";
 constexpr char kMenuLabel[] = "_Morvalis...";

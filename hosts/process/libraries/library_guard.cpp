@@ -5,17 +5,15 @@
 
 #include "hosts/process/command_failure.h"
 
+// The sanitizers tell of such ends better.
+#if defined(__SANITIZE_ADDRESS__)
+LibraryGuard::LibraryGuard() = default;
+LibraryGuard::~LibraryGuard() = default;
+#else
 static void end(int) {
   endAtOnce("there is not enough memory, or a library for picture files has broken down");
 }
 
-// The sanitizers tell of such ends better.
-#if defined(__SANITIZE_ADDRESS__)
-LibraryGuard::LibraryGuard() = default;
-LibraryGuard::~LibraryGuard() {
-  static_cast<void>(end);
-}
-#else
 constexpr int kEnds[] = {SIGABRT, SIGTRAP, SIGSEGV, SIGBUS, SIGILL, SIGFPE};
 
 LibraryGuard::LibraryGuard() {
