@@ -53,6 +53,20 @@ class Interrupts : public ProgramTest {
                           pngChunk("IDAT", qCompress(rows, 1).mid(4)) + pngChunk("IEND", {}));
   }
 
+  // What coders work longest at.
+  static QImage noise(int side) {
+    QImage noise(side, side, QImage::Format_RGB888);
+    quint32 state = 1;
+    for (int y = 0; y < side; ++y) {
+      uchar* row = noise.scanLine(y);
+      for (int i = 0; i < 3 * side; ++i) {
+        state = state * 1664525U + 1013904223U;
+        row[i] = static_cast<uchar>(state >> 24);
+      }
+    }
+    return noise;
+  }
+
   static QByteArray pngNumber(int number) {
     return {QByteArray(1, char(number >> 24)) + char(number >> 16) + char(number >> 8) +
             char(number)};
@@ -74,17 +88,8 @@ TEST_F(Interrupts, WhileNothingComes) {
 }
 
 TEST_F(Interrupts, InsideOfLibraries) {
-  QImage noise(3000, 3000, QImage::Format_RGB888);
-  quint32 state = 1;
-  for (int y = 0; y < noise.height(); ++y) {
-    uchar* row = noise.scanLine(y);
-    for (int i = 0; i < 3 * noise.width(); ++i) {
-      state = state * 1664525U + 1013904223U;
-      row[i] = static_cast<uchar>(state >> 24);
-    }
-  }
-  save(noise, "noise.bmp");
-  save(noise, "b.bmp");
+  save(noise(3000), "noise.bmp");
+  save(noise(3000), "b.bmp");
   writeInterlaced(12000);
   expectEnds("exec \"$0\" apply slow.png -o out.png", SIGTERM, 400);
   for (const char* ending : {"webp", "avif", "jxl"}) {
@@ -98,11 +103,12 @@ TEST_F(Interrupts, InsideOfLibraries) {
 
 // Whoever kills the parent is rid of its children, too.
 TEST_F(Interrupts, EndChildrenOfAKilledParent) {
-  save(colorPicture().scaled(3000, 3000), "a.bmp");
-  save(colorPicture().scaled(3000, 3000), "b.bmp");
+  save(noise(3000), "a.bmp");
+  save(noise(3000), "b.bmp");
   const QStringList before = files();
+  // Coding this as AVIF takes half a minute, so that no machine is through before the end comes.
   const RunResult result = runShell(
-      "\"$0\" apply a.bmp b.bmp -j 2 --set textureChoice=none -o '{name}-o.webp' & parent=$!; "
+      "\"$0\" apply a.bmp b.bmp -j 2 --set textureChoice=none -o '{name}-o.avif' & parent=$!; "
       "for i in {1..100}; do sleep 0.05; children=$(pgrep -P $parent); "
       "[ $(wc -w <<< $children) = 2 ] && break; done; sleep 0.6; kill -KILL $parent; "
       "sleep 1; for child in $children; do test -e /proc/$child/exe && echo $child lives; done");
