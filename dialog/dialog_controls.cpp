@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "dialog/dialog_state.h"
+#include "dialog/drag.h"
 #include "dialog/preview_area.h"
 #include "dialog/undo.h"
 #include "services/fixed_point.h"
@@ -74,7 +75,12 @@ void readControls(DialogState* dialog) {
 void refreshPreview(DialogState* dialog, const Change& change) {
   if (settingsOf(dialog)->autoPreview == 1) {
     readControls(dialog);
-    renderPreview(dialog);
+    if (change.kind == ChangeKind::steps) {
+      followControl(dialog);
+    } else {
+      dialog->previewStale = false;
+      renderPreview(dialog);
+    }
   }
   noteChange(dialog, shownSettings(dialog), change);
 }

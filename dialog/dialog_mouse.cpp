@@ -109,17 +109,17 @@ void handleMove(DialogState* dialog, Point point) {
     panPreview(dialog);
   } else if (id == kLight1Pad || id == kLight2Pad) {
     dragLight(dialog, id);
-    followDrag(dialog);
+    followControl(dialog);
   } else if (id == kCausticToggle) {
     trackToggle(dialog, id, static_cast<int32_t>(settings->iriTableChoice));
   } else if (id == kAutoPreviewToggle) {
     trackToggle(dialog, id, static_cast<int32_t>(settings->autoPreview));
   } else if (id == kTextureSample) {
     dragTexture(dialog);
-    if (settings->textureDragMoved == 1) followDrag(dialog);
+    if (settings->textureDragMoved == 1) followControl(dialog);
   } else if (findSlider(id) != nullptr) {
     dragSlider(dialog, id);
-    followDrag(dialog);
+    followControl(dialog);
   }
 }
 

@@ -45,7 +45,7 @@ struct DialogState {
   int32_t tabbedTo;      // where the Tab key was last, 0 once the pointer has gone elsewhere
 
   DragStart dragStart;
-  bool previewStale;     // behind the control that is dragged
+  bool previewStale;     // behind the control that is dragged or moved by steps
   bool previewFollowed;  // has been rendered in this drag
 
   Window* popup;

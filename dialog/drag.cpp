@@ -6,9 +6,9 @@
 
 void beginDrag(DialogState* dialog, int32_t id) {
   EffectSettings* settings = settingsOf(dialog);
+  renderAtRest(dialog);
   dialog->dragStart.settings = *settings;
   dialog->dragStart.value = dialog->controlValue[id];
-  dialog->previewStale = false;
   dialog->previewFollowed = false;
   settings->dragControl = id;
 }
@@ -36,17 +36,23 @@ void undoDrag(DialogState* dialog) {
   renderPreview(dialog);
 }
 
-void followDrag(DialogState* dialog) {
+static bool follows(const DialogState* dialog) {
   const EffectSettings* settings = settingsOf(dialog);
-  if (settings->autoPreview != 1 || settings->hostDrawsPreview != 1) return;
+  return settings->autoPreview == 1 && settings->hostDrawsPreview == 1;
+}
+
+void followControl(DialogState* dialog) {
+  if (!follows(dialog)) return;
   dialog->previewStale = true;
   awaitRest(dialog->window);
 }
 
-void renderDrag(DialogState* dialog) {
-  if (!dialog->previewStale || settingsOf(dialog)->dragControl == kNoControl) return;
+void renderAtRest(DialogState* dialog) {
+  const bool stale = dialog->previewStale;
   dialog->previewStale = false;
-  dialog->previewFollowed = true;
+  if (!stale || !follows(dialog)) return;
   readControls(dialog);
+  if (settingsOf(dialog)->dragControl == kNoControl) return renderPreview(dialog);
+  dialog->previewFollowed = true;
   renderPreviewAtOnce(dialog);
 }

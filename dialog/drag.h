@@ -19,7 +19,9 @@ void beginDrag(DialogState* dialog, int32_t id);
 // Everything as it was before the drag; the button is still down.
 void undoDrag(DialogState* dialog);
 
-// The preview is to follow once nothing else is waiting, so that a slow one never falls behind the
-// pointer.
-void followDrag(DialogState* dialog);
-void renderDrag(DialogState* dialog);
+// The preview is to follow a drag, or the steps of a wheel or a key held down, once nothing else is
+// waiting, so that a slow one never falls behind the hand.
+void followControl(DialogState* dialog);
+
+// Nothing else is waiting, or may wait any longer.
+void renderAtRest(DialogState* dialog);

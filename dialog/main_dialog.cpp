@@ -173,7 +173,7 @@ static bool handleEvent(Window* window, const WindowEvent& event, void* context)
       setFromOutside(dialog, event.id, event.amount);
       return true;
     case WindowEventKind::rest:
-      renderDrag(dialog);
+      renderAtRest(dialog);
       return true;
     case WindowEventKind::command:
       handleCommand(dialog, event.id, event.notification);

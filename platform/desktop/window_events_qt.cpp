@@ -56,12 +56,24 @@ static void scheduleDelivery(Window* window) {
       window->widget, [window] { deliverPosted(window); }, Qt::QueuedConnection);
 }
 
+// A timer without time comes after everything that is queued. An event in progress, which may have
+// opened another modal window, is waited for.
+static void scheduleRest(Window* window) {
+  QTimer::singleShot(0, window->widget, [window] {
+    if (!window->awaitsRest || window->eventsInProgress != 0) return;
+    window->awaitsRest = false;
+    sendInput(window, eventOf(WindowEventKind::rest));
+  });
+}
+
 bool sendEvent(Window* window, const WindowEvent& event) {
   if (window->ended) return false;
   ++window->eventsInProgress;
   const bool used = window->procedure(window, event, window->context);
   --window->eventsInProgress;
-  if (window->eventsInProgress == 0 && !window->posted.empty()) scheduleDelivery(window);
+  if (window->eventsInProgress != 0) return used;
+  if (!window->posted.empty()) scheduleDelivery(window);
+  if (window->awaitsRest) scheduleRest(window);
   return used;
 }
 
@@ -89,19 +101,9 @@ void postCommand(Window* window, int32_t id) {
   postEvent(window, commandEvent(id));
 }
 
-// A timer without time comes after everything that is queued. While an event is in progress, which
-// may have opened another modal window, the next one asks again.
 void awaitRest(Window* window) {
-  if (window->awaitsRest) return;
   window->awaitsRest = true;
-  try {
-    QTimer::singleShot(0, window->widget, [window] {
-      window->awaitsRest = false;
-      if (window->eventsInProgress == 0) sendInput(window, eventOf(WindowEventKind::rest));
-    });
-  } catch (...) {
-    window->awaitsRest = false;  // out of memory
-  }
+  if (window->eventsInProgress == 0) scheduleRest(window);
 }
 
 // --- Records --------------------------------------------------------------------------------

@@ -100,6 +100,7 @@ void WindowUser::wheel(QPointF at, int units, Qt::KeyboardModifiers modifiers) {
   QWheelEvent event(under->mapFrom(window_, at), window_->mapToGlobal(at), {}, {0, units}, held_,
                     modifiers, Qt::NoScrollPhase, false);
   QApplication::sendEvent(under, &event);
+  settle();
 }
 
 void WindowUser::key(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
