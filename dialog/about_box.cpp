@@ -60,8 +60,7 @@ static bool handleEvent(Window* window, const WindowEvent& event, void* context)
   }
 }
 
-void showAboutBox(void* ownerWindow) {
-  setDialogScale(chooseScale(ownerWindow, kWidth, kHeight));
+static void runAboutBox(void* ownerWindow) {
   const Rectangle whole = scaled({0, 0, kHeight, kWidth});
   Canvas canvas = {{whole.right, whole.bottom, nullptr}, whole};
   canvas.target.rgb = static_cast<uint8_t*>(newModuleBlock(
@@ -70,5 +69,12 @@ void showAboutBox(void* ownerWindow) {
   WindowControl controls[std::size(kPlaces)];
   runModalWindow(scaledTemplate(kAboutBox, controls), ownerWindow, handleEvent, &canvas);
   freeModuleBlock(canvas.target.rgb);
+}
+
+void showAboutBox(void* ownerWindow) {
+  const int32_t scale = dialogScale();
+  setDialogScale(chooseScale(ownerWindow, kWidth, kHeight));
+  runAboutBox(ownerWindow);
   forgetScaledPictures();
+  setDialogScale(scale);
 }

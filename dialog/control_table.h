@@ -8,8 +8,6 @@
 #include "platform/window.h"
 
 constexpr int32_t kControlIds = 100;
-constexpr int32_t kDialogWidth = 680;  // client pixels at 100 percent
-constexpr int32_t kDialogHeight = 370;
 constexpr int32_t kNoControl = -1;
 
 // Control ids.

@@ -54,14 +54,15 @@ static bool fits(int32_t length, int32_t scale, int32_t room) {
   return room <= 0 || scaledLength(length, scale) <= room;
 }
 
-int32_t chooseScale(void* ownerWindow, int32_t width, int32_t height) {
+int32_t chooseScale(void* ownerWindow, int32_t width, int32_t height, int32_t tallestMenu) {
   const ScreenRoom room = screenRoom(ownerWindow);
   const int32_t wanted = wantedScale();
   const int32_t nearest = nearestScale(wanted != 0 ? wanted : room.scale);
   int32_t chosen = kPlainScale;
   for (const int32_t scale : kScales) {
     const bool usable = scale <= nearest && fits(width, scale, room.width) &&
-                        fits(height, scale, room.height) && hasPictures(scale);
+                        fits(height, scale, room.height) &&
+                        fits(tallestMenu, scale, room.menuHeight) && hasPictures(scale);
     if (usable) chosen = scale;
   }
   return chosen;

@@ -24,7 +24,7 @@
 constexpr int32_t kBackground = 239;  // bitmap
 constexpr int32_t kShapeArrowPicture = 240;
 constexpr int32_t kBlendSymbolPicture = 122;
-constexpr int32_t kTallestMenu = 13 * 36;  // pixels at 100 percent, more than the dialog
+constexpr int32_t kTallestMenu = 13 * 36;  // pixels at 100 percent, over the whole screen
 
 // --- Painting -------------------------------------------------------------------------------
 
@@ -207,7 +207,7 @@ static DialogState* newDialog(SessionRecord* session) {
 }
 
 bool showMainDialog(SessionRecord* session, void* ownerWindow) {
-  setDialogScale(chooseScale(ownerWindow, kDialogWidth, kTallestMenu));
+  setDialogScale(chooseScale(ownerWindow, kDialogWidth, kDialogHeight, kTallestMenu));
   DialogState* dialog = newDialog(session);
   int32_t answer = kDialogUnavailable;
   if (dialog != nullptr) {

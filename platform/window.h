@@ -14,11 +14,13 @@ struct Window;  // the back end's
 // Every place and length here counts pixels of the screen, whatever the system counts in.
 
 // At how many percent the system shows other windows where one of this owner (null: none) would
-// open, and how large its client area may be there, pixels; 0: nobody knows.
+// open, how large its client area may be there, and how high a menu, which has no frame and lies
+// over the system's bars; pixels; 0: nobody knows.
 struct ScreenRoom {
   int32_t scale;
   int32_t width;
   int32_t height;
+  int32_t menuHeight;
 };
 ScreenRoom screenRoom(void* ownerWindow);
 

@@ -9,7 +9,8 @@
 
 double largerLetters(const QWidget* window) {
   if (wantedScale() == 0) return 1;
-  return chooseScale(nullptr, 1, 1) / (kPlainScale * window->devicePixelRatioF());
+  const int32_t scale = chooseScale(nullptr, kDialogWidth, kDialogHeight);
+  return scale / (kPlainScale * window->devicePixelRatioF());
 }
 
 static QFont enlarged(QFont font, double larger) {

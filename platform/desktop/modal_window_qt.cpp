@@ -197,15 +197,16 @@ constexpr double kFrameWidth = 16;  // Qt's units
 constexpr double kFrameHeight = 48;
 
 ScreenRoom screenRoom(void* ownerWindow) {
-  if (!programHasWindows()) return {kPlainScale, 0, 0};
+  if (!programHasWindows()) return {kPlainScale, 0, 0, 0};
   const QWidget* owner = ownerAmongWindows(ownerWindow);
   const QScreen* screen = owner != nullptr ? owner->screen() : QApplication::primaryScreen();
-  if (screen == nullptr) return {kPlainScale, 0, 0};
+  if (screen == nullptr) return {kPlainScale, 0, 0, 0};
   const double ratio = screen->devicePixelRatio();
   const QSizeF room = screen->availableGeometry().size();
   return {static_cast<int32_t>(std::lround(kPlainScale * ratio)),
           static_cast<int32_t>((room.width() - kFrameWidth) * ratio),
-          static_cast<int32_t>((room.height() - kFrameHeight) * ratio)};
+          static_cast<int32_t>((room.height() - kFrameHeight) * ratio),
+          static_cast<int32_t>(screen->geometry().height() * ratio)};
 }
 
 int32_t runModalWindow(const WindowTemplate& content, void* ownerWindow, WindowProcedure procedure,

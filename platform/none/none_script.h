@@ -48,7 +48,7 @@ struct NoneScript {
   std::function<void(NoneWindow& window)> modalWindow;
   std::map<std::string, std::function<void(NoneWindow& window)>> modalWindows;
   bool refusesPopups = false;
-  ScreenRoom room = {100, 0, 0};  // what the system says of its screen
+  ScreenRoom room = {100, 0, 0, 0};  // what the system says of its screen
 
   std::vector<int32_t> alertAnswers;     // one after the other, then 1
   std::vector<std::string> chosenPaths;  // one after the other, then cancelled; "" cancels

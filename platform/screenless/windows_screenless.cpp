@@ -28,7 +28,7 @@ bool choosePlatformColor(uint8_t[3], uint8_t[kCustomColors][3]) {
 }
 
 ScreenRoom screenRoom(void*) {
-  return {kPlainScale, 0, 0};
+  return {kPlainScale, 0, 0, 0};
 }
 
 int32_t textWidth(const char*, int32_t) {

@@ -40,23 +40,26 @@ static int dotsOf(HWND owner) {
   return dots != 0 ? static_cast<int>(dots) : systemDots();
 }
 
-static RECT workArea(HWND owner) {
+static MONITORINFO monitorOf(HWND owner) {
   MONITORINFO info = {};
   info.cbSize = sizeof(info);
-  if (GetMonitorInfoA(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &info)) {
-    return info.rcWork;
+  if (!GetMonitorInfoA(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &info)) {
+    info.rcMonitor = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    info.rcWork = info.rcMonitor;
   }
-  return {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+  return info;
 }
 
 ScreenRoom screenRoom(void* ownerWindow) {
   const auto owner = static_cast<HWND>(ownerWindow);
-  const RECT work = workArea(IsWindow(owner) ? owner : nullptr);
+  const MONITORINFO monitor = monitorOf(IsWindow(owner) ? owner : nullptr);
+  const RECT& work = monitor.rcWork;
   const LONG across = work.right - work.left - 2 * GetSystemMetrics(SM_CXDLGFRAME);
   const LONG down =
       work.bottom - work.top - 2 * GetSystemMetrics(SM_CYDLGFRAME) - GetSystemMetrics(SM_CYCAPTION);
   return {kPlainScale * dotsOf(owner) / kPlainDots, static_cast<int32_t>(std::max<LONG>(across, 1)),
-          static_cast<int32_t>(std::max<LONG>(down, 1))};
+          static_cast<int32_t>(std::max<LONG>(down, 1)),
+          static_cast<int32_t>(monitor.rcMonitor.bottom - monitor.rcMonitor.top)};
 }
 
 void keepLayout(HWND dialog) {

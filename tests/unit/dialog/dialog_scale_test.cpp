@@ -25,34 +25,36 @@ class DialogScale : public ::testing::Test {
 
   static int32_t chosen(const ScreenRoom& room) {
     noneScript().room = room;
-    return chooseScale(nullptr, 680, 468);
+    return chooseScale(nullptr, 680, 370, 468);
   }
 };
 
 TEST_F(DialogScale, IsTheNearestThatHasRoom) {
-  EXPECT_EQ(chosen({100, 0, 0}), 100);
-  EXPECT_EQ(chosen({112, 0, 0}), 100);
-  EXPECT_EQ(chosen({113, 0, 0}), 125);
-  EXPECT_EQ(chosen({192, 0, 0}), 200);
-  EXPECT_EQ(chosen({500, 0, 0}), 300);
-  EXPECT_EQ(chosen({75, 0, 0}), 100);
-  EXPECT_EQ(chosen({200, 1360, 936}), 200);
-  EXPECT_EQ(chosen({200, 1359, 936}), 175);
-  EXPECT_EQ(chosen({200, 5000, 935}), 175);
-  EXPECT_EQ(chosen({300, 320, 200}), 100) << "smaller than the smallest";
+  EXPECT_EQ(chosen({100, 0, 0, 0}), 100);
+  EXPECT_EQ(chosen({112, 0, 0, 0}), 100);
+  EXPECT_EQ(chosen({113, 0, 0, 0}), 125);
+  EXPECT_EQ(chosen({192, 0, 0, 0}), 200);
+  EXPECT_EQ(chosen({500, 0, 0, 0}), 300);
+  EXPECT_EQ(chosen({75, 0, 0, 0}), 100);
+  EXPECT_EQ(chosen({200, 1360, 740, 936}), 200);
+  EXPECT_EQ(chosen({200, 1359, 740, 936}), 175);
+  EXPECT_EQ(chosen({200, 5000, 739, 936}), 175);
+  EXPECT_EQ(chosen({200, 1920, 900, 935}), 175) << "the tallest menu";
+  EXPECT_EQ(chosen({200, 1904, 936, 1080}), 200) << "a bar below, a frame around";
+  EXPECT_EQ(chosen({300, 320, 200, 240}), 100) << "smaller than the smallest";
 }
 
 TEST_F(DialogScale, IsWhatTheEnvironmentSays) {
   for (const int32_t scale : kScales) {
     setenv("MORVALIS_SCALE", std::to_string(scale).c_str(), 1);
-    EXPECT_EQ(chosen({100, 0, 0}), scale);
+    EXPECT_EQ(chosen({100, 0, 0, 0}), scale);
   }
   setenv("MORVALIS_SCALE", "300", 1);
-  EXPECT_EQ(chosen({100, 1400, 1000}), 200) << "where there is room";
+  EXPECT_EQ(chosen({100, 1400, 1000, 0}), 200) << "where there is room";
   for (const char* nonsense : {"", "abc", "-200", "0", "99", "301", "200%", "2e2", " 200", "1000",
                                "99999999999999999999", "0x96"}) {
     setenv("MORVALIS_SCALE", nonsense, 1);
-    EXPECT_EQ(chosen({150, 0, 0}), 150) << nonsense;
+    EXPECT_EQ(chosen({150, 0, 0, 0}), 150) << nonsense;
   }
 }
 

@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "dialog/control_table.h"
+#include "dialog/dialog_scale.h"
 #include "platform/none/none_script.h"
 #include "tests/support/dialog_runs.h"
 #include "tests/support/random_inputs.h"
