@@ -6,12 +6,12 @@
 
 #include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
+#include "dialog/light_pads.h"
 #include "dialog/picture_menus.h"
 #include "dialog/small_controls.h"
 #include "dialog/typing.h"
 #include "persistence/path_parts.h"
 
-constexpr double kDegreesPerRadian = 57.29577951308232;
 constexpr int32_t kFullTurn = 360;  // degrees
 
 template <size_t bytes, typename... Values>
@@ -131,6 +131,7 @@ void setFromOutside(DialogState* dialog, int32_t id, int32_t amount) {
   if (settingsOf(dialog)->dragControl != kNoControl || dialog->popup != nullptr) return;
   takeTyping(dialog);
   if (isPicker(id)) return postChoice(dialog, id, amount);
+  if (id == kLight1Pad || id == kLight2Pad) return turnLight(dialog, id, amount);
   for (const Slider& slider : kSliders) {
     if (slider.id == id) setSlider(dialog, id, valueFromShown(slider, amount));
   }

@@ -11,7 +11,7 @@ const SheetRow kKeyHelp[] = {
      "Presses a button, switches a box, opens a menu. In a menu arrows, letters and Enter choose."},
     {"Enter", "Presses the button that has the focus, otherwise OK."},
     {"Escape", "Gives up a number, a drag or a menu; otherwise it is Cancel."},
-    {"Ctrl+Z, Ctrl+Shift+Z", "Undo and redo."},
+    {"Ctrl+Z, Ctrl+Shift+Z, Ctrl+Y", "Undo and redo."},
     {"Ctrl+C", "Copies the morvalis apply command that does the same, with the seed."},
     {"F1, ?", "Shows these lines."},
     {"Click", "On a slider's name or number: digits go there."},

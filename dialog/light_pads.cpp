@@ -77,6 +77,16 @@ void stepLight(DialogState* dialog, int32_t id, int32_t right, int32_t down, boo
   refreshPreview(dialog, {ChangeKind::steps, id, /*continues=*/true});
 }
 
+void turnLight(DialogState* dialog, int32_t id, int32_t degrees) {
+  const Direction light = *directionOf(dialog, id);
+  const double away = std::hypot(static_cast<double>(light.x), static_cast<double>(light.y));
+  const bool hasDirection = std::isfinite(away) && away > 0;
+  const double distance = kPadRadius * (hasDirection ? std::min(away, 1.0) : 1.0);
+  const double angle = degrees / kDegreesPerRadian;
+  setLight(dialog, id, distance * std::cos(angle), -distance * std::sin(angle));
+  refreshPreview(dialog, {ChangeKind::steps, id, /*continues=*/true});
+}
+
 void dragLight(DialogState* dialog, int32_t id) {
   if (pointerStands(dialog)) return;
   const Rectangle rect = controlRect(id);
