@@ -8,7 +8,7 @@ declare -A packages=(
   [build]="cmake ninja-build g++ qt6-base-dev qt6-image-formats-plugins libxcb1-dev
            libvips-dev libfontconfig-dev libisal-dev zlib1g-dev pkgconf
            libimage-exiftool-perl libvips-tools parallel fonts-liberation libcli11-dev libgtest-dev desktop-file-utils cppcheck
-           xvfb xdotool"
+           xvfb xdotool dbus at-spi2-core gir1.2-atspi-2.0 python3-gi"
   # What the plug-in for GIMP is built with and tried in.
   [gimp]="gimp libgimp2.0-dev libvips-tools xvfb xdotool x11-utils"
   [bench]="libgtest-dev libvips-tools time fonts-liberation"
