@@ -10,9 +10,8 @@
 #include "hosts/process/interrupt.h"
 #include "hosts/process/progress_bar.h"
 
-constexpr int kNoticeable = 500;  // milliseconds of a render
-constexpr int kWondering = 200;   // milliseconds with nothing else on the screen
-constexpr int kEventPause = 30;   // milliseconds
+constexpr int kWondering = 200;  // milliseconds with nothing else on the screen
+constexpr int kEventPause = 30;  // milliseconds
 
 static void makeDialog(ProgressWindow* progress, const char* name, const char* label, int wait) {
   progress->dialog = std::make_unique<QProgressDialog>(label, "Cancel", 0, 100);
@@ -28,7 +27,7 @@ static void makeDialog(ProgressWindow* progress, const char* name, const char* l
 
 // Made with the first question of the render: its clock starts with it.
 static void startProgress(ProgressWindow* progress) {
-  makeDialog(progress, "progress", "Rendering the picture...", kNoticeable);
+  makeDialog(progress, "progress", "Rendering the picture...", kWondering);
   progress->sinceEvents.start();
 }
 
