@@ -118,10 +118,14 @@ bool readControl(void* context, int32_t id, ControlReading* reading) {
   reading->name = name;
   reading->disabled = dialog->session->dialog.controlEnabled[id] != 1;
   for (const Slider& slider : kSliders) {
-    if (slider.id == id) return readSlider(dialog, slider, reading), true;
+    if (slider.id != id) continue;
+    readSlider(dialog, slider, reading);
+    return true;
   }
   for (const Picker& picker : kPickers) {
-    if (picker.id == id) return readPicker(dialog, picker, reading), true;
+    if (picker.id != id) continue;
+    readPicker(dialog, picker, reading);
+    return true;
   }
   readOther(dialog, id, reading);
   return true;

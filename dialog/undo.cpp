@@ -1,6 +1,8 @@
 #include "dialog/undo.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "dialog/dialog_state.h"
 #include "pictures/picture_surface.h"
@@ -17,7 +19,7 @@ static bool sameSetting(const EffectSettings& a, const EffectSettings& b,
   double valuesB[3];
   readSetting(a, range, valuesA);
   readSetting(b, range, valuesB);
-  return std::memcmp(valuesA, valuesB, sizeof(valuesA)) == 0;
+  return std::equal(std::begin(valuesA), std::end(valuesA), valuesB);
 }
 
 static bool samePath(const char* a, const char* b) {

@@ -84,7 +84,7 @@ size_t encodeNamedSettings(const EffectSettings* settings, const char* const nam
   putNumber(&writer, kWrittenVersion);
   for (const SettingsItem& item : kSettingsItems) {
     if (item.form == ItemForm::name) {
-      putName(&writer, names[named++]);
+      putName(&writer, named < kPictureNames ? names[named++] : "");
     } else {
       putNumber(&writer, storedNumber(settings, item));
     }

@@ -185,19 +185,19 @@ static void scanSoftColumns(const FieldCone& cone, const FieldRow& row, const ui
         least = leastSumOfSide(groupOf(row.bounds + x, offset), offset >= 0, least);
       });
     }
-    store(limits + x - start, either(least, equal(least, widestHere)));
+    store(limits + (x - start), either(least, equal(least, widestHere)));
   }
   for (int32_t x = start; x < end; x += kLanes) {
-    const Lanes least = load(limits + x - start);
+    const Lanes least = load(limits + (x - start));
     const Lanes found = lessThan(least, splat(65535));
     if (anyBit(found)) {
-      store(limits + x - start, both(found, smaller(widest, limitsOfLeast(cone, least))));
+      store(limits + (x - start), both(found, smaller(widest, limitsOfLeast(cone, least))));
     } else {
-      store(limits + x - start, splat(0));
+      store(limits + (x - start), splat(0));
     }
   }
   for (int32_t x = start; x < end; x += kLanes) {
-    const Lanes limit = load(limits + x - start);
+    const Lanes limit = load(limits + (x - start));
     Best best = noneYet(cone, splat(0));
     if (anyBit(limit)) {
       forNearColumns(cone, row, x, squares, limit, [&](int32_t offset) {

@@ -136,7 +136,7 @@ static void filterPaeth(const uint8_t* row, const uint8_t* above, size_t step, s
     const int16_t toUp = static_cast<int16_t>(byLeft < 0 ? -byLeft : byLeft);
     const int16_t toCorner = static_cast<int16_t>(byBoth < 0 ? -byBoth : byBoth);
     const int16_t other = toUp <= toCorner ? up : corner;
-    const int16_t best = (toLeft <= toUp) & (toLeft <= toCorner) ? left : other;
+    const int16_t best = ((toLeft <= toUp) & (toLeft <= toCorner)) != 0 ? left : other;
     to[i] = static_cast<uint8_t>(row[i] - best);
   }
 }

@@ -183,7 +183,7 @@ static QAccessibleInterface* accessOf(const QString&, QObject* object) {
 }
 
 void introduceControl(Window* window, int32_t id, QWidget* widget) {
-  static const bool installed = (QAccessible::installFactory(accessOf), true);
+  static const bool installed = (static_cast<void>(QAccessible::installFactory(accessOf)), true);
   if (!installed || window->content->reader == nullptr) return;
   widget->setProperty(kWindowProperty, QVariant::fromValue(reinterpret_cast<quintptr>(window)));
   widget->setProperty(kControlProperty, id);
