@@ -15,6 +15,8 @@ constexpr const char* kWords[] = {"apply",   "edit",     "preset",        "show"
                                   "--depth", "--json",   "--quality",     "--format",
                                   "-",       "--preset", "radius=50",     "light1Dir=0,0,1"};
 
+constexpr size_t kMostWords = 16;
+
 // A word of ours, or one of the fuzzer's.
 static std::string takeWord(FuzzInput* input) {
   const auto kind = take<uint8_t>(input);
@@ -41,7 +43,7 @@ static void parseSetting(const std::string& word) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   FuzzInput input = {bytes, count};
   std::vector<std::string> words;
-  while (input.left > 0) words.push_back(takeWord(&input));
+  while (input.left > 0 && words.size() < kMostWords) words.push_back(takeWord(&input));
   for (const std::string& word : words) parseSetting(word);
 
   std::vector<char*> argv = {const_cast<char*>("morvalis")};

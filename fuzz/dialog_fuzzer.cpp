@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "fuzz/fuzz_input.h"
+#include "fuzz/fuzz_runs.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "platform/none/none_script.h"
 #include "tests/support/host_pictures.h"
@@ -74,7 +75,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   switches.displayPixels = shape & 1;
   openHost(switches, testPicture(shape & 2 ? 400 : 30, 20, shape & 4 ? 1 : 3),
            shape & 8 ? testMask(shape & 2 ? 400 : 30, 20) : HostMask());
-  runFilter();
+  callSelector(kSelectorParameters);
+  if ((shape & 16) == 0) takeReliefAway();
+  if (callSelector(kSelectorPrepare) == 0) renderFilter();
   if (hostLedger().misuses != 0 || hostLedger().buffers != 0) std::abort();
   closeHost();
   return 0;

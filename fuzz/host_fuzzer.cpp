@@ -5,6 +5,7 @@
 
 #include "entry/handles.h"
 #include "fuzz/fuzz_input.h"
+#include "fuzz/fuzz_runs.h"
 #include "hosts/substitute_host/host_state.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "platform/none/none_script.h"

@@ -7,6 +7,7 @@
 
 #include "entry/session_record.h"
 #include "fuzz/fuzz_input.h"
+#include "fuzz/fuzz_runs.h"
 #include "hosts/substitute_host/host_state.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "hosts/substitute_host/suites/handle_suite.h"
@@ -34,14 +35,18 @@ static Handle otherBlock(FuzzInput* input, Handle old, int32_t fullSize) {
   return handle;
 }
 
+// Writes as much of a value into a block as lies within.
+template <typename Value>
+static void put(Handle handle, size_t at, Value value) {
+  const auto size = static_cast<size_t>(host().handles.at(handle).size);
+  if (at >= size) return;
+  std::memcpy(static_cast<uint8_t*>(*handle) + at, &value, std::min(sizeof(value), size - at));
+}
+
 // The mark of this load would make a stranger's pointers honest ones.
 static void unmark(Handle settings) {
-  const HandleBlock& block = host().handles.at(settings);
-  const auto at = static_cast<int32_t>(offsetof(EffectSettings, loadMark));
-  auto* bytes = static_cast<uint8_t*>(*settings);
-  for (int32_t i = at; i < at + static_cast<int32_t>(sizeof(EffectSettings::loadMark)); ++i) {
-    if (i < block.size) bytes[i] = 0x5A;
-  }
+  constexpr uint64_t kOtherLoad = 0x5A5A5A5A5A5A5A5A;
+  put(settings, offsetof(EffectSettings, loadMark), kOtherLoad);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
@@ -49,11 +54,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   resetNone();
   HostSwitches switches;
   switches.keepsLog = false;
-  openHost(switches, testPicture(27, 19, take<uint8_t>(&input) & 1 ? 3 : 1), testMask(27, 19));
-  if (take<uint8_t>(&input) & 1) repeatFilter();
+  openHost(switches, testPicture(15, 11, take<uint8_t>(&input) & 1 ? 3 : 1), testMask(15, 11));
+  if (take<uint8_t>(&input) & 1) {
+    prepareFirst();
+    renderFilter();
+  }
   const Handle oldSettings = hostRecord()->parameters;
   const Handle settings = otherBlock(&input, oldSettings, sizeof(EffectSettings));
   unmark(settings);
+  // Reliefs are for the fuzzer of hosts.
+  put(settings, offsetof(EffectSettings, textureChoice), kTextureChoiceNone);
   hostRecord()->parameters = settings;
   if (take<uint8_t>(&input) & 1) {
     auto old = reinterpret_cast<Handle>(host().dataSlot);

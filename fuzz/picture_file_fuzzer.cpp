@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "hosts/picture_files/exif_block.h"
+#include "hosts/png_files/png_chunks.h"
 #include "hosts/png_files/png_read.h"
 #include "hosts/small_formats/small_formats.h"
 #include "platform/unix/bitmap_file.h"
@@ -30,6 +31,18 @@ static void expectWhole(const Picture& picture) {
   require(pixels > 0 && colors.samples.size() == samples);
   require(picture.alpha.empty() || picture.alpha.size() == pixels);
   require(picture.deep.colors.empty() || picture.deep.colors.size() == samples);
+}
+
+// The same file with checksums that hold, which chance does not find.
+static FileBytes withChecksums(BytesView file) {
+  FileBytes whole = file.copy();
+  size_t at = kPngSignatureBytes;
+  for (;;) {
+    const PngChunk chunk = nextPngChunk(file, &at);
+    if (chunk.name.empty()) return whole;
+    const uint32_t checksum = pngChecksum(chunk.name, chunk.data);
+    for (size_t i = 0; i < 4; ++i) whole[at - 1 - i] = static_cast<uint8_t>(checksum >> (8 * i));
+  }
 }
 
 static void readAsPng(BytesView file) {
@@ -74,6 +87,7 @@ static void readAsNotes(BytesView block) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   const BytesView file = {bytes, count};
   readAsPng(file);
+  if (isPngFile(file)) readAsPng(withChecksums(file));
   for (const char* extension : {"", "tga", "ico", "cur", "pbm", "bmp"}) {
     readAsSmallFormat(file, extension);
   }

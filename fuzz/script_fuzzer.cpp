@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "fuzz/fuzz_input.h"
+#include "fuzz/fuzz_runs.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "platform/none/none_script.h"
 #include "tests/support/host_pictures.h"
@@ -78,7 +79,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
     return false;
   };
   switches.progress = [&input](int32_t, int32_t) { changeRecord(&input); };
-  openHost(switches, testPicture(31, 23, 3), testMask(31, 23));
+  openHost(switches, testPicture(15, 11, 3), testMask(15, 11));
+  prepareFirst();
   setScript(takeScript(&input));
   Handle settings = nullptr;
   for (int32_t i = 0; i < 2; ++i) {
