@@ -82,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   openHost(switches, testPicture(15, 11, 3), testMask(15, 11));
   prepareFirst();
   setScript(takeScript(&input));
-  Handle settings = nullptr;
+  Handle settings = hostRecord()->parameters;
   for (int32_t i = 0; i < 2; ++i) {
     failHostCall(failsAt);
     repeatFilter();
