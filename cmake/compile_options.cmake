@@ -7,6 +7,12 @@ target_compile_options(morvalis_options INTERFACE -Wall -Wextra -Wshadow -Wnon-v
   -ffp-contract=off)
 # GCC 12 warns of overlaps in its own string concatenation that cannot happen.
 target_compile_options(morvalis_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  target_compile_options(morvalis_options INTERFACE
+    -Wimplicit-fallthrough -Wextra-semi -Wcomma -Wunreachable-code
+    # Whether a loop becomes lanes is GCC's affair, which builds what is given away.
+    -Wno-pass-failed)
+endif()
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
   target_compile_options(morvalis_options INTERFACE -msse2 -mfpmath=sse)
 endif()
@@ -17,6 +23,14 @@ if(MORVALIS_SANITIZE)
   target_compile_options(morvalis_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(morvalis_options INTERFACE -fsanitize=address,undefined)
+  # Which the list above leaves out.
+  target_compile_options(morvalis_options INTERFACE -fsanitize=float-cast-overflow)
+endif()
+if(MORVALIS_FUZZ)
+  # Counts branches for the fuzzers; in other programs the counting goes nowhere.
+  target_compile_options(morvalis_options INTERFACE -fsanitize=fuzzer-no-link)
+  # The fuzzers learn from comparisons of what they hand in, which pixels are not.
+  set(MORVALIS_PIXEL_OPTIONS -fno-sanitize-coverage=trace-cmp)
 endif()
 
 # What files and hosts hand in should end in an error, and where it does not, in an end.

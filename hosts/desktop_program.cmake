@@ -14,6 +14,10 @@ file(GLOB RUN_SOURCES CONFIGURE_DEPENDS
   process/*.cpp process/libraries/*.cpp picture_files/*.cpp png_files/*.cpp small_formats/*.cpp effect_choices/*.cpp
   effect_runs/*.cpp)
 add_library(morvalis_runs STATIC ${RUN_SOURCES})
+if(MORVALIS_SANITIZE)
+  set_source_files_properties(process/libraries/library_guard.cpp PROPERTIES
+    COMPILE_DEFINITIONS MORVALIS_SANITIZED)
+endif()
 target_link_libraries(morvalis_runs PUBLIC
   morvalis_options PkgConfig::ISAL ZLIB::ZLIB ${CMAKE_DL_LIBS})
 

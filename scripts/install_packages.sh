@@ -15,6 +15,7 @@ declare -A packages=(
   [format]="clang-format"
   [tidy]="clang-tidy"
   [fuzz]="cmake ninja-build clang libclang-rt-14-dev"
+  [fuzz_coverage]="llvm"
   [windows]="cmake ninja-build g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32"
   [package]="zip nsis dpkg-dev lintian appstream"
   # Besides Wine, the libraries that it takes when it finds them: the cursors and the text would

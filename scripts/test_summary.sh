@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Says in a few lines what `./dev test` has tested and what it has not, from what ctest wrote down.
-#   scripts/test_summary.sh FOLDER      holds BUILD.xml and BUILD.log of every build that was tested
+#   scripts/test_summary.sh FOLDER      holds BUILD.xml and BUILD.log of every build that was tested,
+#                                       tidy.log, and fuzz/summary.txt
 set -euo pipefail
 cd "$1"
 
@@ -79,8 +80,34 @@ windows() {  # BITS
   if (($1 == 32)); then unsteady core-only-ci; fi
 }
 
+fuzzers() {
+  local what="fuzzers"
+  if [[ ! -s fuzz/summary.txt ]]; then
+    line "$what" "NOT TESTED: the run ended before"
+  elif grep -q FOUND fuzz/summary.txt; then
+    line "$what" "FAILED:"
+    grep FOUND fuzz/summary.txt | while read -r found; do line "" "$found"; done
+  else
+    line "$what" "tested: $(awk '{ sum += $2 } END { print NR " of them, " sum " executions" }' \
+      fuzz/summary.txt), nothing found"
+  fi
+}
+
+tidy() {
+  local what="sources, by clang-tidy"
+  if [[ ! -s tidy.log ]]; then
+    line "$what" "NOT READ: the run ended before"
+  elif grep -q '^check_tidy: ' tidy.log; then
+    line "$what" "read: $(sed -n 's/^check_tidy: //p' tidy.log)"
+  else
+    line "$what" "FAILED, or not read to the end"
+  fi
+}
+
 wholeBuild desktop-ci "program and filter on Linux"
 windows 64
 windows 32
 wholeBuild desktop-sanitize-ci "on Linux, under the sanitizers"
+fuzzers
+tidy
 line "all together" "${total[0]} passed, ${total[1]} failed, ${total[2]} skipped"

@@ -12,7 +12,7 @@
 
 #include "tests/command_line/program_run.h"
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef MORVALIS_SANITIZED
 constexpr bool kCountsMemory = false;  // the sanitizer takes its own
 #else
 constexpr bool kCountsMemory = true;

@@ -53,7 +53,7 @@ TEST_F(Installation, LinksNoWindowsAndNoPictureLibrary) {
       << alone.errors.toStdString();
 }
 
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(MORVALIS_SANITIZED)
 TEST_F(Installation, FilesAreHardened) {
   for (const char* file : {MORVALIS_PROGRAM, MORVALIS_BUILD "/libmorvalis_formats.so",
                            MORVALIS_BUILD "/libmorvalis_window.so"}) {

@@ -6,7 +6,7 @@
 #include "hosts/process/command_failure.h"
 
 // The sanitizers tell of such ends better.
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(MORVALIS_SANITIZED)
 LibraryGuard::LibraryGuard() = default;
 LibraryGuard::~LibraryGuard() = default;
 #else
