@@ -27,8 +27,10 @@ if(MORVALIS_SANITIZE)
   target_compile_options(morvalis_options INTERFACE -fsanitize=float-cast-overflow)
 endif()
 if(MORVALIS_FUZZ)
-  # Counts branches for the fuzzers; in other programs the counting goes nowhere.
+  # Counts branches for the fuzzers; in other programs the counting goes nowhere, by what every
+  # sanitizer's run-time library has for it.
   target_compile_options(morvalis_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(morvalis_options INTERFACE -fsanitize=undefined)
   # The fuzzers learn from comparisons of what they hand in, which pixels are not.
   set(MORVALIS_PIXEL_OPTIONS -fno-sanitize-coverage=trace-cmp)
 endif()

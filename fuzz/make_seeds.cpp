@@ -280,6 +280,23 @@ static void saveCommandLines() {
   }
 }
 
+// --- Long sessions --------------------------------------------------------------------------
+
+// Chance from a fixed start: the fuzzers make their inputs longer only slowly by themselves.
+static void saveSessions() {
+  constexpr int kSessions = 12;
+  constexpr int kBytes = 500;
+  uint32_t state = 1;
+  for (int i = 0; i < kSessions; ++i) {
+    FileBytes bytes;
+    for (int k = 0; k < kBytes; ++k) {
+      state = state * 1664525U + 1013904223U;
+      bytes.push_back(static_cast<uint8_t>(state >> 24));
+    }
+    save("session-" + std::to_string(i), bytes);
+  }
+}
+
 int main(int count, char** words) {
   if (count != 2) {
     std::fputs("usage: morvalis_fuzz_seeds FOLDER\n", stderr);
@@ -292,5 +309,9 @@ int main(int count, char** words) {
   saveNotes();
   folder = words[1] + std::string("/command_line");
   saveCommandLines();
+  for (const char* fuzzer : {"dialog", "host", "kept_blocks", "script"}) {
+    folder = words[1] + std::string("/") + fuzzer;
+    saveSessions();
+  }
   return 0;
 }

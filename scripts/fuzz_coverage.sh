@@ -26,15 +26,20 @@ for name in $(printf '%s\n' "${!ownCode[@]}" | LC_ALL=C sort); do
   LLVM_PROFILE_FILE=$build/$name.profraw "$build/${name}_fuzzer" -runs=0 -detect_leaks=0 \
     "$corpus/$name" >"$build/$name.log" 2>&1
   llvm-profdata merge -o "$build/$name.profdata" "$build/$name.profraw"
-  sources=()
-  for start in ${ownCode[$name]}; do
-    for file in "$start"*.cpp; do sources+=("$PWD/$file"); done
-  done
   llvm-cov export -format=lcov -instr-profile "$build/$name.profdata" "$build/${name}_fuzzer" \
-    "${sources[@]}" >"$build/$name.lcov"
-  awk -F'[:,]' -v name="$name" -v root="$PWD/" '
-    /^SF:/ { file = substr($0, 4); sub(root, "", file); order[++files] = file }
-    /^DA:/ { ++lines[file]; ++all; if ($3 > 0) { ++hit[file]; ++reached } }
+    >"$build/$name.lcov"
+  awk -F'[:,]' -v name="$name" -v own="${ownCode[$name]}" '
+    BEGIN { starts = split(own, start, /[ \n]+/) }
+    /^SF:/ {
+      file = substr($0, 4)
+      sub(/.*\/\.\.\//, "", file)  # as the build saw it from its own folder
+      mine = 0
+      for (i = 1; i <= starts; ++i) {
+        if (start[i] != "" && index(file, start[i]) == 1 && file ~ /[.]cpp$/) mine = 1
+      }
+      if (mine) order[++files] = file
+    }
+    mine && /^DA:/ { ++lines[file]; ++all; if ($3 > 0) { ++hit[file]; ++reached } }
     END {
       printf "%-14s %5.1f %% of %d lines\n", name, 100 * reached / all, all
       for (i = 1; i <= files; ++i) {
