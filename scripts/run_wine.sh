@@ -124,10 +124,11 @@ trap endEverything EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
+# Large enough for the dialog and its menus at 300 percent.
 if [[ -z ${DISPLAY:-} ]]; then
   # It finds a free number by itself and tells it when it is ready.
   coproc XVFB {
-    exec Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp 3>&1 >/dev/null 2>&1 9>&-
+    exec Xvfb -displayfd 3 -screen 0 2240x1600x24 -nolisten tcp 3>&1 >/dev/null 2>&1 9>&-
   }
   screen=$XVFB_PID
   read -r -t 60 number <&"${XVFB[0]}" || cannotRun "Xvfb does not start"

@@ -33,7 +33,7 @@ static IAccessible* openReading(void* window) {
   return static_cast<IAccessible*>(object);
 }
 
-static std::string lineOf(IAccessible* access, LONG number) {
+static ElementReading readElement(IAccessible* access, LONG number) {
   const VARIANT element = elementOf(number);
   BSTR name = nullptr;
   BSTR value = nullptr;
@@ -45,8 +45,32 @@ static std::string lineOf(IAccessible* access, LONG number) {
   access->get_accDescription(element, &description);
   access->get_accRole(element, &role);
   access->get_accState(element, &state);
-  return std::to_string(role.lVal) + "|" + taken(name) + "|" + taken(value) + "|" +
-         std::to_string(state.lVal) + "|" + taken(description);
+  return {role.lVal, state.lVal, taken(name), taken(value), taken(description)};
+}
+
+static std::string lineOf(const ElementReading& reading) {
+  return std::to_string(reading.role) + "|" + reading.name + "|" + reading.value + "|" +
+         std::to_string(reading.state) + "|" + reading.description;
+}
+
+bool readElementAt(void* window, const int32_t place[4], ElementReading* reading) {
+  IAccessible* access = openReading(window);
+  POINT corner = {place[0], place[1]};
+  ClientToScreen(static_cast<HWND>(window), &corner);
+  LONG count = 0;
+  access->get_accChildCount(&count);
+  bool found = false;
+  for (LONG i = 1; i <= count && !found; ++i) {
+    LONG left = 0;
+    LONG top = 0;
+    LONG width = 0;
+    LONG height = 0;
+    access->accLocation(&left, &top, &width, &height, elementOf(i));
+    found = left == corner.x && top == corner.y && width == place[2] && height == place[3];
+    if (found) *reading = readElement(access, i);
+  }
+  access->Release();
+  return found;
 }
 
 void writeReadings(void* window, const std::string& path) {
@@ -54,7 +78,7 @@ void writeReadings(void* window, const std::string& path) {
   std::ofstream file(path, std::ios::binary);
   LONG count = 0;
   access->get_accChildCount(&count);
-  for (LONG i = 0; i <= count; ++i) file << lineOf(access, i) << '\n';
+  for (LONG i = 0; i <= count; ++i) file << lineOf(readElement(access, i)) << '\n';
   access->Release();
 }
 

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "hosts/substitute_host/substitute_host.h"
+#include "hosts/windows_host/context_drawing.h"
 #include "hosts/windows_host/dialog_script.h"
 #include "hosts/windows_host/kept_values.h"
 #include "hosts/windows_host/leftovers.h"
@@ -27,6 +28,7 @@ const char kJobHelp[] =
     "  --ordinary-user     the machine's registry and folders refuse the module; what it keeps is "
     "the\n"
     "                      user's own\n"
+    "  --full-disk         nothing that the module writes into files arrives\n"
     "  --knows-scales      as an editor that is aware of the system's scaling\n"
     "  --kept-values FILE  what it keeps in the registry afterwards\n"
     "  --kept-settings F   its file of the last confirmed settings afterwards\n"
@@ -67,6 +69,7 @@ static bool* switchOption(Job* job, const std::string& word) {
   if (word == "--by-hand") return &job->byHand;
   if (word == "--forget") return &job->forgets;
   if (word == "--ordinary-user") return &job->ordinaryUser;
+  if (word == "--full-disk") return &job->fullDisk;
   if (word == "--knows-scales") return &job->knowsScales;
   if (word == "--repeat") return &job->repeats;
   if (word == "--reload") return &job->reloads;
@@ -119,23 +122,6 @@ Job parseJob(const std::vector<std::string>& words) {
 }
 
 // --- The host -------------------------------------------------------------------------------
-
-// Draws as hosts do, on the device context that the module gives.
-static void drawOnContext(const HostPicture& shown, int32_t row, int32_t column, void* context) {
-  BITMAPINFO info = {};
-  info.bmiHeader = {sizeof(info.bmiHeader), shown.width, -shown.height, 1, 32, 0, 0, 0, 0, 0, 0};
-  std::vector<uint32_t> pixels;
-  const auto planes = static_cast<size_t>(shown.planes);
-  for (size_t at = 0; at + planes <= shown.samples.size(); at += planes) {
-    const uint8_t* from = &shown.samples[at];
-    const bool grey = planes < 3;
-    pixels.push_back(uint32_t{from[0]} << 16 | uint32_t{from[grey ? 0 : 1]} << 8 |
-                     from[grey ? 0 : 2]);
-  }
-  SetDIBitsToDevice(static_cast<HDC>(context), column, row, static_cast<DWORD>(shown.width),
-                    static_cast<DWORD>(shown.height), 0, 0, 0, static_cast<UINT>(shown.height),
-                    pixels.data(), &info, DIB_RGB_COLORS);
-}
 
 static HostSwitches switchesOf(const Job& job) {
   HostSwitches switches;
@@ -235,6 +221,7 @@ static void load(const Job& job, const std::string& modulePath) {
   if (!reason.empty()) failWith(modulePath + ": " + reason);
   if (job.hasSeed) fixModuleClock(job.seed);
   if (job.knowsScales) SetProcessDPIAware();
+  if (job.fullDisk) fillModuleDisk();
   if (job.ordinaryUser) refuseWhatIsTheMachines();
 }
 

@@ -31,6 +31,7 @@ struct Job {
   std::vector<std::string> withheld;
   bool forgets = false;
   bool ordinaryUser = false;
+  bool fullDisk = false;
   bool knowsScales = false;  // the system does not enlarge its windows
   bool about = false;
   bool reloads = false;

@@ -195,3 +195,17 @@ static void* refusalFor(const char* name) {
 void refuseWhatIsTheMachines() {
   replaceImports(refusalFor);
 }
+
+static BOOL WINAPI writeOnFullDisk(HANDLE, const void*, DWORD, DWORD* written, OVERLAPPED*) {
+  *written = 0;
+  SetLastError(ERROR_DISK_FULL);
+  return FALSE;
+}
+
+static void* fullDiskFor(const char* name) {
+  return std::strcmp(name, "WriteFile") == 0 ? reinterpret_cast<void*>(writeOnFullDisk) : nullptr;
+}
+
+void fillModuleDisk() {
+  replaceImports(fullDiskFor);
+}

@@ -23,6 +23,9 @@ ModuleEntry moduleEntry();
 // What the loaded module takes for the time of day, in seconds: from it come its random numbers.
 void fixModuleClock(uint32_t seconds);
 
+// From now on nothing that the module writes into files arrives.
+void fillModuleDisk();
+
 // From now on the module may write neither the machine's part of the registry nor the system's
 // folder, like the programs of ordinary users.
 void refuseWhatIsTheMachines();

@@ -228,7 +228,7 @@ STDMETHODIMP WindowAccess::get_accValue(VARIANT element, BSTR* value) {
   return read(element, &reading) ? giveText(reading.value, value) : E_INVALIDARG;
 }
 
-// There is no other place for a range.
+// There is no other place for a range, nor for an amount that the value does not tell.
 STDMETHODIMP WindowAccess::get_accDescription(VARIANT element, BSTR* description) {
   if (isOwn(element)) return giveText(nullptr, description);
   ControlReading reading;
@@ -237,6 +237,10 @@ STDMETHODIMP WindowAccess::get_accDescription(VARIANT element, BSTR* description
   if (reading.role == ControlRole::slider) {
     std::snprintf(text, sizeof(text), "%d to %d: %s", static_cast<int>(reading.minimum),
                   static_cast<int>(reading.maximum), reading.meaning);
+  } else if (reading.hasRange) {
+    std::snprintf(text, sizeof(text), "%d of %d to %d: %s", static_cast<int>(reading.amount),
+                  static_cast<int>(reading.minimum), static_cast<int>(reading.maximum),
+                  reading.meaning);
   } else {
     std::snprintf(text, sizeof(text), "%s", reading.meaning);
   }
@@ -339,13 +343,12 @@ STDMETHODIMP WindowAccess::accHitTest(LONG left, LONG top, VARIANT* found) {
 STDMETHODIMP WindowAccess::accDoDefaultAction(VARIANT element) {
   const WindowControl* control = find(element);
   if (control == nullptr) return E_INVALIDARG;
+  // What it opens would hold up whoever asks.
   if (control->kind == ControlKind::button) {
-    postCommand(window_, control->id);  // what it opens would hold up whoever asks
-    return S_OK;
+    postCommand(window_, control->id);
+  } else {
+    PostMessageA(window_->handle, kUseMessage, static_cast<WPARAM>(control->id), 0);
   }
-  WindowEvent event = eventOf(WindowEventKind::use);
-  event.id = control->id;
-  sendEvent(window_, event);
   return S_OK;
 }
 

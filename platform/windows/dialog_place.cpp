@@ -1,11 +1,13 @@
 #include "platform/windows/dialog_place.h"
 
+#include "platform/windows/screen_scale.h"
 #include "services/dialog_placement.h"
 
 void placeDialog(HWND dialog) {
-  HWND reference = GetParent(dialog);
+  HWND owner = GetParent(dialog);
   // A minimised window stands far outside the screen, and the dialog would with it.
-  if (reference == nullptr || IsIconic(reference)) reference = GetDesktopWindow();
+  const bool standsAlone = owner == nullptr || IsIconic(owner);
+  HWND reference = standsAlone ? GetDesktopWindow() : owner;
   RECT client = {};
   GetClientRect(reference, &client);
   POINT origin = {0, 0};
@@ -13,11 +15,15 @@ void placeDialog(HWND dialog) {
   RECT outer = {};
   GetWindowRect(dialog, &outer);
   const bool hasSystemMenu = (GetWindowLongA(dialog, GWL_STYLE) & WS_SYSMENU) != 0;
-  const DialogOrigin place =
-      centreDialog({static_cast<int32_t>(origin.x), static_cast<int32_t>(origin.y),
-                    static_cast<int32_t>(client.right), static_cast<int32_t>(client.bottom),
-                    static_cast<int32_t>(outer.right - outer.left),
-                    static_cast<int32_t>(outer.bottom - outer.top), GetSystemMetrics(SM_CXSIZE),
-                    hasSystemMenu, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
-  SetWindowPos(dialog, nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  // Counted from the corner of the owner's screen.
+  const RECT screen = monitorOf(standsAlone ? nullptr : owner).rcMonitor;
+  const DialogOrigin place = centreDialog(
+      {static_cast<int32_t>(origin.x - screen.left), static_cast<int32_t>(origin.y - screen.top),
+       static_cast<int32_t>(client.right), static_cast<int32_t>(client.bottom),
+       static_cast<int32_t>(outer.right - outer.left),
+       static_cast<int32_t>(outer.bottom - outer.top), metricAt(SM_CXSIZE, dotsOf(dialog)),
+       hasSystemMenu, static_cast<int32_t>(screen.right - screen.left),
+       static_cast<int32_t>(screen.bottom - screen.top)});
+  SetWindowPos(dialog, nullptr, place.x + screen.left, place.y + screen.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -169,10 +169,20 @@ static void freePictures(HWND dialog) {
   }
 }
 
+static void useControl(Window* window, int32_t id) {
+  if (findControl(window, id) == nullptr) return;
+  WindowEvent event = eventOf(WindowEventKind::use);
+  event.id = id;
+  sendEvent(window, event);
+}
+
 static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
       sendEvent(window, commandEvent(static_cast<int16_t>(LOWORD(wParam)), HIWORD(wParam)));
+      return 1;
+    case kUseMessage:
+      useControl(window, static_cast<int32_t>(wParam));
       return 1;
     case WM_PAINT:
       paint(window);

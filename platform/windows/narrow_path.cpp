@@ -1,6 +1,11 @@
 #include "platform/windows/narrow_path.h"
 
+#include <cstdio>
+#include <cstring>
+
 #include "platform/windows/windows_api.h"
+
+static char madeFile[MAX_PATH];  // empty when there is none
 
 constexpr DWORD kLongestWide = 32768;  // characters of the longest path there is
 
@@ -36,11 +41,23 @@ NarrowAnswer narrowPath(const wchar_t* wide, char* path, int32_t bytes) {
 
 NarrowAnswer narrowPathToWrite(const wchar_t* wide, char* path, int32_t bytes) {
   path[0] = '\0';
+  madeFile[0] = '\0';
   if (hasNarrowForm(wide)) return convert(wide, path, bytes);
   HANDLE made = CreateFileW(wide, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
   if (made != INVALID_HANDLE_VALUE) CloseHandle(made);
   const NarrowAnswer answer = narrowPath(wide, path, bytes);
-  if (answer != NarrowAnswer::done && made != INVALID_HANDLE_VALUE) DeleteFileW(wide);
+  if (made == INVALID_HANDLE_VALUE) return answer;
+  if (answer != NarrowAnswer::done) {
+    DeleteFileW(wide);
+  } else {
+    std::snprintf(madeFile, sizeof(madeFile), "%s", path);
+  }
   return answer;
+}
+
+bool takeMadeFile(const char* path) {
+  const bool made = madeFile[0] != '\0' && std::strcmp(path, madeFile) == 0;
+  madeFile[0] = '\0';
+  return made;
 }

@@ -5,7 +5,6 @@
 #include "platform/windows/window_record.h"
 
 constexpr char kPopupClass[] = "PopupClass";
-constexpr char kPopupTitle[] = "zowie";
 constexpr int32_t kFrameWidth = 10;  // both sides of the dialog frame, pixels at 100 percent
 constexpr int32_t kFrameHeight = 8;
 constexpr Point kOutside = {-1000, -1000};
@@ -112,7 +111,9 @@ Window* openPopup(Window* owner, Point screenOrigin, int32_t width, int32_t heig
   return owner->popup;
 }
 
+// Screen readers take the pop-up's title for its name.
 void nameRow(Window* popup, const Rectangle& row, const char* name, bool isWritten) {
+  SetWindowTextA(popup->handle, name != nullptr ? name : kPopupTitle);
   const bool beside = name != nullptr && !isWritten;
   showTipBeside(popup, row, beside ? name : nullptr);
 }

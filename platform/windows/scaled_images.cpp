@@ -1,12 +1,13 @@
 #include "platform/windows/scaled_images.h"
 
+#include <cstdlib>
+
 #include "dialog/dialog_scale.h"
 #include "pictures/scaled_pictures.h"
 
 constexpr int32_t kHotSpot = 8;  // of both hands, pixels at 100 percent
 
-// --- Icons and cursors
-// --------------------------------------------------------------------------------
+// --- Icons and cursors ----------------------------------------------------------------------
 
 struct KeptCursor {
   WORD number;
@@ -38,19 +39,36 @@ static bool fillColours(const ResourcePicture& picture, Surface* surface) {
   return true;
 }
 
+// A bit a pixel in rows of whole words, 1 where nothing shows, for systems that heed no coverage.
+static HBITMAP makeMask(const ResourcePicture& picture) {
+  const int32_t rowBytes = (picture.width + 15) / 16 * 2;
+  auto* bits =
+      static_cast<uint8_t*>(std::calloc(static_cast<size_t>(rowBytes * picture.height), 1));
+  if (bits == nullptr) return nullptr;
+  for (int32_t y = 0; y < picture.height; ++y) {
+    for (int32_t x = 0; x < picture.width; ++x) {
+      if (picture.coverage[y * picture.width + x] < 128)
+        bits[y * rowBytes + x / 8] |= 0x80 >> x % 8;
+    }
+  }
+  HBITMAP mask = CreateBitmap(picture.width, picture.height, 1, 1, bits);
+  std::free(bits);
+  return mask;
+}
+
 static HICON makeImage(int32_t number, int32_t scale, bool isIcon) {
   ResourcePicture picture;
   Surface colours = {};
   if (!findScaledPicture(number, scale, &picture)) return nullptr;
   if (picture.coverage == nullptr || !fillColours(picture, &colours)) return nullptr;
-  HBITMAP mask = CreateBitmap(picture.width, picture.height, 1, 1, nullptr);
+  HBITMAP mask = makeMask(picture);
   ICONINFO parts = {};
   parts.fIcon = isIcon ? TRUE : FALSE;
   parts.xHotspot = parts.yHotspot = static_cast<DWORD>(scaledLength(kHotSpot, scale));
   parts.hbmMask = mask;
   parts.hbmColor = static_cast<HBITMAP>(GetCurrentObject(colours.context, OBJ_BITMAP));
-  HICON image = CreateIconIndirect(&parts);
-  DeleteObject(mask);
+  HICON image = mask != nullptr ? CreateIconIndirect(&parts) : nullptr;
+  if (mask != nullptr) DeleteObject(mask);
   freeSurface(&colours);
   return image;
 }

@@ -26,7 +26,7 @@ int systemDots() {
 }
 
 // Hosts that know nothing of scales are enlarged by the system, as is whatever they show: 96.
-static int dotsOf(HWND owner) {
+int dotsOf(HWND window) {
   using DotsOfWindow = UINT(WINAPI*)(HWND);
   using DotsOfSystem = UINT(WINAPI*)();
   using KnowsScales = BOOL(WINAPI*)();
@@ -35,15 +35,21 @@ static int dotsOf(HWND owner) {
   const auto ofWindow = systemProcedure<DotsOfWindow>("GetDpiForWindow");
   const auto ofSystem = systemProcedure<DotsOfSystem>("GetDpiForSystem");
   UINT dots = 0;
-  if (ofWindow != nullptr && IsWindow(owner)) dots = ofWindow(owner);
+  if (ofWindow != nullptr && IsWindow(window)) dots = ofWindow(window);
   if (dots == 0 && ofSystem != nullptr) dots = ofSystem();
   return dots != 0 ? static_cast<int>(dots) : systemDots();
 }
 
-static MONITORINFO monitorOf(HWND owner) {
+int metricAt(int metric, int dots) {
+  using MetricAtDots = int(WINAPI*)(int, UINT);
+  const auto atDots = systemProcedure<MetricAtDots>("GetSystemMetricsForDpi");
+  return atDots != nullptr ? atDots(metric, static_cast<UINT>(dots)) : GetSystemMetrics(metric);
+}
+
+MONITORINFO monitorOf(HWND window) {
   MONITORINFO info = {};
   info.cbSize = sizeof(info);
-  if (!GetMonitorInfoA(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &info)) {
+  if (!GetMonitorInfoA(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &info)) {
     info.rcMonitor = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
     info.rcWork = info.rcMonitor;
   }
@@ -54,10 +60,11 @@ ScreenRoom screenRoom(void* ownerWindow) {
   const auto owner = static_cast<HWND>(ownerWindow);
   const MONITORINFO monitor = monitorOf(IsWindow(owner) ? owner : nullptr);
   const RECT& work = monitor.rcWork;
-  const LONG across = work.right - work.left - 2 * GetSystemMetrics(SM_CXDLGFRAME);
+  const int dots = dotsOf(owner);
+  const LONG across = work.right - work.left - 2 * metricAt(SM_CXDLGFRAME, dots);
   const LONG down =
-      work.bottom - work.top - 2 * GetSystemMetrics(SM_CYDLGFRAME) - GetSystemMetrics(SM_CYCAPTION);
-  return {kPlainScale * dotsOf(owner) / kPlainDots, static_cast<int32_t>(std::max<LONG>(across, 1)),
+      work.bottom - work.top - 2 * metricAt(SM_CYDLGFRAME, dots) - metricAt(SM_CYCAPTION, dots);
+  return {kPlainScale * dots / kPlainDots, static_cast<int32_t>(std::max<LONG>(across, 1)),
           static_cast<int32_t>(std::max<LONG>(down, 1)),
           static_cast<int32_t>(monitor.rcMonitor.bottom - monitor.rcMonitor.top)};
 }

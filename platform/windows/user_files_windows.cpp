@@ -71,10 +71,14 @@ bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
 // Others may read meanwhile, as the standard library's files allow as well. Only what is not there
 // is made: opening may also fail while another program has the file.
 bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
+  const bool isMade = takeMadeFile(path);
   HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return false;
-  const bool isNew = GetLastError() != ERROR_ALREADY_EXISTS;
+  if (file == INVALID_HANDLE_VALUE) {
+    if (isMade) DeleteFileA(path);
+    return false;
+  }
+  const bool isNew = isMade || GetLastError() != ERROR_ALREADY_EXISTS;
   DWORD written = 0;
   bool whole = WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr) != 0 &&
                written == count && FlushFileBuffers(file) != 0;

@@ -8,6 +8,8 @@
 
 struct IAccessible;
 
+inline constexpr char kPopupTitle[] = "zowie";  // while no row has another name
+
 struct Window {
   HWND handle;
   const WindowTemplate* content;  // null for a pop-up
@@ -49,6 +51,9 @@ bool sendEvent(Window* window, const WindowEvent& event);
 
 // The same for what has to arrive whatever is in progress.
 bool deliverEvent(Window* window, const WindowEvent& event);
+
+// Does with a control what a click on it does, as soon as no message is in progress.
+constexpr UINT kUseMessage = WM_APP + 1;  // the control's id
 
 WindowEvent eventOf(WindowEventKind kind);
 WindowEvent commandEvent(int32_t id, int32_t notification);

@@ -68,6 +68,16 @@ TEST_P(WindowsModuleFile, DescribesItselfToHosts) {
   EXPECT_EQ(file_.resources["PIPL"]["#16000"], expected);
 }
 
+// Every picture for every scale, and still nothing that a host would take long to load.
+TEST_P(WindowsModuleFile, StaysSmall) {
+  constexpr size_t kMegabyte = 1000 * 1000;
+  size_t scaledBytes = 0;
+  for (const auto& [number, bytes] : file_.resources["#10"]) scaledBytes += bytes.size();
+  EXPECT_GT(scaledBytes, kMegabyte / 2);
+  EXPECT_LT(scaledBytes, 3 * kMegabyte) << "pictures beyond those at 100 percent";
+  EXPECT_LT(std::filesystem::file_size(modulePath(GetParam())), 4 * kMegabyte);
+}
+
 // Types of the system: 2 bitmaps, 5 dialogs, 12 cursors, 14 icons, 16 version.
 TEST_P(WindowsModuleFile, CarriesItsDialogsAndPictures) {
   auto& resources = file_.resources;

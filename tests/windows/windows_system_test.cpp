@@ -19,12 +19,13 @@ class WindowsSystem : public ::testing::TestWithParam<int> {
     writePicture(folder_ + "/picture.ppm", testPicture(400, 320, 3));
   }
 
-  std::string play(const DialogActions& actions, const std::vector<std::string>& more = {}) {
+  std::string play(const DialogActions& actions, const std::vector<std::string>& more = {},
+                   int expectedCode = 0) {
     writeText(folder_ + "/script.txt", scriptOf(actions));
     std::vector<std::string> words = {"--picture",  "picture.ppm",       "--forget",    "--dialog",
                                       "script.txt", "--settings-output", "settings.q9q"};
     words.insert(words.end(), more.begin(), more.end());
-    return runWindowsHost(GetParam(), folder_, words);
+    return runWindowsHost(GetParam(), folder_, words, expectedCode);
   }
 
   std::vector<std::string> linesOf(const std::string& file) {
@@ -49,12 +50,17 @@ static std::string find(const std::vector<std::string>& lines, const std::string
 // dialog; states 16 checked, 4 focused, 1 unavailable, on top of what can be reached.
 TEST_P(WindowsSystem, ReadsControlsOut) {
   if (folder_.empty()) return;
+  writeColourBitmap(folder_ + "/grain.bmp", 32, 16, std::vector<uint8_t>(32 * 16 * 3, 90));
+  const char* const textureName = controlName(kTextureSample);
   DialogActions actions = {{"readings", {}, "first.txt"},
                            {"setreading", {81}, "Gloss"},
                            {"setreading", {9}, "Shape"},
                            {"setreading", {150}, "Radius"},
                            {"usereading", {}, "Grey caustic"},
                            {"usereading", {}, "Spin"},
+                           // Whoever asks does not wait for the chooser's end.
+                           {"usereading", {}, textureName},
+                           {"file", {}, "grain.bmp"},
                            {"key", {0x09}, ""},
                            {"readings", {}, "second.txt"},
                            {"button", {kOkButton}, ""}};
@@ -82,6 +88,8 @@ TEST_P(WindowsSystem, ReadsControlsOut) {
   EXPECT_EQ(find(second, "Radius").rfind("51|Radius|150|", 0), 0U);
   EXPECT_EQ(find(second, "Shape").rfind("46|Shape|collar|", 0), 0U) << find(second, "Shape");
   EXPECT_EQ(find(second, "Grey caustic").rfind("44|Grey caustic|on|1048592|", 0), 0U);
+  EXPECT_EQ(find(second, "Texture").rfind("46|Texture|file|", 0), 0U)
+      << find(second, "Texture");
   EXPECT_EQ(find(second, "Spin").rfind("43|Spin|quarter turns: 1|", 0), 0U);
 }
 
@@ -106,6 +114,24 @@ TEST_P(WindowsSystem, TakesNamesOfAnyScript) {
   EXPECT_EQ(find(loaded, "Gloss").rfind("51|Gloss|81|", 0), 0U);
   EXPECT_EQ(find(loaded, "Reflection").rfind("51|Reflection|100|", 0), 0U)
       << "the picture has been taken";
+}
+
+// A file that had to be made to have a name goes again when nothing can be written into it; one
+// that was there stays.
+TEST_P(WindowsSystem, LeavesNothingOfAFailedSave) {
+  if (folder_.empty()) return;
+  const std::string there = folder_ + "/\u0142\u0105ka.q9q";
+  writeText(there, "something");
+  DialogActions actions;
+  for (const char* file : {"\u015bwit.q9q", "plain.q9q", "\u0142\u0105ka.q9q"}) {
+    pressForFile(&actions, kSaveButton, file);
+    actions.push_back({"answer", {1}, ""});
+  }
+  actions.push_back({"button", {kCancelButton}, ""});
+  play(actions, {"--full-disk"}, 1);
+  EXPECT_FALSE(std::filesystem::exists(folder_ + "/\u015bwit.q9q"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ + "/plain.q9q"));
+  EXPECT_TRUE(std::filesystem::exists(there));
 }
 
 TEST_P(WindowsSystem, GivesBackWhatItTook) {

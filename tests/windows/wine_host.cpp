@@ -74,6 +74,13 @@ std::string wineFolder(int bits, const std::string& name) {
   return folder.string();
 }
 
+bool takeProgram(int bits, const std::string& folder, const std::string& name) {
+  const std::string built = buildFolder(bits) + "/" + name;
+  if (!fs::exists(built)) return false;
+  fs::copy(built, fs::path(folder) / name);
+  return true;
+}
+
 void runOwnProgram(int bits, const std::string& folder, const std::vector<std::string>& words) {
   std::string call = scriptCall(bits) + quoted(folder);
   for (const std::string& word : words) call += " " + quoted(word);

@@ -18,6 +18,9 @@ std::string kindName(const ::testing::TestParamInfo<int>& kind);  // of a parame
 // have not been built, or when no such program can be run here.
 std::string wineFolder(int bits, const std::string& name);
 
+// Copies a program of that build into the folder; false when it has not been built.
+bool takeProgram(int bits, const std::string& folder, const std::string& name);
+
 // Runs a program of the system's own in a folder.
 void runOwnProgram(int bits, const std::string& folder, const std::vector<std::string>& words);
 
