@@ -37,15 +37,42 @@ static void chooseFile(const std::string& path) {
   takeFile(awaitWindow(isFileChooser, "file chooser"), isFull ? path : startFolder + "\\" + path);
 }
 
-static void answerDialog(int id) {
+static HWND awaitOtherDialog() {
   HWND dialog = awaitWindow(isOtherDialog, "other dialog");
-  HWND below = GetWindow(dialog, GW_OWNER);
-  if (below != nullptr && IsWindowEnabled(below) != FALSE) {
-    failWith("the window below a dialog can be used");
+  for (HWND below : {moduleDialog, GetWindow(dialog, GW_OWNER)}) {
+    if (below != nullptr && IsWindowEnabled(below) != FALSE) {
+      failWith("the window below a dialog can be used");
+    }
   }
+  return dialog;
+}
+
+static void answerDialog(int id) {
+  HWND dialog = awaitOtherDialog();
   // As a press on the button itself.
   PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id),
                reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+  awaitEnd(dialog);
+  settle();
+}
+
+static void checkFocus(int id) {
+  HWND dialog = awaitOtherDialog();
+  int focused = 0;
+  doInUserThread([&] { focused = GetDlgCtrlID(GetFocus()); });
+  if (focused != id || GetDlgItem(dialog, id) == nullptr) {
+    failWith("the keyboard is on control " + std::to_string(focused));
+  }
+}
+
+// Keys go to what has the keyboard.
+static void endOtherDialog(UINT message, int key) {
+  HWND dialog = awaitOtherDialog();
+  HWND target = dialog;
+  doInUserThread([&] {
+    if (message == WM_KEYDOWN && IsChild(dialog, GetFocus())) target = GetFocus();
+  });
+  PostMessageA(target, message, static_cast<WPARAM>(key), message == WM_KEYDOWN ? 1 : 0);
   awaitEnd(dialog);
   settle();
 }
@@ -154,6 +181,12 @@ static void play(HWND dialog, const std::string& action, std::istream* line) {
     return chooseFile(takeRest(line));
   } else if (action == "answer") {
     return answerDialog(takeNumber(line));
+  } else if (action == "boxfocus") {
+    return checkFocus(takeNumber(line));
+  } else if (action == "boxkey") {
+    return endOtherDialog(WM_KEYDOWN, takeNumber(line));
+  } else if (action == "boxclose") {
+    return endOtherDialog(WM_CLOSE, 0);
   } else if (action == "shot") {
     return saveShot(dialog, takeRest(line));
   } else if (action == "popupshot") {

@@ -10,6 +10,8 @@
 //   key CODE           a key by its virtual code
 //   file PATH          waits for a file chooser and takes this file, named in UTF-8
 //   answer ID          waits for any other dialog above ours and presses its button
+//   boxfocus ID        waits for such a dialog and looks whether this button has the keyboard
+//   boxkey CODE | boxclose  ends it by a key, or as with the window's own button
 //   shot FILE.bmp      what the dialog shows; popupshot FILE.bmp the pop-up
 //   controls FILE      every control's id and rectangle, "ID LEFT TOP RIGHT BOTTOM" a line
 //   readings FILE      what a screen reader finds (see dialog_readings.h)

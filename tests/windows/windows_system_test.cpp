@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 
@@ -88,8 +89,7 @@ TEST_P(WindowsSystem, ReadsControlsOut) {
   EXPECT_EQ(find(second, "Radius").rfind("51|Radius|150|", 0), 0U);
   EXPECT_EQ(find(second, "Shape").rfind("46|Shape|collar|", 0), 0U) << find(second, "Shape");
   EXPECT_EQ(find(second, "Grey caustic").rfind("44|Grey caustic|on|1048592|", 0), 0U);
-  EXPECT_EQ(find(second, "Texture").rfind("46|Texture|file|", 0), 0U)
-      << find(second, "Texture");
+  EXPECT_EQ(find(second, "Texture").rfind("46|Texture|file|", 0), 0U) << find(second, "Texture");
   EXPECT_EQ(find(second, "Spin").rfind("43|Spin|quarter turns: 1|", 0), 0U);
 }
 
@@ -134,6 +134,77 @@ TEST_P(WindowsSystem, LeavesNothingOfAFailedSave) {
   EXPECT_TRUE(std::filesystem::exists(there));
 }
 
+// In 64 bits alone, as nothing here goes by the kind of numbers or of calls.
+class WindowsPictures : public WindowsSystem {};
+
+// Where a preset's picture is looked for, Escape and the window's own button mean Cancel, which has
+// the keyboard; the other button would open a chooser of files.
+TEST_P(WindowsPictures, SearchForThemEndsWithCancel) {
+  if (folder_.empty()) return;
+  const std::string picture = folder_ + "/sky.bmp";
+  writeColourBitmap(picture, 64, 64, std::vector<uint8_t>(64 * 64 * 3, 90));
+  DialogActions saving;
+  pressForFile(&saving, kEnvironmentButton, "sky.bmp");
+  pressForFile(&saving, kSaveButton, "named.q9q");
+  saving.push_back({"button", {kCancelButton}, ""});
+  play(saving, {}, 1);
+  std::filesystem::remove(picture);
+  constexpr int32_t kCancel = 1;
+  DialogActions loading;
+  for (const DialogAction& end :
+       {DialogAction{"boxkey", {0x1B}, ""}, {"boxclose", {}, ""}, {"boxkey", {0x0D}, ""}}) {
+    pressForFile(&loading, kLoadButton, "named.q9q");
+    loading.push_back({"boxfocus", {kCancel}, ""});
+    loading.push_back(end);
+  }
+  loading.push_back({"readings", {}, "read.txt"});
+  loading.push_back({"button", {kOkButton}, ""});
+  play(loading);
+  const std::string environment = find(linesOf("read.txt"), "Environment picture");
+  EXPECT_EQ(environment.rfind("43|Environment picture|built in|", 0), 0U) << environment;
+}
+
+// Nothing is asked when a picture stands beside its preset, in the folder of pictures beside or
+// above it, or in the one that comes with the module.
+TEST_P(WindowsPictures, AreFoundByThemselves) {
+  if (folder_.empty()) return;
+  struct Place {
+    const char* preset;
+    const char* picture;
+  };
+  constexpr Place kPlaces[] = {{"beside", "beside"},
+                               {"under", "under/environments and textures"},
+                               {"made/presets", "made/environments and textures"},
+                               {"alone", "environments and textures"}};
+  DialogActions saving;
+  DialogActions loading;
+  for (const Place& place : kPlaces) {
+    const std::string name = std::string(place.preset, 4) + ".bmp";
+    std::filesystem::create_directories(folder_ + "/" + place.preset);
+    writeColourBitmap(folder_ + "/" + name, 64, 64, std::vector<uint8_t>(64 * 64 * 3, 90));
+    std::string preset = std::string(place.preset) + "\\named.q9q";
+    std::replace(preset.begin(), preset.end(), '/', '\\');
+    pressForFile(&saving, kEnvironmentButton, name);
+    pressForFile(&saving, kSaveButton, preset);
+    pressForFile(&loading, kLoadButton, preset);
+    loading.push_back({"readings", {}, "read-" + name});
+  }
+  saving.push_back({"button", {kCancelButton}, ""});
+  loading.push_back({"button", {kCancelButton}, ""});
+  play(saving, {}, 1);
+  for (const Place& place : kPlaces) {
+    const std::string name = std::string(place.preset, 4) + ".bmp";
+    std::filesystem::create_directories(folder_ + "/" + place.picture);
+    std::filesystem::rename(folder_ + "/" + name, folder_ + "/" + place.picture + "/" + name);
+  }
+  play(loading, {}, 1);
+  for (const Place& place : kPlaces) {
+    const std::string name = std::string(place.preset, 4) + ".bmp";
+    const std::string environment = find(linesOf("read-" + name), "Environment picture");
+    EXPECT_EQ(environment.rfind("43|Environment picture|" + name + "|", 0), 0U) << environment;
+  }
+}
+
 TEST_P(WindowsSystem, GivesBackWhatItTook) {
   if (folder_.empty()) return;
   const std::string printed = runWindowsHost(GetParam(), folder_, {"--loads", "8"});
@@ -147,4 +218,5 @@ TEST_P(WindowsSystem, GivesBackWhatItTook) {
   EXPECT_EQ(counts[0], counts[1]);
 }
 
+INSTANTIATE_TEST_SUITE_P(Bits, WindowsPictures, ::testing::Values(64), kindName);
 INSTANTIATE_TEST_SUITE_P(Bits, WindowsSystem, ::testing::Values(64, 32), kindName);
