@@ -176,6 +176,24 @@ static void useControl(Window* window, int32_t id) {
   sendEvent(window, event);
 }
 
+static bool belongsTo(const Window* window, HWND target) {
+  return target == window->handle || IsChild(window->handle, target);
+}
+
+// The system keeps a button's focus for the time when the window comes back, unless the window was
+// disabled meanwhile, and none of the window itself, which stands for an area's.
+static void keepFocus(Window* window) {
+  HWND focused = GetFocus();
+  if (focused != nullptr && belongsTo(window, focused)) window->focusKept = focused;
+}
+
+static INT_PTR bringFocusBack(const Window* window, WPARAM wParam) {
+  const bool minimised = HIWORD(wParam) != 0;
+  if (minimised || window->focusKept == nullptr) return 0;
+  SetFocus(window->focusKept);
+  return 1;
+}
+
 static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
@@ -189,7 +207,12 @@ static INT_PTR handleMessage(Window* window, UINT message, WPARAM wParam, LPARAM
       tellRest(window);
       return 0;  // the system counts the window as painted
     case WM_ACTIVATE:
-      if (LOWORD(wParam) == WA_INACTIVE) dismissPopup(window);
+      if (LOWORD(wParam) != WA_INACTIVE) return bringFocusBack(window, wParam);
+      dismissPopup(window);
+      keepFocus(window);
+      return 0;
+    case WM_CANCELMODE:  // before it is disabled
+      keepFocus(window);
       return 0;
     case WM_ERASEBKGND:
       showAll(window, reinterpret_cast<HDC>(wParam));
@@ -231,10 +254,6 @@ MORVALIS_EXPORT INT_PTR CALLBACK DissolveProc(HWND dialog, UINT message, WPARAM 
 }
 
 // --- Running --------------------------------------------------------------------------------
-
-static bool belongsTo(const Window* window, HWND target) {
-  return target == window->handle || IsChild(window->handle, target);
-}
 
 static bool useBeforeSystem(Window* window, const MSG& message) {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;

@@ -27,6 +27,7 @@ struct Window {
   Point postedMove;     // client pixels
   bool captured;        // has asked for the mouse and not let go of it
   int32_t focusedArea;  // id; what counts while no button has the focus
+  HWND focusKept;       // what had the keyboard when another window took it
   int32_t wheelRest;    // of a wheel that turns in less than notches
   HWND toolTips;
   HFONT tipLetters;     // where they are not the system's, null
