@@ -181,7 +181,8 @@ static bool belongsTo(const Window* window, HWND target) {
 }
 
 // The system keeps a button's focus for the time when the window comes back, unless the window was
-// disabled meanwhile, and none of the window itself, which stands for an area's.
+// disabled meanwhile. Without one, or with an area's, for which the window itself has it, it would
+// give it to the first button.
 static void keepFocus(Window* window) {
   HWND focused = GetFocus();
   if (focused != nullptr && belongsTo(window, focused)) window->focusKept = focused;
@@ -189,8 +190,8 @@ static void keepFocus(Window* window) {
 
 static INT_PTR bringFocusBack(const Window* window, WPARAM wParam) {
   const bool minimised = HIWORD(wParam) != 0;
-  if (minimised || window->focusKept == nullptr) return 0;
-  SetFocus(window->focusKept);
+  if (minimised) return 0;
+  SetFocus(window->focusKept != nullptr ? window->focusKept : window->handle);
   return 1;
 }
 

@@ -29,14 +29,23 @@ void passMilliseconds(unsigned time) {
 
 // --- Playing --------------------------------------------------------------------------------
 
-// A window that is in the middle of something while its thread takes messages has opened another.
-static bool isAnswerAwaited() {
-  bool awaited = false;
-  doInUserThread([&] { awaited = topWindow() != nullptr && topWindow()->eventsInProgress > 0; });
-  return awaited;
+// As its thread sees it between two messages.
+struct Doing {
+  bool opensAnother;  // in the middle of something, it has opened another window
+  bool awaitsRest;
+};
+
+static Doing whatIsItDoing() {
+  Doing doing = {};
+  doInUserThread([&] {
+    const Window* window = topWindow();
+    if (window == nullptr || window->ended) return;
+    doing = {window->eventsInProgress > 0, window->awaitsRest};
+  });
+  return doing;
 }
 
-// It comes when there are no messages, so nobody may ask by one.
+// Rest comes when there are no messages, so nobody may ask by one.
 static void awaitRest() {
   for (DWORD waited = 0; waited < kPatience; ++waited) {
     const volatile Window* window = topWindow();
@@ -47,8 +56,15 @@ static void awaitRest() {
 
 void settleAll() {
   doInUserThread([] {});  // what is posted meanwhile comes before the next
-  while (isAnswerAwaited()) answerNextDialog();
-  awaitRest();
+  for (;;) {
+    const Doing doing = whatIsItDoing();
+    if (!doing.opensAnother && !doing.awaitsRest) return;
+    if (doing.opensAnother) {
+      answerNextDialog();
+    } else {
+      awaitRest();
+    }
+  }
 }
 
 static const DialogPlay* currentPlay = nullptr;
