@@ -30,7 +30,8 @@ static void describeMask(CLI::App* command, MaskOptions* options) {
       ->add_option("--mask", options->mask,
                    "the selection: a grey picture (white is selected), \"alpha\" for the\n"
                    "picture's own alpha channel, \"none\" for everything; without it the\n"
-                   "alpha channel if there is one; {name} in it stands for the\npicture's name")
+                   "alpha channel if there is one; {name} in it stands for the\npicture's name, "
+                   "{folder} for its folder")
       ->type_name("FILE|alpha|none");
   command->add_flag("--mask-invert", options->invert, "select what the mask does not");
   command
@@ -110,7 +111,8 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
   apply
       ->add_option("-o,--output", options->output,
                    "the result; its extension tells the format, {name} in it stands for\n"
-                   "the picture's name; - for a PNG file on standard output")
+                   "the picture's name, {folder} for its folder; - for a PNG file on\n"
+                   "standard output")
       ->type_name("OUT")
       ->required();
   describeMask(apply, &options->mask);
@@ -148,6 +150,8 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
       "  morvalis apply logo.png --environment sky.jpg --set reflection=80 -o chrome.png\n"
       "  morvalis apply logo.png --preset gold --set radius=20 -o gold.png\n"
       "  morvalis apply -j 2 icons/*.png --preset gold --set radius=8 -o 'out/{name}-gold.png'\n"
+      "  morvalis apply 2025/*.jpg 2026/*.jpg --mask '{folder}/{name}-mask.png' "
+      "-o '{folder}/{name}-lit.png'\n"
       "  convert in.svg png:- | morvalis apply - --preset gold -o - > out.png\n"
       "  morvalis apply logo.png --last -o again.png    (after a first `morvalis edit`)\n");
 }
@@ -157,10 +161,13 @@ static void describeEdit(CLI::App* edit, EditOptions* options) {
                    "the picture; - for standard input; without it a window asks for one")
       ->type_name("FILE");
   edit->add_option("-o,--output", options->output,
-                   "the result; its extension tells the format; - for a PNG file on standard\n"
-                   "output; without it IMAGE-morvalis.EXT beside the picture, which is named\n"
-                   "on standard output, and an earlier one is replaced")
+                   "the result; its extension tells the format; {name} and {folder} as in\n"
+                   "`apply`; - for a PNG file on standard output; without it\n"
+                   "IMAGE-morvalis.EXT beside the picture, which is named on standard output,\n"
+                   "and an earlier one is replaced")
       ->type_name("OUT");
+  edit->add_flag("--keep", options->keep,
+                 "replace nothing: a name that is taken gets a number, as IMAGE-morvalis-2.EXT");
   describeMask(edit, &options->mask);
   edit->add_option("--preset", options->effect.preset,
                    "a settings file to start from, instead of what was confirmed last")

@@ -11,7 +11,7 @@
 
 struct ApplyOptions {
   std::vector<std::string> images;
-  std::string output;  // with {name} for several pictures
+  std::string output;  // with {name}, {folder} for several pictures
   MaskOptions mask;
   EffectOptions effect;
   SavingOptions saving;

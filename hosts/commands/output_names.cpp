@@ -29,10 +29,10 @@ static void checkCollisions(const std::vector<std::string>& images,
 
 std::vector<std::string> outputNames(const std::vector<std::string>& images,
                                      const std::string& pattern) {
-  const bool marked = pattern.find(kNameMark) != std::string::npos;
+  const bool marked = hasMark(pattern);
   if (images.size() > 1 && !marked) {
     failOnUsage("-o " + pattern + ": several pictures need {name} in the result's name, as in -o " +
-                "'out/{name}.png'");
+                "'out/{name}.png' or '{folder}/{name}-lit.png'");
   }
   std::vector<std::string> outputs;
   for (const std::string& image : images) outputs.push_back(withName(pattern, image));

@@ -6,7 +6,7 @@
 #include <vector>
 
 // One file per picture. In `pattern` {name} stands for the picture's file name without folder and
-// ending. Ends the command when two results would meet in one file, or a result with {name} in it
-// would replace a picture of the command.
+// ending, {folder} for its folder. Ends the command when two results would meet in one file, or a
+// result with a mark in it would replace a picture of the command.
 std::vector<std::string> outputNames(const std::vector<std::string>& images,
                                      const std::string& pattern);

@@ -30,7 +30,7 @@ struct MaskOptions {
 // Ends the command when a number is not what an option takes.
 void checkMaskOptions(const MaskOptions& options);
 
-// In the mask's name {name} stands for the picture's without its ending.
+// In the mask's name {name} stands for the picture's without its ending, {folder} for its folder.
 Selection loadSelection(const MaskOptions& options, const Picture& picture,
                         const std::string& file);
 

@@ -35,16 +35,24 @@ std::string bareName(const std::string& file) {
   return name.substr(0, name.rfind('.'));
 }
 
+bool hasMark(const std::string& pattern) {
+  return pattern.find(kNameMark) != std::string::npos ||
+         pattern.find(kFolderMark) != std::string::npos;
+}
+
+// Marks in what has been put in are part of its name.
 std::string withName(const std::string& pattern, const std::string& file) {
   const std::string name = file == "-" ? "stdin" : bareName(file);
   std::string text;
   size_t start = 0;
   for (;;) {
-    const size_t mark = pattern.find(kNameMark, start);
+    const size_t ofName = pattern.find(kNameMark, start);
+    const size_t ofFolder = pattern.find(kFolderMark, start);
+    const size_t mark = std::min(ofName, ofFolder);
     text += pattern.substr(start, mark - start);
     if (mark == std::string::npos) return text;
-    text += name;
-    start = mark + sizeof(kNameMark) - 1;
+    text += mark == ofName ? name : folderOf(file);
+    start = mark + (mark == ofName ? sizeof(kNameMark) : sizeof(kFolderMark)) - 1;
   }
 }
 

@@ -14,15 +14,17 @@ std::string lastName(const std::string& file);
 std::string bareName(const std::string& file);
 std::string extensionOf(const std::string& file);
 
-// The mark that stands for a picture's bare name in the names of what belongs to it; standard input
-// is called stdin there.
+// The marks that stand for a picture's bare name and its folder in the names of what belongs to it.
+// Standard input is called stdin there, in the folder where the program runs.
 constexpr char kNameMark[] = "{name}";
+constexpr char kFolderMark[] = "{folder}";
+bool hasMark(const std::string& pattern);
 std::string withName(const std::string& pattern, const std::string& file);
 
 // From the root on, with "." and ".." resolved as far as names alone tell.
 std::string wholePath(const std::string& file);
 
-// The folder of a whole path.
+// The folder of a path as it is written; "." of a name alone.
 std::string folderOf(const std::string& file);
 
 // The same for every way to write the path of a file, also of one that does not exist yet.

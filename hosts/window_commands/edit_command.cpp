@@ -51,6 +51,16 @@ static std::string nameBeside(const std::string& image, const Picture& picture) 
   return holds ? name : start + ".png";
 }
 
+// "a.png", "a-2.png", "a-3.png": the first that nothing is called.
+static std::string freeName(const std::string& wanted) {
+  const size_t end = wanted.size() - (lastName(wanted).size() - bareName(wanted).size());
+  std::string name = wanted;
+  for (int number = 2; fileExists(name); ++number) {
+    name = wanted.substr(0, end) + "-" + std::to_string(number) + wanted.substr(end);
+  }
+  return name;
+}
+
 // Ctrl-C closes whatever window is open, and with it the windows below, one after another.
 static void closeWhenInterrupted() {
   if (!interrupted()) return;
@@ -77,10 +87,12 @@ struct EditedPicture {
 // Everything that can fail fails before the dialog opens, but for the writing itself.
 static EditedPicture openPicture(const EditOptions& options, const std::string& image) {
   const int32_t frame = parseFrame(options.frame);
-  EditedPicture edited = {loadPicture(image, std::max(1, frame)), {}, options.output, nullptr};
+  EditedPicture edited = {
+      loadPicture(image, std::max(1, frame)), {}, withName(options.output, image), nullptr};
   if (frame != 0) edited.picture.pictureCount = 1;  // the others are left out as they should be
   if (options.color) makeColorful(&edited.picture);
   if (edited.output.empty()) edited.output = nameBeside(image, edited.picture);
+  if (options.keep) edited.output = freeName(edited.output);
   edited.format = &pictureFormatOf(edited.output);
   checkWritable(edited.output);
   checkFormatHolds(*edited.format, edited.picture, edited.output);
@@ -114,6 +126,8 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
       [&progress](int32_t done, int32_t total) { showProgress(&progress, done, total); }};
   const EditOutcome outcome = editPicture(plan, &edited.picture, edited.selection, image, watch);
   if (!outcome.confirmed) return kExitFailed;
+  // Another dialog on the same picture may have been quicker.
+  if (options.keep) edited.output = freeName(edited.output);
   const bool large = isLarge(edited.picture.colors);
   const auto write = [&] {
     savePicture(std::move(edited.picture), *edited.format, {}, edited.output);
@@ -122,7 +136,8 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
     stopIfInterrupted();
     return kExitFailed;
   }
-  if (options.output.empty()) std::printf("%s\n", edited.output.c_str());
+  const bool chosen = options.output.empty() || options.keep || hasMark(options.output);
+  if (chosen) std::printf("%s\n", edited.output.c_str());
   tellSeed(options, outcome);
   return kExitDone;
 }
@@ -133,6 +148,9 @@ static int edit(const EditOptions& options) {
   checkMaskOptions(options.mask);
   if (options.image == kStandardStream && options.output.empty()) {
     failOnUsage("-: say with -o where the result of standard input goes");
+  }
+  if (options.keep && options.output == kStandardStream) {
+    failOnUsage("--keep is about files; -o - has none");
   }
   if (!options.output.empty()) pictureFormatOf(options.output);
   const EditPlan plan = planEdit(options.effect);

@@ -9,7 +9,8 @@
 
 struct EditOptions {
   std::string image;   // empty: the user is asked
-  std::string output;  // empty: beside the picture
+  std::string output;  // empty: beside the picture; with {name}, {folder}
+  bool keep = false;   // a result takes a name that is free
   MaskOptions mask;
   EffectOptions effect;
   std::string frame;   // of several pictures in one file; empty: the first

@@ -82,6 +82,44 @@ TEST_F(Batches, NeverWriteOneResultOverAnother) {
   EXPECT_NE(read("a.png"), before);
 }
 
+TEST_F(Batches, StandBesideTheirPictures) {
+  for (const char* place : {"some where", "{name}", "out/deep"}) QDir(path("")).mkpath(place);
+  save(colorPicture(), "some where/my a.png");
+  save(greyPicture(), "{name}/b {folder}.png");
+  save(colorPicture().mirrored(), "out/deep/a.png");
+  const QImage expected = apply("a.png", "expected.png");
+  QFile::remove(path("expected.png"));
+  const QString away = "cd out; \"$0\" apply --quiet --seed 7 ";
+  const RunResult result =
+      runShell(away +
+               "'../some where/my a.png' \"$PWD/../{name}/b {folder}.png\" deep/a.png "
+               "../a.png -j 2 -o '{folder}/{name}-lit.png'");
+  EXPECT_EQ(result.exitCode, 0) << result.errors.toStdString();
+  EXPECT_EQ(QImage(path("some where/my a-lit.png")), expected);
+  EXPECT_EQ(QImage(path("a-lit.png")), expected);
+  EXPECT_EQ(QImage(path("out/deep/a-lit.png")), apply("out/deep/a.png", "expected.png"));
+  EXPECT_EQ(QImage(path("{name}/b {folder}-lit.png")), apply("b.png", "expected.png"));
+
+  // A name alone and standard input are in the folder where the program runs.
+  EXPECT_EQ(runShell(away + "- -o '{folder}/of-{name}.png' < ../a.png; cd ..; "
+                            "\"$0\" apply a.png --seed 7 --quiet -o '{folder}/out/{name}.png'; "
+                            "cmp out/of-stdin.png a-lit.png && cmp out/a.png a-lit.png")
+                .exitCode,
+            0);
+  // The folder alone tells them apart, until it does not; a mask beside each.
+  expectUsage({"apply", "a.png", "./b.png", "-o", "{folder}/x.png"}, "would both be written");
+  expectUsage({"apply", "a.png", path("a.png"), "-o", "{folder}/{name}.x.png"}, "both be written");
+  expectUsage({"apply", "out/deep/a.png", "-o", "{folder}/{name}.png"}, "would replace it");
+  save(greyPicture(), "a-mask.png");
+  save(greyPicture().mirrored(), "out/deep/a-mask.png");
+  EXPECT_EQ(run({"apply", "a.png", "out/deep/a.png", "--mask", "{folder}/{name}-mask.png", "-o",
+                 "{folder}/lit.png", "--quiet", "--seed", "7"})
+                .exitCode,
+            0);
+  EXPECT_EQ(QImage(path("out/deep/lit.png")),
+            apply("out/deep/a.png", "expected.png", {"--mask", "out/deep/a-mask.png"}));
+}
+
 TEST_F(Batches, StopAtAnInterruptionAndLeaveNothingHalf) {
   for (const char* name : {"1.bmp", "2.bmp", "3.bmp"}) {
     save(colorPicture().scaled(4000, 4000), name);

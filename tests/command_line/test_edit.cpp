@@ -35,6 +35,11 @@ TEST_F(EditProgram, SaysWhyItOpensNoWindow) {
   }
 }
 
+TEST_F(EditProgram, KeepsFilesOnly) {
+  expectFailure(runShell("QT_QPA_PLATFORM=offscreen \"$0\" edit in.png --keep -o -"), 2,
+                "--keep is about files");
+}
+
 TEST_F(EditProgram, EndsByInterruption) {
   for (const int signal : {SIGINT, SIGTERM}) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -59,7 +64,7 @@ TEST_F(EditProgram, IsDescribedForTheDesktop) {
   QFile source(MORVALIS_DESKTOP_FILE);
   ASSERT_TRUE(source.open(QIODevice::ReadOnly));
   const QString file = source.readAll();
-  EXPECT_EQ(valueOf(file, "Exec"), "morvalis edit %f");
+  EXPECT_EQ(valueOf(file, "Exec"), "morvalis edit --keep %f");
   const QList<QByteArray> readable = QImageReader::supportedMimeTypes();
   for (const QString& type : valueOf(file, "MimeType").split(';', Qt::SkipEmptyParts)) {
     EXPECT_TRUE(readable.contains(type.toLatin1())) << type.toStdString();

@@ -77,6 +77,27 @@ TEST_F(Edit, WritesWhatApplyWrites) {
                                     "--set", "environmentTurns=3", "--environment", "sky.bmp"}));
 }
 
+TEST_F(Edit, KeepsWhatHasTheResultsName) {
+  EditOptions options = editOf("photo.png");
+  options.keep = true;
+  for (const char* name : {"photo-morvalis.png", "photo-morvalis-2.png", "photo-morvalis-3.png"}) {
+    EXPECT_EQ(edit(options, {kOk}).output, name + std::string("\n"));
+    options.effect.assignments = {"radius=" + std::to_string(20 + files().size())};
+  }
+  EXPECT_EQ(read("photo-morvalis.png"), apply({"photo.png"}));
+  EXPECT_NE(read("photo-morvalis-2.png"), read("photo-morvalis-3.png"));
+  // In the picture's folder, wherever the program runs; taken only once the dialog is confirmed.
+  options.image = path("photo.png");
+  options.output = "{folder}/{name}-gold.b.png";
+  const auto takeName = [this](QWidget*) {
+    EXPECT_TRUE(QFile::copy(QString::fromStdString(path("photo.png")),
+                            QString::fromStdString(path("photo-gold.b.png"))));
+  };
+  const EditResult late = edit(options, {{kEditDialog, takeName}, kOk});
+  EXPECT_EQ(late.output, path("photo-gold.b-2.png") + "\n");
+  EXPECT_EQ(read("photo-gold.b.png"), read("photo.png"));
+}
+
 TEST_F(Edit, RemembersWhatWasConfirmed) {
   EditOptions first = editOf("photo.png");
   first.effect.environment = path("sky.bmp");
