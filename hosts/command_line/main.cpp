@@ -36,7 +36,8 @@ static int runCommand(const CLI::App& app, const ProgramOptions& options, char**
     return preset->got_subcommand("show") ? runPresetShow(options.presetShow)
                                           : runPresetSave(options.presetSave);
   }
-  return runApplyCommand(options.apply);
+  const auto apply = [&options] { return runApplyCommand(options.apply); };
+  return options.apply.window ? runTellingInWindow(apply, argv) : apply();
 }
 
 static int runProgram(int argc, char** argv) {

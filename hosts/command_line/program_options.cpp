@@ -115,6 +115,8 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
                    "standard output")
       ->type_name("OUT")
       ->required();
+  apply->add_flag("--keep", options->keep,
+                  "replace nothing: a name that is taken gets a number, as lit-2.png");
   describeMask(apply, &options->mask);
   CLI::Option* preset = apply
                             ->add_option("--preset", options->effect.preset,
@@ -142,6 +144,8 @@ static void describeApply(CLI::App* apply, ApplyOptions* options) {
       ->add_flag("--verbose", options->verbose,
                  "tell what was read, kept and dropped, and how long each part took")
       ->excludes(apply->get_option("--quiet"));
+  apply->add_flag("--window", options->window,
+                  "show failures in a window, too, for whoever starts this from a file manager");
   apply->footer(
       "Examples:\n"
       "  morvalis apply badge.png -o badge-lit.png\n"

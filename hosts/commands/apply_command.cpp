@@ -112,7 +112,8 @@ int runApplyCommand(const ApplyOptions& given) {
   uint32_t seed = parseSeed(options.seed);
   const int jobs = parseJobs(options.jobs);
   checkImages(options.images);
-  const std::vector<std::string> outputs = outputNames(options.images, options.output);
+  const std::vector<std::string> outputs =
+      outputNames(options.images, options.output, options.keep);
   parseSaving(options.saving);
   parseFrame(options.frame);
   checkMaskOptions(options.mask);

@@ -19,7 +19,9 @@ struct ApplyOptions {
   std::string frame;        // of several pictures in one file; empty: all, or the first
   std::string seed;         // empty: the clock's
   std::string jobs = "1";
-  bool color = false;  // a grey picture becomes one of colours
+  bool keep = false;    // results take names that are free
+  bool window = false;  // failures show in one
+  bool color = false;   // a grey picture becomes one of colours
   bool quiet = false;
   bool verbose = false;
 };

@@ -1,6 +1,7 @@
 #include "hosts/commands/output_names.h"
 
 #include <map>
+#include <set>
 
 #include "hosts/process/command_failure.h"
 #include "hosts/process/file_access.h"
@@ -27,8 +28,21 @@ static void checkCollisions(const std::vector<std::string>& images,
   }
 }
 
+static std::vector<std::string> freeNames(const std::vector<std::string>& wanted) {
+  std::set<std::string> places;
+  std::vector<std::string> names;
+  for (const std::string& name : wanted) {
+    names.push_back(freeName(name, [&places](const std::string& candidate) {
+      return fileExists(candidate) || places.contains(placeOf(candidate));
+    }));
+    places.insert(placeOf(names.back()));
+  }
+  return names;
+}
+
 std::vector<std::string> outputNames(const std::vector<std::string>& images,
-                                     const std::string& pattern) {
+                                     const std::string& pattern, bool keep) {
+  if (keep && pattern == kStandardStream) failOnUsage("--keep is about files; -o - has none");
   const bool marked = hasMark(pattern);
   if (images.size() > 1 && !marked) {
     failOnUsage("-o " + pattern + ": several pictures need {name} in the result's name, as in -o " +
@@ -36,6 +50,7 @@ std::vector<std::string> outputNames(const std::vector<std::string>& images,
   }
   std::vector<std::string> outputs;
   for (const std::string& image : images) outputs.push_back(withName(pattern, image));
+  if (keep) return freeNames(outputs);
   if (marked) checkCollisions(images, outputs);
   return outputs;
 }

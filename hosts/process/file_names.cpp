@@ -56,6 +56,16 @@ std::string withName(const std::string& pattern, const std::string& file) {
   }
 }
 
+std::string freeName(const std::string& wanted,
+                     const std::function<bool(const std::string&)>& isTaken) {
+  const size_t end = wanted.size() - (lastName(wanted).size() - bareName(wanted).size());
+  std::string name = wanted;
+  for (int number = 2; isTaken(name); ++number) {
+    name = wanted.substr(0, end) + "-" + std::to_string(number) + wanted.substr(end);
+  }
+  return name;
+}
+
 std::string extensionOf(const std::string& file) {
   const std::string name = lastName(file);
   const size_t dot = name.rfind('.');

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,10 @@ constexpr char kNameMark[] = "{name}";
 constexpr char kFolderMark[] = "{folder}";
 bool hasMark(const std::string& pattern);
 std::string withName(const std::string& pattern, const std::string& file);
+
+// "a.png", "a-2.png", "a-3.png": the first that is not taken.
+std::string freeName(const std::string& wanted,
+                     const std::function<bool(const std::string&)>& isTaken);
 
 // From the root on, with "." and ".." resolved as far as names alone tell.
 std::string wholePath(const std::string& file);

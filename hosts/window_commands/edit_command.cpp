@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QMessageBox>
 #include <QTimer>
 #include <algorithm>
 #include <climits>
@@ -22,6 +21,7 @@
 #include "hosts/process/interrupt.h"
 #include "hosts/window_commands/edit_run.h"
 #include "hosts/window_commands/progress_window.h"
+#include "hosts/window_commands/window_program.h"
 #include "platform/choosers.h"
 #include "platform/unix/program_session.h"
 
@@ -49,16 +49,6 @@ static std::string nameBeside(const std::string& image, const Picture& picture) 
   const bool holds =
       format != nullptr && format->kind != FormatKind::gif && formatHolds(*format, picture);
   return holds ? name : start + ".png";
-}
-
-// "a.png", "a-2.png", "a-3.png": the first that nothing is called.
-static std::string freeName(const std::string& wanted) {
-  const size_t end = wanted.size() - (lastName(wanted).size() - bareName(wanted).size());
-  std::string name = wanted;
-  for (int number = 2; fileExists(name); ++number) {
-    name = wanted.substr(0, end) + "-" + std::to_string(number) + wanted.substr(end);
-  }
-  return name;
 }
 
 // Ctrl-C closes whatever window is open, and with it the windows below, one after another.
@@ -92,7 +82,7 @@ static EditedPicture openPicture(const EditOptions& options, const std::string& 
   if (frame != 0) edited.picture.pictureCount = 1;  // the others are left out as they should be
   if (options.color) makeColorful(&edited.picture);
   if (edited.output.empty()) edited.output = nameBeside(image, edited.picture);
-  if (options.keep) edited.output = freeName(edited.output);
+  if (options.keep) edited.output = freeName(edited.output, fileExists);
   edited.format = &pictureFormatOf(edited.output);
   checkWritable(edited.output);
   checkFormatHolds(*edited.format, edited.picture, edited.output);
@@ -127,7 +117,7 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
   const EditOutcome outcome = editPicture(plan, &edited.picture, edited.selection, image, watch);
   if (!outcome.confirmed) return kExitFailed;
   // Another dialog on the same picture may have been quicker.
-  if (options.keep) edited.output = freeName(edited.output);
+  if (options.keep) edited.output = freeName(edited.output, fileExists);
   const bool large = isLarge(edited.picture.colors);
   const auto write = [&] {
     savePicture(std::move(edited.picture), *edited.format, {}, edited.output);
@@ -167,10 +157,7 @@ static int reportInWindow(const CommandFailure& failure) {
   std::fflush(stderr);
   const bool unread = isatty(STDERR_FILENO) != 1;
   if (unread && failure.exitCode == kExitFailed && !failure.text.empty()) {
-    QMessageBox box(QMessageBox::Warning, "Morvalis",
-                    QString::fromStdString(printableLine(failure.text)));
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    showFailure(printableLine(failure.text));
     if (interrupted()) return interruptedExitCode();
   }
   return exitCode;

@@ -22,6 +22,12 @@ MORVALIS_DOOR int morvalisEdit(const EditOptions* options, char** argv) {
   return runEditCommand(*options);
 }
 
+MORVALIS_DOOR void morvalisFailure(const char* text, char** argv) {
+  int oneArgument = 1;
+  const auto application = startWindows(&oneArgument, argv);
+  showFailure(text);
+}
+
 MORVALIS_DOOR void morvalisDialog(DialogCall* call) {
   char name[] = "morvalis";
   char* oneName[] = {name, nullptr};

@@ -1,10 +1,12 @@
 #include "hosts/window_commands/window_program.h"
 
+#include <QMessageBox>
 #include <cstdlib>
 
 #include "hosts/process/command_failure.h"
 #include "platform/desktop/desktop_session.h"
 
+constexpr qsizetype kMostLines = 20;
 constexpr char kProgramName[] = "morvalis";  // of the desktop file and its icons
 
 static std::string reasonForNoWindow() {
@@ -33,4 +35,18 @@ std::unique_ptr<QApplication> startWindows(int* argc, char** argv) {
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   introduceProgram(kProgramName);
   return application;
+}
+
+void showFailure(const std::string& text) {
+  QStringList lines = QString::fromStdString(text).trimmed().split('\n');
+  for (QString& line : lines) {
+    if (line.startsWith("morvalis: ")) line.remove(0, sizeof("morvalis: ") - 1);
+  }
+  // Of many failures the last line tells how many.
+  if (lines.size() > kMostLines) {
+    lines = lines.mid(0, kMostLines - 2) + QStringList{"...", lines.last()};
+  }
+  QMessageBox box(QMessageBox::Warning, "Morvalis", lines.join('\n'));
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
 }

@@ -120,6 +120,35 @@ TEST_F(Batches, StandBesideTheirPictures) {
             apply("out/deep/a.png", "expected.png", {"--mask", "out/deep/a-mask.png"}));
 }
 
+TEST_F(Batches, KeepWhatIsThere) {
+  const QStringList twice = {"apply",  "a.png",   "out/../a.png", "-o", "{folder}/a.png", "-j", "2",
+                             "--keep", "--quiet", "--seed",       "7"};
+  const QByteArray before = read("a.png");
+  ASSERT_EQ(run(twice).exitCode, 0);
+  EXPECT_EQ(run({"apply", "a.png", "-o", "a.png", "--keep", "--quiet", "--seed", "7"}).exitCode, 0);
+  EXPECT_EQ(read("a.png"), before);
+  apply("a.png", "expected.png");
+  for (const char* name : {"a-2.png", "a-3.png", "a-4.png"}) {
+    EXPECT_EQ(read(name), read("expected.png")) << name;
+  }
+  expectUsage({"apply", "a.png", "-o", "-", "--keep"}, "--keep is about files");
+}
+
+// Standard error is told as without; the window stands until it is closed, or a signal comes.
+TEST_F(Batches, ShowTheirFailuresInAWindow) {
+  const QString start = "export QT_QPA_PLATFORM=offscreen; timeout -s KILL 3 \"$0\" apply ";
+  const RunResult failed =
+      runShell(start + "a.png bad.png -o 'out/{name}.png' --window --quiet; echo $?");
+  EXPECT_EQ(failed.output, "137\n") << "a window is open";
+  EXPECT_EQ(failed.errors.section('\n', 0, 1),
+            "morvalis: bad.png: is not a picture that can be read here\n"
+            "morvalis: 1 of 2 pictures failed");
+  EXPECT_TRUE(QFile::exists(path("out/a.png")));
+  const RunResult done = runShell(start + "a.png -o b.png --window --set light1Color=1,1,1");
+  EXPECT_EQ(done.exitCode, 0) << done.errors.toStdString();
+  EXPECT_TRUE(done.errors.contains("light")) << "warnings alone open none";
+}
+
 TEST_F(Batches, StopAtAnInterruptionAndLeaveNothingHalf) {
   for (const char* name : {"1.bmp", "2.bmp", "3.bmp"}) {
     save(colorPicture().scaled(4000, 4000), name);
