@@ -117,6 +117,8 @@ configure_file(command_line/morvalis.metainfo.xml.in
 install(FILES ${PROGRAM_DOCUMENTS}/org.quorrelin.morvalis.metainfo.xml
   DESTINATION ${METAINFO_FOLDER} COMPONENT window)
 
+include(editor_plugins.cmake)
+
 # The plug-ins stand among the program's parts, which they look for beside themselves; GIMP finds a
 # link.
 set(GIMP_METAINFO ${PROGRAM_DOCUMENTS}/org.quorrelin.morvalis.gimp.metainfo.xml)

@@ -19,7 +19,11 @@ TEST_F(Installation, IsWholeAndWorksElsewhere) {
         "lib/morvalis/libmorvalis_formats.so", "lib/morvalis/libmorvalis_window.so",
         "share/bash-completion/completions/morvalis", "share/zsh/site-functions/_morvalis",
         "share/fish/vendor_completions.d/morvalis.fish",
-        "share/icons/hicolor/48x48/apps/morvalis.png"}) {
+        "share/icons/hicolor/48x48/apps/morvalis.png",
+        "share/kio/servicemenus/morvalis-edit.desktop",
+        "share/nautilus-python/extensions/morvalis_nautilus.py",
+        "share/inkscape/extensions/morvalis/morvalis_render.py",
+        "share/krita/pykrita/morvalis/layers.py"}) {
     EXPECT_GT(QFile(path(QString("root/") + name)).size(), 0) << name;
   }
   if (QFile::exists(MORVALIS_BUILD "/gimp2-morvalis")) {
@@ -32,6 +36,10 @@ TEST_F(Installation, IsWholeAndWorksElsewhere) {
   save(colorPicture(), "in.png");
   const QDir presets(path("root/share/morvalis/presets"));
   const QStringList names = presets.entryList({"*.q9q"});
+  const QByteArray choices = read("root/share/inkscape/extensions/morvalis/morvalis.inx");
+  for (const QString& name : names) {
+    EXPECT_TRUE(choices.contains("value=\"" + name.chopped(4).toUtf8() + "\"")) << "in Inkscape";
+  }
   EXPECT_EQ(names, QDir(MORVALIS_TEST_DATA "/../../presets").entryList({"*.q9q"}));
   const RunResult sheet = runShell(
       "root/bin/morvalis gallery in.png --presets root/share/morvalis/presets -o s.png --quiet");
