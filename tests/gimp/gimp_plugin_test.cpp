@@ -7,32 +7,8 @@
 #include <QStandardPaths>
 #include <map>
 
+#include "tests/gimp/gimp_scripts.h"
 #include "tests/gimp/gimp_session.h"
-
-constexpr char kProcedures[] = R"((define (said thunk)
-  (call-with-current-continuation (lambda (exit)
-    (let ((before *error-hook*))
-      (set! *error-hook* (lambda words (set! *error-hook* before) (exit words)))
-      (thunk) (set! *error-hook* before) '("done")))))
-(define told (open-output-file "told.txt"))
-(define (tell name thunk)
-  (display name told) (display ": " told) (display (said thunk) told) (newline told))
-(define (layer-of image) (aref (cadr (gimp-image-get-layers image)) 0))
-(define (opened file) (car (gimp-file-load RUN-NONINTERACTIVE file file)))
-(define (select image mask x y)
-  (gimp-image-resize image (+ x (car (gimp-image-width image)))
-                     (+ y (car (gimp-image-height image))) x y)
-  (let ((layer (car (gimp-layer-new-from-drawable (layer-of mask) image))))
-    (gimp-image-insert-layer image layer 0 0)
-    (gimp-layer-set-offsets layer x y)
-    (gimp-image-select-item image CHANNEL-OP-REPLACE layer)
-    (gimp-image-remove-layer image layer)))
-(define (apply-to image preset settings seed)
-  (plug-in-morvalis RUN-NONINTERACTIVE image (layer-of image) preset settings seed))
-(define (saved image file)
-  (file-png-save RUN-NONINTERACTIVE image (layer-of image) file file 0 1 0 0 0 0 0)
-  (gimp-image-delete image))
-)";
 
 static QByteArray text(const QString& word) {
   return "\"" + word.toUtf8() + "\"";
@@ -46,7 +22,8 @@ class GimpPlugIn : public testing::Test {
         QStringList{"apply", image, "-o", output, "--quiet", "--seed", "5"} + more);
   }
   static QString inGimp(const QByteArray& script) {
-    const QString said = session->runScript(kProcedures + script + "(close-output-port told)");
+    const QString said = session->runScript(QByteArray(kVersionProcedures) + kProcedures + script +
+                                            "(close-output-port told)");
     return said + session->read("told.txt");
   }
 
@@ -58,7 +35,7 @@ class GimpPlugIn : public testing::Test {
     session = new GimpSession;
   }
   void SetUp() override {
-    for (const char* program : {"gimp-console-2.10", "vips"}) {
+    for (const char* program : {kGimpConsole, "vips"}) {
       if (QStandardPaths::findExecutable(program).isEmpty())
         GTEST_SKIP() << program << " is missing";
     }
@@ -185,7 +162,7 @@ TEST_F(GimpPlugIn, KeepsWhatHasMoreBits) {
       "(define (raw given precision file) (let ((image (car (gimp-image-duplicate given))))"
       "(if (not (= precision (car (gimp-image-get-precision image))))"
       " (gimp-image-convert-precision image precision))"
-      "(file-tiff-save RUN-NONINTERACTIVE image (layer-of image) file file 0)"
+      "(save-tiff image file)"
       "(gimp-image-delete image)))\n"
       "(define deep (opened \"deep.png\")) (select deep (opened \"deep-mask.png\") 0 0)\n";
   for (const Precision& each : kPrecisions) {
@@ -238,7 +215,7 @@ TEST_F(GimpPlugIn, RepeatsTheLastDialog) {
   ASSERT_TRUE(noise(QImage::Format_RGB888, 9).save(session->path("last.png")));
   const QByteArray repeat =
       "(tell \"repeat\" (lambda () (let ((image (opened \"last.png\")))"
-      "(plug-in-morvalis RUN-WITH-LAST-VALS image (layer-of image) \"\" \"\" 0)"
+      "(light RUN-WITH-LAST-VALS image \"\" \"\" 0)"
       "(saved image \"repeated.png\"))))\n";
   const QString none = inGimp(repeat);
   EXPECT_TRUE(none.contains("there are no last values: the dialog has not been confirmed yet"))
@@ -282,8 +259,8 @@ constexpr WrongCall kWrongCalls[] = {
      "(gimp-image-convert-indexed image CONVERT-DITHER-NONE CONVERT-PALETTE-GENERATE 9 "
      "FALSE FALSE \"\")",
      "\"gold\" \"\" 5", "belongs to an indexed picture; make it RGB"},
-    {"group", "(gimp-image-insert-layer image (car (gimp-layer-group-new image)) 0 0)",
-     "\"gold\" \"\" 5", "is a layer group; choose one of its layers"},
+    {"group", "(gimp-image-insert-layer image (new-group image) 0 0)", "\"gold\" \"\" 5",
+     "is a layer group; choose one of its layers"},
     {"clear", "(gimp-layer-add-alpha (layer-of image)) (gimp-drawable-edit-clear (layer-of image))",
      "\"gold\" \"\" 5", "the layer is transparent everywhere"},
     {"dialog", "", "RUN-INTERACTIVE", "the dialog cannot be opened (there is no display)"},
@@ -296,8 +273,8 @@ TEST_F(GimpPlugIn, SaysWhatIsWrongAndChangesNothing) {
     const QByteArray name = each.name;
     const bool dialog = name == "dialog";
     script += "(let ((image (car (gimp-image-duplicate wrong))))" + QByteArray(each.prepare) +
-              "(gimp-image-clean-all image) (tell \"" + name + "\" (lambda () (plug-in-morvalis " +
-              (dialog ? "RUN-INTERACTIVE" : "RUN-NONINTERACTIVE") + " image (layer-of image) " +
+              "(gimp-image-clean-all image) (tell \"" + name + "\" (lambda () (light " +
+              (dialog ? "RUN-INTERACTIVE" : "RUN-NONINTERACTIVE") + " image " +
               (dialog ? "\"\" \"\" 0" : each.arguments) +
               ")))"
               "(tell \"" +

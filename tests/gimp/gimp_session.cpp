@@ -7,6 +7,8 @@
 #include <QFile>
 #include <algorithm>
 
+#include "tests/gimp/gimp_scripts.h"
+
 // Scripts, and the formats that the tests need: with all that GIMP has, a start takes four times as
 // long.
 constexpr const char* kPlugIns[] = {"script-fu", "file-png", "file-tiff"};
@@ -21,7 +23,7 @@ GimpSession::GimpSession() : environment(QProcessEnvironment::systemEnvironment(
   }
   QFile::link(MORVALIS_GIMP, plugIns + "/morvalis/morvalis");
   write("gimp/gimprc", "(plug-in-path \"" + plugIns.toUtf8() + "\")\n");
-  environment.insert("GIMP2_DIRECTORY", path("gimp"));
+  environment.insert(kGimpFolder, path("gimp"));
   environment.insert("HOME", folder.path());
   environment.insert("XDG_STATE_HOME", path("state"));
   environment.insert("XDG_CONFIG_HOME", path("config"));
@@ -63,8 +65,9 @@ void GimpSession::start(QProcess* process, const QString& program,
 QString GimpSession::runScript(const QByteArray& script) const {
   write("script.scm", script);
   QProcess gimp;
-  start(&gimp, "gimp-console-2.10",
-        {"-d", "-f", "-i", "-b", "(load \"script.scm\")", "-b", "(gimp-quit 1)"});
+  start(&gimp, kGimpConsole,
+        {"-d", "-f", "-i", "--batch-interpreter=plug-in-script-fu-eval", "-b",
+         "(load \"script.scm\")", "-b", "(gimp-quit 1)"});
   if (!gimp.waitForFinished(300000)) gimp.kill();
   return QString::fromUtf8(gimp.readAll());
 }
