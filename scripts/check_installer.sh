@@ -2,14 +2,22 @@
 # Tries the installer for Windows under Wine, in a Windows of its own: silently, beside editors that
 # the script makes up; over an earlier installation; and away again, after which nothing is left but
 # what was there before.
-#   scripts/check_installer.sh SETUP.exe
+#   scripts/check_installer.sh [SETUP.exe]      without one, one is made of the modules that are built
+# Ends with 77 where it cannot be tried. Runs as the test windows_installer.
 set -euo pipefail
-setup=$(readlink -f "$1")
 scripts=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir "$work/folder"
-cp "$setup" "$work/folder/setup.exe"
+if (($# > 0)); then
+  cp "$1" "$work/folder/setup.exe"
+else
+  for program in makensis zip; do
+    command -v "$program" >/dev/null || { echo "check_installer: $program is missing"; exit 77; }
+  done
+  bash "$scripts/make_package.sh" "$work/packages" >/dev/null
+  mv "$work"/packages/*-setup.exe "$work/folder/setup.exe"
+fi
 drive=$work/wine-prefix-64/drive_c
 target="$drive/Program Files/Filters of mine"
 

@@ -11,12 +11,16 @@ declare -A packages=(
            xvfb xdotool dbus at-spi2-core gir1.2-atspi-2.0 python3-gi"
   # What the plug-in for GIMP is built with and tried in.
   [gimp]="gimp libgimp2.0-dev libvips-tools xvfb xdotool x11-utils"
+  # What the files for other editors and for file managers are tried in.
+  [editors]="inkscape python3-lxml krita python3-pyqt5 dolphin nautilus python3-nautilus
+             dbus xvfb xdotool"
   [bench]="libgtest-dev libvips-tools time fonts-liberation"
   [format]="clang-format"
   [tidy]="clang-tidy"
   [fuzz]="cmake ninja-build clang libclang-rt-14-dev"
   [fuzz_coverage]="llvm"
-  [windows]="cmake ninja-build g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32"
+  [windows]="cmake ninja-build g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32
+             zip nsis"
   [package]="zip nsis dpkg-dev lintian appstream"
   # Besides Wine, the libraries that it takes when it finds them: the cursors and the text would
   # look different without.

@@ -2,14 +2,16 @@
 # Packs what Windows users need into build/packages/Morvalis-VERSION-windows.zip, and the same into
 # an installer, Morvalis-VERSION-setup.exe; both modules must have been built. The same files give
 # the same bytes, whoever packs them and when.
+#   scripts/make_package.sh [FOLDER]      FOLDER: instead of build/packages
 set -euo pipefail
+folder=$(readlink -m "${1:-$(dirname "${BASH_SOURCE[0]}")/../build/packages}")
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 readonly kDate="2000-01-01 00:00:00 UTC" # of every file in it
 
 version=$(sed -n 's/^project(morvalis VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-package=$PWD/build/packages/Morvalis-$version-windows.zip
-installer=$PWD/build/packages/Morvalis-$version-setup.exe
+package=$folder/Morvalis-$version-windows.zip
+installer=$folder/Morvalis-$version-setup.exe
 script=$PWD/installer/morvalis.nsi
 staged=$(mktemp -d)
 work=$(mktemp -d)
@@ -27,7 +29,7 @@ cp "presets/$pictures/"*.bmp "$staged/$pictures/"
 sed "s/@VERSION@/$version/; s/\$/\r/" docs/windows-readme.txt >"$staged/README.txt"
 sed 's/$/\r/' LICENSE >"$staged/LICENSE.txt"
 bash scripts/third_party.sh module installer | sed 's/$/\r/' >"$staged/THIRD-PARTY.txt"
-mkdir -p build/packages
+mkdir -p "$folder"
 
 export TZ=UTC LC_ALL=C
 cd "$staged"
