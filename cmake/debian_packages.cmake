@@ -1,4 +1,4 @@
-# Three Debian packages: the program, its windows, the plug-in for GIMP. The same sources and the same
+# Debian packages: the program, its windows, what editors load. The same sources and the same
 # SOURCE_DATE_EPOCH give the same bytes.
 
 # Everything that is compiled says where its source is by its place in the tree.
@@ -15,11 +15,18 @@ execute_process(
 set(PACKAGE_program morvalis)
 set(PACKAGE_window morvalis-window)
 set(PACKAGE_gimp gimp-morvalis)
-foreach(COMPONENT program window gimp)
+set(PACKAGE_inkscape inkscape-morvalis)
+set(PACKAGE_krita krita-morvalis)
+set(SCRIPT_PARTS inkscape krita)  # nothing compiled
+foreach(COMPONENT program window gimp ${SCRIPT_PARTS})
   install(FILES ${DEBIAN_DOCUMENTS}/copyright ${DEBIAN_DOCUMENTS}/${PACKAGE_${COMPONENT}}/changelog.gz
     DESTINATION share/doc/${PACKAGE_${COMPONENT}} COMPONENT ${COMPONENT})
-  string(TOUPPER ${COMPONENT} COMPONENT)
-  set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_SHLIBDEPS ON)
+  string(TOUPPER ${COMPONENT} PART)
+  if(COMPONENT IN_LIST SCRIPT_PARTS)
+    set(CPACK_DEBIAN_${PART}_PACKAGE_ARCHITECTURE all)
+  else()
+    set(CPACK_DEBIAN_${PART}_PACKAGE_SHLIBDEPS ON)
+  endif()
 endforeach()
 
 # The desktop's entry starts the program, which stands in the package that this one depends on.
@@ -35,7 +42,7 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
-set(CPACK_COMPONENTS_ALL program window gimp)
+set(CPACK_COMPONENTS_ALL program window gimp inkscape krita)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
@@ -55,10 +62,12 @@ set(SAME_VERSION "morvalis (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_WINDOW_PACKAGE_NAME morvalis-window)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_DEPENDS "${SAME_VERSION}, qt6-qpa-plugins")
 set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS "fonts-liberation, qt6-wayland")
+set(CPACK_DEBIAN_WINDOW_PACKAGE_SUGGESTS "python3-nautilus")
 set(CPACK_COMPONENT_WINDOW_DESCRIPTION
 "dialog of morvalis for the desktop
 The settings of the bevel filter in a window that shows the result while it
-is set, and the entry in the desktop's menus.")
+is set, the entry in the desktop's menus, and the filter among the actions of
+picture files in Dolphin and, with python3-nautilus, in Nautilus.")
 
 set(CPACK_DEBIAN_GIMP_PACKAGE_NAME gimp-morvalis)
 set(OF_GIMP "gimp (>= 2.10), gimp (<< 2.99)")
@@ -72,5 +81,26 @@ set(CPACK_COMPONENT_GIMP_DESCRIPTION
 "bevel filter for GIMP
 Puts the filter of morvalis into GIMP's menus, below Filters, Light and
 Shadow, with its dialog, and makes it available to scripts.")
+
+# The dialog is one of their ways to choose, so it comes along unless it is refused.
+set(CPACK_DEBIAN_INKSCAPE_PACKAGE_NAME inkscape-morvalis)
+set(CPACK_DEBIAN_INKSCAPE_PACKAGE_DEPENDS
+  "${SAME_VERSION}, inkscape (>= 1.2), python3:any, python3-lxml")
+set(CPACK_DEBIAN_INKSCAPE_PACKAGE_RECOMMENDS "morvalis-window")
+set(CPACK_DEBIAN_INKSCAPE_PACKAGE_ENHANCES inkscape)
+set(CPACK_COMPONENT_INKSCAPE_DESCRIPTION
+"bevel filter for Inkscape
+Puts the filter of morvalis into Inkscape's menus, below Extensions, Render:
+what is selected is rendered, lit, and laid over itself as a picture.")
+
+set(CPACK_DEBIAN_KRITA_PACKAGE_NAME krita-morvalis)
+set(CPACK_DEBIAN_KRITA_PACKAGE_DEPENDS
+  "${SAME_VERSION}, morvalis-window (= ${PROJECT_VERSION}), krita (>= 1:5.1), python3-pyqt5")
+set(CPACK_DEBIAN_KRITA_PACKAGE_ENHANCES krita)
+set(CPACK_COMPONENT_KRITA_DESCRIPTION
+"bevel filter for Krita
+Puts the filter of morvalis into Krita's menus, below Tools, Scripts, once its
+plug-in is switched on there: what is selected of a layer becomes a lit object
+on a layer of its own.")
 
 include(CPack)

@@ -68,6 +68,7 @@ while read -r sum file; do
     morvalis_*) parts=(CLI11) needs=(Vips Isal Zlib Fontconfig) ;;
     morvalis-window_*) parts=() needs=(Qt Isal Zlib) ;;
     gimp-morvalis_*) parts=() needs=(Gimp Isal Zlib) ;;
+    inkscape-morvalis_* | krita-morvalis_*) parts=() needs=() ;;
     *.exe) parts=(GccRuntime MingwRuntime Nsis) needs=() ;;
     *) parts=(GccRuntime MingwRuntime) needs=() ;;
   esac

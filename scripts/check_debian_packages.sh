@@ -66,6 +66,29 @@ test -s gimp.png || { cat gimp.log; exit 1; }
 morvalis apply gimp.png --mask none --set radius=2 --seed 1 --quiet -o again.png
 say "GIMP runs the plug-in"
 
+install /packages/inkscape-morvalis_*.deb
+cat >drawing.svg <<'DRAWING'
+<svg xmlns="http://www.w3.org/2000/svg" width="90" height="90"><circle id="disc" cx="45" cy="45" r="30"/></svg>
+DRAWING
+/usr/bin/python3 /usr/share/inkscape/extensions/morvalis/morvalis_render.py --id=disc --preset="old copper" \
+  drawing.svg >lit.svg
+grep -q '<image' lit.svg
+say "Inkscape's extension runs"
+
+install /packages/krita-morvalis_*.deb
+mkdir scripts
+cat >scripts/look.py <<'SCRIPT'
+import sys
+sys.path.insert(0, "/usr/share/krita/pykrita")
+from morvalis import layers
+def __main__(*_):
+    print("KINDS", sorted(layers.KINDS))
+SCRIPT
+PYTHONPATH=/root/scripts PYTHONDONTWRITEBYTECODE=1 QT_QPA_PLATFORM=offscreen \
+  timeout 300 kritarunner -s look >krita.log 2>&1 || true
+grep -q "KINDS" krita.log || { tail krita.log; exit 1; }
+say "Krita loads the plug-in"
+
 install /later/*.deb
 test "$(dpkg-query -W -f '${Version}' gimp-morvalis)" = "$(dpkg-query -W -f '${Version}' morvalis)"
 dpkg-query -W -f '${Version}' morvalis | grep -q later
@@ -73,7 +96,7 @@ try later
 cmp alone.png later.png
 say "a later version takes their place"
 
-apt-get -q -y purge morvalis morvalis-window gimp-morvalis >/apt.log 2>&1
+apt-get -q -y purge morvalis morvalis-window {gimp,inkscape,krita}-morvalis >/apt.log 2>&1
 rm -rf /packages /later /root /tmp/* /apt.log
 left=$(find / -xdev \( -path /proc -o -path /sys -o -path /dev \) -prune -o -iname '*morvalis*' -print)
 test -z "$left" || { say "left behind: $left"; exit 1; }

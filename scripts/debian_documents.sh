@@ -40,7 +40,7 @@ TEXT
     /usr/share/doc/libcli11-dev/copyright | sed 's/[[:space:]]*$//'
 } >"$folder/copyright"
 
-for package in morvalis morvalis-window gimp-morvalis; do
+for package in morvalis morvalis-window {gimp,inkscape,krita}-morvalis; do
   mkdir -p "$folder/$package"
   cat <<TEXT | gzip -9n >"$folder/$package/changelog.gz"
 morvalis ($version) stable; urgency=medium
