@@ -23,6 +23,7 @@ dpkg-query -W $needed >/apt.log 2>&1 || {
 cmake -S /source -B /build -G Ninja -DCMAKE_BUILD_TYPE=Release -DMORVALIS_BACKEND=desktop \
   >/build.log 2>&1 && cmake --build /build --target morvalis morvalis_gimp_tests >>/build.log 2>&1 ||
   { tail -n 40 /build.log; exit 1; }
+ln -sfn /source/presets /presets  # two folders up, as in a tree that has been built
 /build/morvalis_gimp_tests --gtest_filter='GimpPlugIn.*'
 INSIDE
 unshare --mount bash -c "mount --bind /proc '$root/proc' && mount --bind /dev '$root/dev' &&
