@@ -53,7 +53,8 @@ const char* const kVersionProcedures = R"scheme(
 (define (light mode image preset settings seed)
   (plug-in-morvalis #:run-mode mode #:image image #:drawables (vector (layer-of image))
                     #:preset preset #:settings settings #:seed seed))
-(define (save-png image file)
+(define (save-png image file)  ; GIMP 3 saves the picture, not the layer
+  (gimp-image-resize-to-layers image)
   (file-png-export #:run-mode RUN-NONINTERACTIVE #:image image #:file file #:compression 1
                    #:save-transparent TRUE))
 (define (save-tiff image file)
