@@ -13,7 +13,7 @@
 #include <limits>
 #include <string>
 
-#include "tests/support/direct_render.h"
+#include "tests/support/hosts/direct_render.h"
 #include "tests/support/shading_runs.h"
 
 static const char* wanted = "";  // cases whose names contain it are run

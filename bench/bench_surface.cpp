@@ -10,7 +10,7 @@
 #include <limits>
 
 #include "tests/reference/reference_render.h"
-#include "tests/support/direct_render.h"
+#include "tests/support/hosts/direct_render.h"
 #include "vector/instruction_sets.h"
 
 struct Seconds {

@@ -16,10 +16,10 @@
 #include <limits>
 #include <string>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "tests/reference/reference_render.h"
-#include "tests/support/dialog_runs.h"
-#include "tests/support/direct_render.h"
+#include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/hosts/direct_render.h"
 #include "tests/support/mask_families.h"
 #include "vector/instruction_sets.h"
 

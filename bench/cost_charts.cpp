@@ -10,8 +10,8 @@
 #include <cstring>
 
 #include "bench/line_chart.h"
-#include "tests/support/direct_render.h"
 #include "tests/support/field_run.h"
+#include "tests/support/hosts/direct_render.h"
 #include "tests/support/mask_families.h"
 #include "vector/instruction_sets.h"
 

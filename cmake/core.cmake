@@ -4,7 +4,7 @@
 file(GLOB MORVALIS_CORE_SOURCES CONFIGURE_DEPENDS
   entry/*.cpp settings/*.cpp geometry/*.cpp geometry/field/*.cpp geometry/preview/*.cpp
   shading/*.cpp shading/lanes/*.cpp
-  pictures/*.cpp persistence/*.cpp services/*.cpp dialog/*.cpp)
+  pictures/*.cpp pictures/sources/*.cpp persistence/*.cpp services/*.cpp dialog/*.cpp dialog/*/*.cpp)
 
 # The passes of vector/ are compiled once per instruction set, each in a name space of its own.
 file(GLOB MORVALIS_PASSES CONFIGURE_DEPENDS vector/*_passes.cpp)

@@ -2,12 +2,12 @@
 
 #include <cstdint>
 
-#include "dialog/dialog_controls.h"
+#include "dialog/controls/dialog_controls.h"
+#include "dialog/controls/typing.h"
 #include "dialog/dialog_keys.h"
 #include "dialog/dialog_mouse.h"
 #include "dialog/dialog_state.h"
-#include "dialog/preview_area.h"
-#include "dialog/typing.h"
+#include "dialog/preview/preview_area.h"
 #include "dialog/undo.h"
 #include "settings/setting_ranges.h"
 

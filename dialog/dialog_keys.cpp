@@ -2,19 +2,19 @@
 
 #include <cstdint>
 
+#include "dialog/choices/picture_windows.h"
 #include "dialog/command_text.h"
+#include "dialog/controls/dialog_controls.h"
+#include "dialog/controls/focus.h"
+#include "dialog/controls/light_pads.h"
+#include "dialog/controls/small_controls.h"
+#include "dialog/controls/typing.h"
 #include "dialog/dialog_commands.h"
-#include "dialog/dialog_controls.h"
 #include "dialog/dialog_mouse.h"
 #include "dialog/dialog_state.h"
-#include "dialog/drag.h"
-#include "dialog/focus.h"
-#include "dialog/key_help.h"
-#include "dialog/light_pads.h"
-#include "dialog/picture_windows.h"
-#include "dialog/preview_area.h"
-#include "dialog/small_controls.h"
-#include "dialog/typing.h"
+#include "dialog/help/key_help.h"
+#include "dialog/preview/drag.h"
+#include "dialog/preview/preview_area.h"
 #include "dialog/undo.h"
 
 // --- What an arrow or a page key means ------------------------------------------------------

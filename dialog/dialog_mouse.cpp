@@ -2,15 +2,15 @@
 
 #include <cstdint>
 
+#include "dialog/choices/picture_menus.h"
+#include "dialog/choices/picture_windows.h"
+#include "dialog/controls/dialog_controls.h"
+#include "dialog/controls/focus.h"
+#include "dialog/controls/light_pads.h"
+#include "dialog/controls/small_controls.h"
 #include "dialog/dialog_commands.h"
-#include "dialog/dialog_controls.h"
 #include "dialog/dialog_state.h"
-#include "dialog/focus.h"
-#include "dialog/light_pads.h"
-#include "dialog/picture_menus.h"
-#include "dialog/picture_windows.h"
-#include "dialog/preview_area.h"
-#include "dialog/small_controls.h"
+#include "dialog/preview/preview_area.h"
 
 constexpr int16_t kJustPressed = -999;  // horizontal part of lastMouse: no position before
 

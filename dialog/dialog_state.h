@@ -4,10 +4,10 @@
 
 #include <cstdint>
 
-#include "dialog/canvas.h"
-#include "dialog/control_table.h"
-#include "dialog/drag.h"
-#include "dialog/typing.h"
+#include "dialog/controls/canvas.h"
+#include "dialog/controls/control_table.h"
+#include "dialog/controls/typing.h"
+#include "dialog/preview/drag.h"
 #include "dialog/undo.h"
 #include "entry/session_record.h"
 

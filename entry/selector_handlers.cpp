@@ -1,6 +1,6 @@
 #include "entry/selector_handlers.h"
 
-#include "dialog/about_box.h"
+#include "dialog/help/about_box.h"
 #include "dialog/main_dialog.h"
 #include "entry/scripting.h"
 #include "entry/session_record.h"

@@ -4,7 +4,7 @@
 
 #include "hosts/substitute_host/substitute_host.h"
 #include "settings/effect_settings.h"
-#include "tests/support/host_pictures.h"
+#include "tests/support/hosts/host_pictures.h"
 
 // Takes the relief out of the settings that the host holds: to make one costs many times what the
 // rest of a small render does.

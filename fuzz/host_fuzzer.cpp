@@ -10,7 +10,7 @@
 #include "hosts/substitute_host/substitute_host.h"
 #include "platform/none/none_script.h"
 #include "settings/effect_settings.h"
-#include "tests/support/host_pictures.h"
+#include "tests/support/hosts/host_pictures.h"
 
 constexpr int32_t kLongestRun = 12;  // calls
 

@@ -13,7 +13,7 @@
 #include "hosts/substitute_host/substitute_host.h"
 #include "hosts/substitute_host/suites/handle_suite.h"
 #include "platform/none/none_script.h"
-#include "tests/support/host_pictures.h"
+#include "tests/support/hosts/host_pictures.h"
 
 // Another block of the host's with bytes of the old one, the fuzzer's scattered over it.
 static Handle otherBlock(FuzzInput* input, Handle old, int32_t fullSize) {

@@ -6,7 +6,7 @@
 #include "fuzz/fuzz_runs.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "platform/none/none_script.h"
-#include "tests/support/host_pictures.h"
+#include "tests/support/hosts/host_pictures.h"
 
 constexpr int32_t kMostKeys = 12;
 

@@ -5,7 +5,7 @@
 #include "entry/handles.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "persistence/settings_codec.h"
-#include "tests/support/host_runs.h"
+#include "tests/support/hosts/host_runs.h"
 
 static void require(bool holds) {
   if (!holds) std::abort();

@@ -7,7 +7,7 @@
 #include "geometry/preview/preview_places.h"
 #include "geometry/preview/preview_render.h"
 #include "pictures/picture_release.h"
-#include "pictures/picture_tables.h"
+#include "pictures/sources/picture_tables.h"
 #include "services/fixed_point.h"
 #include "services/host_buffers.h"
 #include "services/memory_blocks.h"

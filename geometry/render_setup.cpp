@@ -9,7 +9,7 @@
 #include "geometry/field/height_field.h"
 #include "geometry/render_buffers.h"
 #include "geometry/row_machine.h"
-#include "pictures/picture_tables.h"
+#include "pictures/sources/picture_tables.h"
 #include "shading/iridescence_table.h"
 #include "shading/light_stencils.h"
 #include "shading/spectral_tables.h"

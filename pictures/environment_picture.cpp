@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "entry/session_record.h"
-#include "pictures/bitmap_file.h"
 #include "pictures/picture_surface.h"
 #include "pictures/rip_map.h"
+#include "pictures/sources/bitmap_file.h"
 
 int32_t loadEnvironmentPicture(SessionRecord* session, const char* path) {
   EffectSettings* settings = settingsOf(session);

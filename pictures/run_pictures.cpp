@@ -2,10 +2,10 @@
 
 #include "entry/session_record.h"
 #include "persistence/remembered_paths.h"
-#include "pictures/builtin_pictures.h"
 #include "pictures/environment_picture.h"
 #include "pictures/picture_surface.h"
 #include "pictures/rip_map.h"
+#include "pictures/sources/builtin_pictures.h"
 
 void createBuiltInEnvironment(SessionRecord* session) {
   PictureSurface* surface = newPictureSurface(kEnvironmentSurfaceSide, kEnvironmentSurfaceSide);

@@ -1,8 +1,8 @@
 #include "pictures/texture_picture.h"
 
 #include "entry/session_record.h"
-#include "pictures/bitmap_file.h"
 #include "pictures/picture_surface.h"
+#include "pictures/sources/bitmap_file.h"
 
 static void repeatOverSample(PictureSurface* surface, int32_t width, int32_t height) {
   for (int32_t y = height; y < kTextureSampleSide; y += height) {

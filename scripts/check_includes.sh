@@ -57,7 +57,7 @@ edgeHeader='platform/+([^/]).h'
 backEnd='platform/+([^/])/*'
 
 # What a host may know of the module.
-hostMayInclude='@(entry/host_interface.h|platform/windows/windows_api.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|dialog/key_help.h|platform/desktop/desktop_session.h|platform/unix/*.h|persistence/settings_codec.h|persistence/settings_items.h|persistence/path_parts.h|entry/handles.h|hosts/*)'
+hostMayInclude='@(entry/host_interface.h|platform/windows/windows_api.h|entry/entry_point.h|settings/*|services/rectangle.h|platform/+([^/]).h|dialog/help/key_help.h|platform/desktop/desktop_session.h|platform/unix/*.h|persistence/settings_codec.h|persistence/settings_items.h|persistence/path_parts.h|entry/handles.h|hosts/*)'
 
 # The rooms of the hosts have levels among themselves; the others take what they like.
 declare -A roomLevels=(

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "dialog/key_help.h"
+#include "dialog/help/key_help.h"
 #include "hosts/effect_choices/setting_text.h"
 
 constexpr char kPageDate[] = "2026-11-25";  // of the last change to what the page says

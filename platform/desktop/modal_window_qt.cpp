@@ -11,9 +11,9 @@
 #include <cmath>
 
 #include "platform/desktop/control_access_qt.h"
-#include "platform/desktop/dialog_place_qt.h"
+#include "platform/desktop/dialogs/dialog_place_qt.h"
+#include "platform/desktop/dialogs/letters_qt.h"
 #include "platform/desktop/item_button_qt.h"
-#include "platform/desktop/letters_qt.h"
 #include "platform/desktop/popup_qt.h"
 #include "platform/desktop/session_state.h"
 #include "platform/desktop/window_record_qt.h"

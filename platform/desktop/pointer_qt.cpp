@@ -10,7 +10,7 @@
 #include <cmath>
 
 #include "dialog/dialog_scale.h"
-#include "pictures/scaled_pictures.h"
+#include "pictures/sources/scaled_pictures.h"
 #include "platform/desktop/resource_image_qt.h"
 #include "platform/desktop/window_record_qt.h"
 #include "platform/resource_table.h"

@@ -5,7 +5,7 @@
 #include <QPixmap>
 
 #include "dialog/dialog_scale.h"
-#include "pictures/scaled_pictures.h"
+#include "pictures/sources/scaled_pictures.h"
 #include "platform/desktop/desktop_session.h"
 #include "platform/resource_access.h"
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "dialog/dialog_scale.h"
-#include "pictures/scaled_pictures.h"
+#include "pictures/sources/scaled_pictures.h"
 
 constexpr int32_t kHotSpot = 8;  // of both hands, pixels at 100 percent
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "platform/windows/window_record.h"
+#include "platform/windows/window/window_record.h"
 
 // The hand cursors at the dialog's scale; null at 100 percent. The system's to free once the module
 // goes.

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "platform/windows/narrow_path.h"
+#include "platform/windows/dialogs/narrow_path.h"
 #include "platform/windows/windows_api.h"
 
 constexpr char kMachinesFolder[] = "c:\\Windows\\Temp\\";

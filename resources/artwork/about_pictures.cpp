@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "geometry/field/cone_kernel.h"
-#include "resources/artwork/drawn_letters.h"
+#include "resources/artwork/drawing/drawn_letters.h"
+#include "resources/artwork/drawing/palette.h"
+#include "resources/artwork/drawing/small_letters.h"
 #include "resources/artwork/engine_runs.h"
-#include "resources/artwork/palette.h"
-#include "resources/artwork/small_letters.h"
 #include "services/scaling.h"
 
 // The effect is rendered this much larger, for smooth edges: for the plain scale, and for all the

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 
 Picture drawAboutTitle();                              // 172 x 90, the name in gold
 Picture drawAboutShow();                               // 262 x 152, what the effect makes of shapes

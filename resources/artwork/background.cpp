@@ -1,6 +1,6 @@
 #include "resources/artwork/background.h"
 
-#include "resources/artwork/palette.h"
+#include "resources/artwork/drawing/palette.h"
 
 constexpr int32_t kWidth = 680;
 constexpr int32_t kHeight = 370;

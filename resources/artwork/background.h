@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 
 constexpr int32_t kTrackWidth = 135;
 constexpr int32_t kSizeTrackWidth = 70;

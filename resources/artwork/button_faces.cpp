@@ -1,7 +1,7 @@
 #include "resources/artwork/button_faces.h"
 
-#include "resources/artwork/palette.h"
-#include "resources/artwork/small_letters.h"
+#include "resources/artwork/drawing/palette.h"
+#include "resources/artwork/drawing/small_letters.h"
 
 constexpr int32_t kToggleSide = 10;
 constexpr int32_t kToggleWell = 8;  // within the bevel that the dialog draws at left and top

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 
 Picture drawSaveFace();
 Picture drawLoadFace();

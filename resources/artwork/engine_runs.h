@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 #include "settings/effect_settings.h"
 
 // The defaults, but a smooth surface and nothing that passes light or films it.

@@ -1,8 +1,8 @@
 #include "resources/artwork/icons_and_cursors.h"
 
-#include "resources/artwork/drawn_letters.h"
+#include "resources/artwork/drawing/drawn_letters.h"
+#include "resources/artwork/drawing/palette.h"
 #include "resources/artwork/engine_runs.h"
-#include "resources/artwork/palette.h"
 
 constexpr int32_t kIconSide = 32;
 // The module icon before it is reduced: a side that its own divides.

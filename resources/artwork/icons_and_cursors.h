@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 
 Picture drawModuleIcon(int32_t side);  // 16, 32, 48, 128 or 256
 Picture drawAlertIcon();               // 32 x 32

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "resources/artwork/palette.h"
-#include "resources/artwork/small_letters.h"
+#include "resources/artwork/drawing/palette.h"
+#include "resources/artwork/drawing/small_letters.h"
 
 constexpr int32_t kPadSide = 85;
 // The handle's pixel for a light from straight ahead, and how far it goes.

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 
 // Light 1 or 2; 85 x 85.
 Picture drawLightPad(int32_t light);

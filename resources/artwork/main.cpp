@@ -11,18 +11,18 @@
 #include <iterator>
 #include <string>
 
-#include "pictures/builtin_pictures.h"
 #include "pictures/picture_surface.h"
+#include "pictures/sources/builtin_pictures.h"
 #include "platform/resource_access.h"
 #include "resources/artwork/about_pictures.h"
 #include "resources/artwork/background.h"
 #include "resources/artwork/button_faces.h"
+#include "resources/artwork/drawing/picture_packing.h"
+#include "resources/artwork/drawing/picture_writing.h"
+#include "resources/artwork/drawing/png_writing.h"
 #include "resources/artwork/icons_and_cursors.h"
 #include "resources/artwork/light_pad_pictures.h"
 #include "resources/artwork/menu_pictures.h"
-#include "resources/artwork/picture_packing.h"
-#include "resources/artwork/picture_writing.h"
-#include "resources/artwork/png_writing.h"
 #include "resources/artwork/slider_tracks.h"
 #include "services/scaling.h"
 #include "settings/effect_settings.h"

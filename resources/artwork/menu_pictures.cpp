@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "resources/artwork/drawing/palette.h"
 #include "resources/artwork/engine_runs.h"
-#include "resources/artwork/palette.h"
 #include "services/scaling.h"
 
 constexpr int32_t kSide = 32;

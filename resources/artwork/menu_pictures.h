@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 
 // A disc with this bevel, cut in half: the half from above, and the face of the cut below it.
 Picture drawShapePicture(int32_t shape);

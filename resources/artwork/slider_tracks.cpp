@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "resources/artwork/background.h"
+#include "resources/artwork/drawing/palette.h"
 #include "resources/artwork/engine_runs.h"
-#include "resources/artwork/palette.h"
 
 constexpr int32_t kThumbWidth = 12;
 constexpr int32_t kThumbHeight = 10;

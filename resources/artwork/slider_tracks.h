@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "resources/artwork/raster.h"
+#include "resources/artwork/drawing/raster.h"
 
 Picture drawRadiusTrack();
 Picture drawHeightTrack();

@@ -11,8 +11,8 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
-#include "dialog/about_box.h"
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
+#include "dialog/help/about_box.h"
 #include "hosts/effect_runs/effect_run.h"
 #include "hosts/effect_runs/open_host.h"
 #include "hosts/effect_runs/selection.h"

@@ -19,8 +19,8 @@
 #include <fstream>
 #include <thread>
 
-#include "dialog/control_table.h"
-#include "dialog/focus.h"
+#include "dialog/controls/control_table.h"
+#include "dialog/controls/focus.h"
 #include "settings/effect_settings.h"
 #include "tests/desktop/edit_user.h"
 #include "vector/instruction_sets.h"

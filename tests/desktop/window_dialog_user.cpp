@@ -18,14 +18,14 @@
 #include <deque>
 #include <map>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "dialog/dialog_scale.h"
 #include "platform/desktop/popup_qt.h"
 #include "platform/unix/program_session.h"
 #include "platform/user_files.h"
 #include "tests/desktop/window_pointer.h"
 #include "tests/desktop/window_user.h"
-#include "tests/support/dialog_user.h"
+#include "tests/support/dialog/dialog_user.h"
 
 struct DialogWindow {
   WindowUser user;

@@ -10,8 +10,8 @@
 #include <cmath>
 #include <utility>
 
-#include "tests/support/dialog_recording.h"
-#include "tests/support/dialog_scripts.h"
+#include "tests/support/dialog/dialog_recording.h"
+#include "tests/support/dialog/dialog_scripts.h"
 
 class QtDialogScripts : public ::testing::TestWithParam<DialogScript> {};
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "platform/dialog_text.h"
-#include "tests/support/dialog_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
 
 // A text in black on a plain ground, with its upper left corner there.
 static void expectText(const WindowPicture& shown, const std::string& text, int32_t left,

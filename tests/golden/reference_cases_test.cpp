@@ -11,7 +11,7 @@
 
 #include "pictures/picture_surface.h"
 #include "tests/support/case_list.h"
-#include "tests/support/direct_render.h"
+#include "tests/support/hosts/direct_render.h"
 #include "tests/support/picture_reader.h"
 
 static const std::string kCases = std::string(MORVALIS_TEST_DATA) + "/reference_cases/";

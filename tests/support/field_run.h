@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "tests/support/session_fixture.h"
+#include "tests/support/hosts/session_fixture.h"
 
 struct FieldRun {
   SessionFixture fixture;

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "tests/support/direct_render.h"
+#include "tests/support/hosts/direct_render.h"
 
 // Own generator, so that the product's random numbers stay its own.
 struct TestRandom {

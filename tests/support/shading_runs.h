@@ -8,7 +8,7 @@
 
 #include "settings/effect_settings.h"
 #include "tests/reference/reference_shading.h"
-#include "tests/support/session_fixture.h"
+#include "tests/support/hosts/session_fixture.h"
 #include "vector/instruction_sets.h"
 
 struct ShadingInput {

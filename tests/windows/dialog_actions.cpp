@@ -6,7 +6,7 @@
 
 #include "dialog/dialog_scale.h"
 #include "platform/none/none_script.h"
-#include "tests/support/dialog_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
 
 std::string scriptOf(const DialogActions& actions) {
   std::string script;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/dialog_user.h"
+#include "tests/support/dialog/dialog_user.h"
 
 struct DialogAction {
   std::string name;  // of the host's script

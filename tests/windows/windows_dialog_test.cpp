@@ -5,12 +5,12 @@
 
 #include <filesystem>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "dialog/dialog_scale.h"
 #include "hosts/substitute_host/host_record.h"
 #include "persistence/settings_codec.h"
 #include "platform/none/none_script.h"
-#include "tests/support/dialog_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
 #include "tests/support/random_inputs.h"
 #include "tests/windows/dialog_actions.h"
 #include "tests/windows/wine_host.h"
@@ -427,8 +427,8 @@ TEST_P(WindowsDialog, AboutBox) {
 
 // Where the host is aware of scaling the dialog is as large as its window says; of others the
 // system enlarges what it shows.
-// With 64 bits alone: at 144 dots 32-bit Wine 8 creates any program's window of 600 pixels with 400,
-// though moved to a size it takes it.
+// With 64 bits alone: at 144 dots 32-bit Wine 8 creates any program's window of 600 pixels with
+// 400, though moved to a size it takes it.
 class WindowsScale : public WindowsDialog {};
 
 TEST_P(WindowsScale, FollowsThatOfItsHost) {

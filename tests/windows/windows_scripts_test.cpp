@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <fstream>
 
-#include "tests/support/dialog_recording.h"
-#include "tests/support/dialog_scripts.h"
+#include "tests/support/dialog/dialog_recording.h"
+#include "tests/support/dialog/dialog_scripts.h"
 #include "tests/windows/wine_host.h"
 
 class WindowsScripts : public ::testing::TestWithParam<int> {};

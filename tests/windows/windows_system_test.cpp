@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <sstream>
 
-#include "dialog/control_table.h"
-#include "tests/support/dialog_runs.h"
+#include "dialog/controls/control_table.h"
+#include "tests/support/dialog/dialog_runs.h"
 #include "tests/windows/dialog_actions.h"
 #include "tests/windows/wine_host.h"
 

@@ -7,9 +7,9 @@
 #include <fstream>
 
 #include "platform/windows/windows_api.h"
-#include "tests/support/dialog_recording.h"
-#include "tests/support/dialog_scripts.h"
-#include "tests/support/dialog_user.h"
+#include "tests/support/dialog/dialog_recording.h"
+#include "tests/support/dialog/dialog_scripts.h"
+#include "tests/support/dialog/dialog_user.h"
 
 static std::string folder;
 

@@ -5,8 +5,8 @@
 #include <deque>
 
 #include "hosts/windows_host/user_thread.h"
-#include "platform/windows/window_record.h"
-#include "tests/support/dialog_user.h"
+#include "platform/windows/window/window_record.h"
+#include "tests/support/dialog/dialog_user.h"
 
 using MaybeColor = std::optional<std::array<uint8_t, 3>>;
 

@@ -6,8 +6,8 @@
 #include "hosts/windows_host/context_drawing.h"
 #include "hosts/windows_host/kept_values.h"
 #include "platform/clock.h"
-#include "platform/windows/window_record.h"
-#include "tests/support/dialog_user.h"
+#include "platform/windows/window/window_record.h"
+#include "tests/support/dialog/dialog_user.h"
 #include "tests/windows_scripts/script_answers.h"
 #include "tests/windows_scripts/script_window.h"
 

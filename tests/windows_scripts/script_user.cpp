@@ -3,10 +3,10 @@
 #include <cwchar>
 #include <map>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "hosts/windows_host/dialog_readings.h"
-#include "platform/windows/window_record.h"
-#include "tests/support/dialog_user.h"
+#include "platform/windows/window/window_record.h"
+#include "tests/support/dialog/dialog_user.h"
 #include "tests/windows_scripts/script_window.h"
 // The common controls' header wants the other one first.
 #include <commctrl.h>

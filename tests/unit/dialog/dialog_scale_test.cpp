@@ -8,7 +8,7 @@
 #include <string>
 
 #include "dialog/dialog_scale.h"
-#include "pictures/scaled_pictures.h"
+#include "pictures/sources/scaled_pictures.h"
 #include "platform/none/none_script.h"
 #include "platform/resource_table.h"
 

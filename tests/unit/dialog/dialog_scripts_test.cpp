@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "tests/support/dialog_recording.h"
-#include "tests/support/dialog_scripts.h"
+#include "tests/support/dialog/dialog_recording.h"
+#include "tests/support/dialog/dialog_scripts.h"
 
 class DialogScripts : public ::testing::TestWithParam<DialogScript> {};
 

@@ -5,10 +5,10 @@
 
 #include <cmath>
 
-#include "dialog/control_table.h"
-#include "dialog/picture_menus.h"
+#include "dialog/choices/picture_menus.h"
+#include "dialog/controls/control_table.h"
 #include "platform/none/none_script.h"
-#include "tests/support/dialog_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
 #include "tests/support/random_inputs.h"
 
 class MainDialog : public ::testing::Test {

@@ -3,8 +3,8 @@
 #include <cstdio>
 
 #include "platform/none/none_script.h"
-#include "tests/support/dialog_runs.h"
-#include "tests/support/dialog_user.h"
+#include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/dialog/dialog_user.h"
 
 struct DialogWindow {
   NoneWindow window;

@@ -6,11 +6,11 @@
 #include <cmath>
 #include <set>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "pictures/picture_surface.h"
 #include "platform/none/none_script.h"
 #include "platform/resource_access.h"
-#include "tests/support/dialog_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
 
 using Pixel = std::array<int32_t, 3>;
 

@@ -11,12 +11,12 @@
 #include <cstring>
 #include <string>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "dialog/dialog_scale.h"
 #include "hosts/substitute_host/host_state.h"
 #include "settings/setting_ranges.h"
-#include "tests/support/dialog_runs.h"
-#include "tests/support/host_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/hosts/host_runs.h"
 #include "tests/support/mask_families.h"
 
 // A relief, and texels of it in a hundred pixels.

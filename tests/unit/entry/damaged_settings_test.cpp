@@ -6,14 +6,14 @@
 #include <cstring>
 #include <limits>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "geometry/preview/preview_render.h"
 #include "geometry/row_machine.h"
 #include "geometry/row_requests.h"
 #include "platform/none/none_script.h"
 #include "settings/setting_ranges.h"
-#include "tests/support/dialog_runs.h"
-#include "tests/support/host_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/hosts/host_runs.h"
 #include "tests/support/random_inputs.h"
 
 static int32_t strangeNumber(TestRandom* random) {

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "entry/handles.h"
 #include "entry/session_record.h"
 #include "geometry/preview/preview_render.h"
@@ -18,8 +18,8 @@
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
 #include "settings/light_angles.h"
-#include "tests/support/dialog_runs.h"
-#include "tests/support/host_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/hosts/host_runs.h"
 
 class EntryPoint : public ::testing::Test {
  protected:

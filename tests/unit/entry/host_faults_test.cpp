@@ -9,12 +9,12 @@
 #include <set>
 #include <string>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "hosts/substitute_host/host_record.h"
 #include "platform/none/none_script.h"
-#include "tests/support/dialog_runs.h"
-#include "tests/support/heap_faults.h"
-#include "tests/support/host_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/hosts/heap_faults.h"
+#include "tests/support/hosts/host_runs.h"
 
 // What may come of a call that fails; kNoError: the run does without.
 using Results = std::set<int16_t>;

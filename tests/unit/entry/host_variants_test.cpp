@@ -9,8 +9,8 @@
 #include "entry/entry_point.h"
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
-#include "tests/support/heap_faults.h"
-#include "tests/support/host_runs.h"
+#include "tests/support/hosts/heap_faults.h"
+#include "tests/support/hosts/host_runs.h"
 
 constexpr int32_t kWidth = 53;
 constexpr int32_t kHeight = 38;

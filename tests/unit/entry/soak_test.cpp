@@ -7,10 +7,10 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "dialog/control_table.h"
+#include "dialog/controls/control_table.h"
 #include "dialog/dialog_scale.h"
 #include "platform/none/none_script.h"
-#include "tests/support/dialog_runs.h"
+#include "tests/support/dialog/dialog_runs.h"
 #include "tests/support/random_inputs.h"
 
 static int32_t times(int32_t few, int32_t many) {

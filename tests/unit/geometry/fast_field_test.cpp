@@ -11,8 +11,8 @@
 
 #include "geometry/field/fast_field.h"
 #include "tests/reference/reference_field.h"
-#include "tests/support/direct_render.h"
 #include "tests/support/field_run.h"
+#include "tests/support/hosts/direct_render.h"
 #include "tests/support/mask_families.h"
 #include "vector/cone_lanes.h"
 #include "vector/instruction_sets.h"

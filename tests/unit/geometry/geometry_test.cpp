@@ -10,7 +10,7 @@
 #include "geometry/field/height_field.h"
 #include "geometry/render_buffers.h"
 #include "geometry/texture_relief.h"
-#include "tests/support/session_fixture.h"
+#include "tests/support/hosts/session_fixture.h"
 
 TEST(ConeKernel, EffectiveRadius) {
   struct Expectation {

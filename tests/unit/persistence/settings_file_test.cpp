@@ -17,9 +17,9 @@
 #include "pictures/run_pictures.h"
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/hosts/heap_faults.h"
+#include "tests/support/hosts/session_fixture.h"
 #include "tests/support/random_inputs.h"
-#include "tests/support/session_fixture.h"
 #include "tests/support/written_settings.h"
 
 static std::string temporaryPath(const char* name) {

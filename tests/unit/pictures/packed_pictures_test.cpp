@@ -8,8 +8,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "pictures/packed_pictures.h"
-#include "resources/artwork/picture_packing.h"
+#include "pictures/sources/packed_pictures.h"
+#include "resources/artwork/drawing/picture_packing.h"
 #include "tests/support/random_inputs.h"
 
 // Grounds, edges, slopes and noise, and coverage of every kind.

@@ -15,8 +15,8 @@
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
 #include "services/random_numbers.h"
+#include "tests/support/hosts/session_fixture.h"
 #include "tests/support/random_inputs.h"
-#include "tests/support/session_fixture.h"
 
 static std::vector<uint8_t> randomRgb(int32_t width, int32_t height, uint64_t seed) {
   TestRandom random = {seed};

@@ -15,7 +15,7 @@
 #include "services/rectangle.h"
 #include "settings/effect_settings.h"
 #include "settings/random_values.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/hosts/heap_faults.h"
 
 TEST(Rectangles, BottomAndRightLieOutside) {
   Rectangle rect;

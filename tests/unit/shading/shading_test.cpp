@@ -13,7 +13,7 @@
 #include "shading/shade_row.h"
 #include "shading/spectral_tables.h"
 #include "shading/tarnish.h"
-#include "tests/support/session_fixture.h"
+#include "tests/support/hosts/session_fixture.h"
 
 using Weights = std::array<int32_t, 4>;
 
