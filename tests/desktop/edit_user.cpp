@@ -37,6 +37,14 @@ EditStep pressInDialog(const QString& button) {
 }
 
 // Takes the steps in turn; what does not come to its turn in time is closed and fails.
+// The window that told of the reading goes away with the first turn of the dialog's loop.
+static bool isBeforeOthers(const QWidget* window) {
+  for (const QWidget* other : QApplication::topLevelWidgets()) {
+    if (other != window && other->isVisible() && other->inherits("QProgressDialog")) return true;
+  }
+  return false;
+}
+
 class EditUser {
  public:
   explicit EditUser(const std::vector<EditStep>& steps) : steps_(steps) {
@@ -50,7 +58,7 @@ class EditUser {
  private:
   void look() {
     QWidget* window = QApplication::activeModalWidget();
-    if (window == nullptr || !window->isVisible() || acting_) return;
+    if (window == nullptr || acting_ || !window->isActiveWindow() || isBeforeOthers(window)) return;
     waited_ += kLook;
     const bool awaited =
         next_ < steps_.size() && (window->objectName() == steps_[next_].window ||

@@ -13,6 +13,11 @@ struct FileManager {
   const char* menuKey;
   int edit;  // how far from the menu's end
 };
+
+static std::ostream& operator<<(std::ostream& text, const FileManager& manager) {
+  return text << manager.program;
+}
+
 constexpr int kSettling = 3000;  // milliseconds until a window shows its files, or a menu
 constexpr int kAgain = 2;        // the same for several pictures
 

@@ -31,10 +31,12 @@ static void expectSame(const std::string& path) {
   }
 }
 
-// What is the core's alone and takes long here: history, sizes of pictures, draws.
-constexpr const char* kLeftOut[] = {"LongHistory", "UndoAndRedo", "Cancelling",     "Reopening",
-                                    "Randomizing", "Sizes",       "OpeningZoom",    "LargePicture",
-                                    "LightPads",   "WayOfTab",    "PartsOfPictures"};
+// What is the core's alone and takes long here: history, sizes of pictures, draws; and an alert
+// that comes before the window, after which Wine gives OK the keyboard at times.
+constexpr const char* kLeftOut[] = {"LongHistory", "UndoAndRedo",     "Cancelling",
+                                    "Reopening",   "Randomizing",     "Sizes",
+                                    "OpeningZoom", "LargePicture",    "LightPads",
+                                    "WayOfTab",    "PartsOfPictures", "HostsWithoutPreview"};
 
 // What the other kind of numbers or of calls could change.
 constexpr const char* kIn32Bits[] = {

@@ -27,6 +27,11 @@ add_executable(windows_scripts ${SCRIPTS_SOURCES}
   ${PROJECT_SOURCE_DIR}/resources/windows/dialogs.rc)
 set_target_properties(windows_scripts PROPERTIES CXX_EXTENSIONS ON LINKER_LANGUAGE CXX)
 target_include_directories(windows_scripts PRIVATE ${PROJECT_BINARY_DIR})
+# As the other tests: compiled to run once.
+target_precompile_headers(windows_scripts PRIVATE
+  "$<$<COMPILE_LANGUAGE:CXX>:<gtest/gtest.h$<ANGLE-R>>" "$<$<COMPILE_LANGUAGE:CXX>:<functional$<ANGLE-R>>")
+target_compile_options(windows_scripts PRIVATE
+  "$<$<COMPILE_LANGUAGE:CXX>:-O1;-Wno-array-bounds;-Wno-stringop-overflow>")
 target_link_libraries(windows_scripts PRIVATE morvalis_substitute_host morvalis_core
   morvalis_windows morvalis_core windows_gtest oleacc oleaut32 ole32)
 target_link_options(windows_scripts PRIVATE -static)
