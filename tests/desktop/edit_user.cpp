@@ -12,6 +12,7 @@
 
 constexpr int kLook = 10;         // milliseconds between two looks at the windows
 constexpr int kPatience = 20000;  // milliseconds for a step to come to its turn
+constexpr int kHasty = 500;       // milliseconds for a window to get the keyboard; some never do
 constexpr char kSeed[] = "7";
 
 EditTest::EditTest() {
@@ -58,7 +59,10 @@ class EditUser {
  private:
   void look() {
     QWidget* window = QApplication::activeModalWidget();
-    if (window == nullptr || acting_ || !window->isActiveWindow() || isBeforeOthers(window)) return;
+    if (window == nullptr || !window->isVisible() || acting_) return;
+    const bool ready = window->isActiveWindow() && !isBeforeOthers(window);
+    if (!ready && (settling_ += kLook) < kHasty) return;
+    settling_ = 0;
     waited_ += kLook;
     const bool awaited =
         next_ < steps_.size() && (window->objectName() == steps_[next_].window ||
@@ -80,6 +84,7 @@ class EditUser {
   std::vector<EditStep> steps_;
   size_t next_ = 0;
   int waited_ = 0;
+  int settling_ = 0;
   bool acting_ = false;
   QWidget* left_ = nullptr;
   QWidget* last_ = nullptr;  // that a step has been taken in; it may go by itself
