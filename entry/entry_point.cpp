@@ -24,10 +24,16 @@ static void enterSession(SessionRecord* session, FilterRecord* filter, int16_t* 
   *result = kNoError;
 }
 
-static void initialiseSession(SessionRecord* session, FilterRecord* filter, int16_t* result) {
+// Of a block, too: the host may have copied another one's bytes to where one was issued before.
+static uint64_t markOf(Handle handle) {
+  return loadMark() ^ reinterpret_cast<uintptr_t>(handle);
+}
+
+static void initialiseSession(SessionRecord* session, Handle handle, FilterRecord* filter,
+                              int16_t* result) {
   std::memset(session, 0, sizeof(*session));
   enterSession(session, filter, result);
-  session->loadMark = loadMark();
+  session->loadMark = markOf(handle);
   // A run whose dialog is never shown has to build its height field too.
   session->render.buildHeightField = 1;
   validateSettings(session);
@@ -70,8 +76,8 @@ static SessionRecord* keptSession(FilterRecord* filter, intptr_t slot, int16_t* 
   auto handle = reinterpret_cast<Handle>(slot);
   auto* session = static_cast<SessionRecord*>(lockHandle(filter, handle, /*moveHigh=*/true));
   if (session == nullptr) return nullptr;
-  if (session->loadMark != loadMark()) {
-    initialiseSession(session, filter, result);
+  if (session->loadMark != markOf(handle)) {
+    initialiseSession(session, handle, filter, result);
   } else {
     enterSession(session, filter, result);
   }
@@ -87,7 +93,7 @@ static SessionRecord* newSession(FilterRecord* filter, intptr_t* slot, int16_t* 
     disposeHandle(filter, handle);
     return nullptr;
   }
-  initialiseSession(session, filter, result);
+  initialiseSession(session, handle, filter, result);
   *slot = reinterpret_cast<intptr_t>(handle);
   return session;
 }

@@ -28,7 +28,7 @@ struct SessionRecord {
   int16_t* result;       // the host's result word, 0 for success; fresh at every call
   FilterRecord* filter;  // the host's filter record; fresh at every call
 
-  uint64_t loadMark;  // load of the module that the pointers in here belong to
+  uint64_t loadMark;  // load of the module, and block, that the pointers in here belong to
   RenderState render;
   ShadingTables shading;
   PatternState pattern;

@@ -98,6 +98,23 @@ TEST_F(EntryPoint, BlocksFromAnotherLoadLoseTheirPointers) {
   EXPECT_EQ(hostLedger().misuses, 0);
 }
 
+// A record of this load whose bytes the host has copied to where it keeps another one.
+TEST_F(EntryPoint, BlocksCopiedOverAnotherLoseTheirPointers) {
+  openHost({}, testPicture(20, 10, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  const intptr_t first = host().dataSlot;
+  SessionRecord* copy = hostSession();
+  host().dataSlot = 0;
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  std::memcpy(static_cast<void*>(copy), hostSession(), sizeof(SessionRecord));
+  auto* dead = reinterpret_cast<PictureSurface*>(0x10);
+  copy->pictures = {dead, dead};
+  copy->render.fastField.mask = reinterpret_cast<uint8_t*>(0x10);
+  host().dataSlot = first;
+  EXPECT_EQ(renderFilter(), 0);
+  EXPECT_EQ(hostLedger().misuses, 0);
+}
+
 // A lock that fails once costs that call and nothing else.
 TEST_F(EntryPoint, SlotThatCannotBeLockedStaysForTheNextCall) {
   openHost({}, testPicture(20, 10, 3), {});
