@@ -33,10 +33,7 @@ build=$1 folder=$2 seconds=$3
 mkdir -p "$folder"
 rm -f "$folder"/*.summary
 names=()
-for fuzzer in "$build"/*_fuzzer; do
-  name=$(basename "$fuzzer" _fuzzer)
-  if [[ $name != "${MORVALIS_FUZZER_LEFT_OUT:-}" ]]; then names+=("$name"); fi
-done
+for fuzzer in "$build"/*_fuzzer; do names+=("$(basename "$fuzzer" _fuzzer)"); done
 for name in "${names[@]}"; do mkdir -p "$folder/corpus/$name"; done
 "$build/morvalis_fuzz_seeds" "$folder/corpus"
 cp -n presets/*.q9q "$folder/corpus/settings_file/"
