@@ -109,6 +109,19 @@ struct WindowEvent {
   bool shift;
 };
 
+inline WindowEvent eventOf(WindowEventKind kind) {
+  WindowEvent event = {};
+  event.kind = kind;
+  return event;
+}
+
+inline WindowEvent commandEvent(int32_t id, int32_t notification = 0) {
+  WindowEvent event = eventOf(WindowEventKind::command);
+  event.id = id;
+  event.notification = notification;
+  return event;
+}
+
 // Handles one event; true when it made use of it (an unused key goes its usual way).
 using WindowProcedure = bool (*)(Window* window, const WindowEvent& event, void* context);
 

@@ -5,8 +5,7 @@
 #include "platform/windows/windows_api.h"
 
 void drawOnContext(const HostPicture& shown, int32_t row, int32_t column, void* context) {
-  BITMAPINFO info = {};
-  info.bmiHeader = {sizeof(info.bmiHeader), shown.width, -shown.height, 1, 32, 0, 0, 0, 0, 0, 0};
+  const BITMAPINFO info = rowsFromTop(shown.width, shown.height, 32);
   std::vector<uint32_t> pixels;
   const auto planes = static_cast<size_t>(shown.planes);
   for (size_t at = 0; at + planes <= shown.samples.size(); at += planes) {

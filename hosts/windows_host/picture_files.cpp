@@ -68,16 +68,6 @@ static HostPicture readNetpbm(const std::string& path) {
   return picture;
 }
 
-static BITMAPINFO descriptionOf(int32_t width, int32_t height) {
-  BITMAPINFO info = {};
-  info.bmiHeader.biSize = sizeof(info.bmiHeader);
-  info.bmiHeader.biWidth = width;
-  info.bmiHeader.biHeight = -height;  // rows from the top
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
-  return info;
-}
-
 static HostPicture readBitmap(const std::string& path) {
   auto bitmap = static_cast<HBITMAP>(
       LoadImageA(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION));
@@ -87,7 +77,7 @@ static HostPicture readBitmap(const std::string& path) {
   }
   std::vector<uint32_t> pixels(static_cast<size_t>(size.bmWidth) *
                                static_cast<size_t>(size.bmHeight));
-  BITMAPINFO info = descriptionOf(size.bmWidth, size.bmHeight);
+  BITMAPINFO info = rowsFromTop(size.bmWidth, size.bmHeight, 32);
   HDC context = CreateCompatibleDC(nullptr);
   GetDIBits(context, bitmap, 0, static_cast<UINT>(size.bmHeight), pixels.data(), &info,
             DIB_RGB_COLORS);
@@ -134,7 +124,7 @@ void writePicture(const std::string& path, const HostPicture& picture) {
 void writeBitmap(const std::string& path, int32_t width, int32_t height,
                  const std::vector<uint32_t>& pixels) {
   BITMAPFILEHEADER file = {};
-  BITMAPINFO info = descriptionOf(width, height);
+  BITMAPINFO info = rowsFromTop(width, height, 32);
   file.bfType = 0x4D42;  // "BM"
   file.bfOffBits = sizeof(file) + sizeof(info.bmiHeader);
   file.bfSize = file.bfOffBits + static_cast<DWORD>(pixels.size() * sizeof(pixels[0]));

@@ -171,8 +171,7 @@ void takeFile(HWND chooser, const std::string& path) {
 WindowShot shotOf(HWND window) {
   RECT client = {};
   GetClientRect(window, &client);
-  BITMAPINFO info = {};
-  info.bmiHeader = {sizeof(info.bmiHeader), client.right, -client.bottom, 1, 32, 0, 0, 0, 0, 0, 0};
+  BITMAPINFO info = rowsFromTop(client.right, client.bottom, 32);
   std::vector<uint32_t> pixels(static_cast<size_t>(client.right) *
                                static_cast<size_t>(client.bottom));
   // Its buttons are windows of their own.

@@ -108,12 +108,6 @@ void awaitRest(Window* window) {
 
 // --- Records --------------------------------------------------------------------------------
 
-WindowEvent eventOf(WindowEventKind kind) {
-  WindowEvent event = {};
-  event.kind = kind;
-  return event;
-}
-
 // Whole pixels come in divided by the ratio, and not quite whole when multiplied by it again.
 static int16_t coordinateOf(double position) {
   constexpr double kRounding = 1.0 / 64;
@@ -126,12 +120,6 @@ WindowEvent pointerIn(const Window& window, WindowEventKind kind, const QPointF&
   event.point = {coordinateOf(position.y() * window.ratio - window.frame),
                  coordinateOf(position.x() * window.ratio - window.frame)};
   event.shift = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
-  return event;
-}
-
-WindowEvent commandEvent(int32_t id) {
-  WindowEvent event = eventOf(WindowEventKind::command);
-  event.id = id;
   return event;
 }
 

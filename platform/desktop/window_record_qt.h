@@ -57,11 +57,8 @@ bool sendEvent(Window* window, const WindowEvent& event);
 // posted.
 bool sendInput(Window* window, const WindowEvent& event);
 
-WindowEvent eventOf(WindowEventKind kind);
-
 // From a position in the widget, frame and all.
 WindowEvent pointerIn(const Window& window, WindowEventKind kind, const QPointF& position);
-WindowEvent commandEvent(int32_t id);
 
 // Each hands the Qt event over in the window's own terms; true when the procedure has used it. A
 // mouse button that says nothing to windows counts as unused.

@@ -22,7 +22,7 @@ static void releaseButton(Window* window) {
   window->pressedInside = false;
   if (!inside) return;
   redrawItem(window, id);
-  sendEvent(window, commandEvent(id, 0));
+  sendEvent(window, commandEvent(id));
 }
 
 // A held button follows the pointer in and out of its rectangle.

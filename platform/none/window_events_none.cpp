@@ -120,7 +120,7 @@ void postMouseMove(Window* window, Point point) {
 }
 
 void postCommand(Window* window, int32_t id) {
-  postEvent(window, commandEvent(id, 0));
+  postEvent(window, commandEvent(id));
 }
 
 // There is nothing to wait for but what has been posted.

@@ -12,22 +12,9 @@ std::unique_ptr<Window> newWindow(int32_t width, int32_t height, WindowProcedure
   return window;
 }
 
-WindowEvent eventOf(WindowEventKind kind) {
-  WindowEvent event = {};
-  event.kind = kind;
-  return event;
-}
-
 WindowEvent pointerEvent(WindowEventKind kind, Point point) {
   WindowEvent event = eventOf(kind);
   event.point = point;
-  return event;
-}
-
-WindowEvent commandEvent(int32_t id, int32_t notification) {
-  WindowEvent event = eventOf(WindowEventKind::command);
-  event.id = id;
-  event.notification = notification;
   return event;
 }
 
@@ -86,7 +73,7 @@ void moveFocus(Window* window, int32_t id) {
 void cancelWindow(Window* window) {
   const int32_t cancel = window->content->cancelButton;
   if (cancel == 0) return endModalWindow(window, kDialogUnavailable);
-  sendEvent(window, commandEvent(cancel, 0));
+  sendEvent(window, commandEvent(cancel));
 }
 
 void dismissPopup(Window* owner) {

@@ -44,9 +44,7 @@ std::unique_ptr<Window> newWindow(int32_t width, int32_t height, WindowProcedure
 // procedure's answer; false when the window has ended.
 bool sendEvent(Window* window, const WindowEvent& event);
 
-WindowEvent eventOf(WindowEventKind kind);
 WindowEvent pointerEvent(WindowEventKind kind, Point point);
-WindowEvent commandEvent(int32_t id, int32_t notification);
 
 // The control that has this id, or the button under a point; null for none.
 const WindowControl* findControl(const Window* window, int32_t id);

@@ -29,12 +29,7 @@ static void packRows(uint8_t* pixels, int32_t width, int32_t height, size_t rowB
 }
 
 uint8_t* copyBitmapPixels(HBITMAP bitmap, int32_t width, int32_t height) {
-  BITMAPINFO info = {};
-  info.bmiHeader.biSize = sizeof(info.bmiHeader);
-  info.bmiHeader.biWidth = width;
-  info.bmiHeader.biHeight = -height;  // rows from the top
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = kBitsPerPixel;
+  BITMAPINFO info = rowsFromTop(width, height, kBitsPerPixel);
   const size_t rowBytes = (static_cast<size_t>(width) * 3 + 3) / 4 * 4;
   auto* pixels = static_cast<uint8_t*>(std::malloc(rowBytes * static_cast<size_t>(height)));
   if (pixels == nullptr) return nullptr;

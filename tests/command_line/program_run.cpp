@@ -57,21 +57,6 @@ QImage ProgramTest::apply(const QString& image, const QString& output,
   return QImageReader(path(output)).read();
 }
 
-QString ProgramTest::path(const QString& name) const {
-  return folder.filePath(name);
-}
-
-QByteArray ProgramTest::read(const QString& name) const {
-  QFile file(path(name));
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void ProgramTest::write(const QString& name, const QByteArray& contents) const {
-  QFile file(path(name));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  ASSERT_EQ(file.write(contents), contents.size());
-}
-
 void ProgramTest::save(const QImage& image, const QString& name) const {
   ASSERT_TRUE(image.save(path(name), nullptr, 100)) << name.toStdString();
 }

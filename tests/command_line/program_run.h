@@ -7,7 +7,8 @@
 #include <QImage>
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
+
+#include "tests/command_line/test_folder.h"
 
 struct RunResult {
   int exitCode;  // -1: ended by a signal, or not at all
@@ -16,7 +17,7 @@ struct RunResult {
 };
 
 // Every test gets an empty folder, in which the program runs.
-class ProgramTest : public testing::Test {
+class ProgramTest : public testing::Test, protected TestFolder {
  protected:
   ProgramTest();
   RunResult run(const QStringList& arguments) const;
@@ -26,14 +27,8 @@ class ProgramTest : public testing::Test {
   // apply with --quiet and a fixed seed, which has to succeed in silence; the result as it reads.
   QImage apply(const QString& image, const QString& output, const QStringList& more = {}) const;
 
-  QString path(const QString& name) const;
-  QByteArray read(const QString& name) const;
-  void write(const QString& name, const QByteArray& contents) const;
   void save(const QImage& image, const QString& name) const;
   QStringList files() const;  // all of the folder, hidden ones too
-
- private:
-  QTemporaryDir folder;
 };
 
 // 24 x 18 pixels, all different; with alpha: columns of 0, 128 and 255, colours under each.

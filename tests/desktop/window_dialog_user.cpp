@@ -15,7 +15,6 @@
 #include <QSettings>
 #include <QTimer>
 #include <QToolTip>
-#include <deque>
 #include <map>
 
 #include "dialog/controls/control_table.h"
@@ -25,6 +24,7 @@
 #include "platform/user_files.h"
 #include "tests/desktop/window_pointer.h"
 #include "tests/desktop/window_user.h"
+#include "tests/support/dialog/dialog_answers.h"
 #include "tests/support/dialog/dialog_user.h"
 
 struct DialogWindow {
@@ -224,9 +224,6 @@ std::string DialogUser::toolTip(int32_t id) {
   return text;
 }
 
-static int32_t alerts = 0;
-static int32_t sheets = 0;
-
 static const std::map<QAccessible::Role, const char*> kRoles = {
     {QAccessible::PushButton, "button"}, {QAccessible::Slider, "slider"},
     {QAccessible::CheckBox, "toggle"},   {QAccessible::ComboBox, "menu"},
@@ -273,26 +270,14 @@ std::string DialogUser::rowName() {
   return name;
 }
 
-int32_t DialogUser::shownSheets() {
-  return sheets;
-}
-
 std::string DialogUser::clipboard() {
   return QGuiApplication::clipboard()->text().toStdString();
 }
 
 // --- Answers --------------------------------------------------------------------------------
 
-static std::deque<std::string> fileAnswers;
-static std::deque<std::optional<std::array<uint8_t, 3>>> colorAnswers;
-static std::vector<std::string> chooserTitles;
-
 void resetDialogUser() {
-  fileAnswers.clear();
-  colorAnswers.clear();
-  chooserTitles.clear();
-  alerts = 0;
-  sheets = 0;
+  forgetAnswers();
   fixClock(1);
   passMilliseconds(0);
   QSettings("Quorrelin", "Morvalis").clear();
@@ -301,48 +286,22 @@ void resetDialogUser() {
   QGuiApplication::clipboard()->clear();
 }
 
-void answerFiles(const std::vector<std::string>& paths) {
-  fileAnswers.insert(fileAnswers.end(), paths.begin(), paths.end());
-}
-
-void answerColors(const std::vector<std::optional<std::array<uint8_t, 3>>>& colors) {
-  colorAnswers.insert(colorAnswers.end(), colors.begin(), colors.end());
-}
-
-std::vector<std::string> shownChoosers() {
-  return chooserTitles;
-}
-
-int32_t shownAlerts() {
-  return alerts;
-}
-
 void offerPicture(const std::string& path, int32_t width, int32_t height,
                   const std::vector<uint8_t>& rgb) {
   const QImage image(rgb.data(), width, height, 3 * width, QImage::Format_RGB888);
   ASSERT_TRUE(image.save(QString::fromStdString(path), "BMP"));
 }
 
-template <typename Answers>
-static auto nextAnswer(Answers* answers) {
-  typename Answers::value_type answer = {};
-  if (!answers->empty()) {
-    answer = answers->front();
-    answers->pop_front();
-  }
-  return answer;
-}
-
 static void answerFileDialog(QFileDialog* dialog) {
-  chooserTitles.push_back(dialog->windowTitle().toStdString());
-  const std::string path = nextAnswer(&fileAnswers);
+  noteChooser(dialog->windowTitle().toStdString());
+  const std::string path = nextFileAnswer();
   if (path.empty()) return dialog->reject();
   dialog->selectFile(QString::fromStdString(path));
   static_cast<QDialog*>(dialog)->accept();
 }
 
 static void answerColorDialog(QColorDialog* dialog) {
-  const auto color = nextAnswer(&colorAnswers);
+  const ColorAnswer color = nextColorAnswer();
   if (!color.has_value()) return dialog->reject();
   dialog->setCurrentColor(QColor((*color)[0], (*color)[1], (*color)[2]));
   dialog->accept();
@@ -387,7 +346,7 @@ class Player {
   static void answer(QDialog* window) {
     if (auto* file = qobject_cast<QFileDialog*>(window)) return answerFileDialog(file);
     if (auto* color = qobject_cast<QColorDialog*>(window)) return answerColorDialog(color);
-    ++(window->objectName() == "sheet" ? sheets : alerts);
+    window->objectName() == "sheet" ? noteSheet() : noteAlert();
     window->close();
   }
 

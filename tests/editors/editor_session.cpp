@@ -19,10 +19,10 @@ EditorTest::EditorTest() : environment(QProcessEnvironment::systemEnvironment())
   static char* arguments[] = {name, nullptr};
   static QCoreApplication application(count, arguments);
   for (const char* each : {"run", "data", "config", "state"}) {
-    QDir(folder_.path()).mkpath(each);
+    QDir(folder.path()).mkpath(each);
     QFile(path(each)).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   }
-  environment.insert("HOME", folder_.path());
+  environment.insert("HOME", folder.path());
   environment.insert("XDG_RUNTIME_DIR", path("run"));
   environment.insert("XDG_DATA_HOME", path("data"));
   environment.insert("XDG_CONFIG_HOME", path("config"));
@@ -56,22 +56,6 @@ bool EditorTest::hasModule(const QString& module) const {
   return exitCode == 0;
 }
 
-QString EditorTest::path(const QString& name) const {
-  return folder_.filePath(name);
-}
-
-QByteArray EditorTest::read(const QString& name) const {
-  QFile file(path(name));
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void EditorTest::write(const QString& name, const QByteArray& contents) const {
-  QDir().mkpath(QFileInfo(path(name)).path());
-  QFile file(path(name));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
-  ASSERT_EQ(file.write(contents), contents.size());
-}
-
 QImage EditorTest::picture(const QString& name) const {
   QImage image = QImage(path(name)).convertToFormat(QImage::Format_RGBA64);
   EXPECT_FALSE(image.isNull()) << name.toStdString();
@@ -80,7 +64,7 @@ QImage EditorTest::picture(const QString& name) const {
 
 void EditorTest::start(QProcess* process, const QString& program,
                        const QStringList& arguments) const {
-  process->setWorkingDirectory(folder_.path());
+  process->setWorkingDirectory(folder.path());
   process->setProcessEnvironment(environment);
   process->setProcessChannelMode(QProcess::MergedChannels);
   process->start(program, arguments);

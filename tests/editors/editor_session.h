@@ -9,10 +9,11 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 #include <functional>
 
-class EditorTest : public testing::Test {
+#include "tests/command_line/test_folder.h"
+
+class EditorTest : public testing::Test, protected TestFolder {
  protected:
   EditorTest();
   ~EditorTest() override;
@@ -22,9 +23,6 @@ class EditorTest : public testing::Test {
   // Whether the system's Python, which editors start, has a module.
   bool hasModule(const QString& module) const;
 
-  QString path(const QString& name) const;
-  QByteArray read(const QString& name) const;
-  void write(const QString& name, const QByteArray& contents) const;
   QImage picture(const QString& name) const;
 
   // Runs to its end and says what it said.
@@ -41,7 +39,6 @@ class EditorTest : public testing::Test {
   QProcessEnvironment environment;
 
  private:
-  QTemporaryDir folder_;
   QProcess screen_;
 };
 

@@ -32,21 +32,6 @@ GimpSession::GimpSession() : environment(QProcessEnvironment::systemEnvironment(
   environment.remove("WAYLAND_DISPLAY");
 }
 
-QString GimpSession::path(const QString& name) const {
-  return folder.filePath(name);
-}
-
-QByteArray GimpSession::read(const QString& name) const {
-  QFile file(path(name));
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void GimpSession::write(const QString& name, const QByteArray& contents) const {
-  QFile file(path(name));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
-  ASSERT_EQ(file.write(contents), contents.size());
-}
-
 QImage GimpSession::picture(const QString& name) const {
   QImage image = QImage(path(name)).convertToFormat(QImage::Format_RGBA64);
   image.setColorSpace({});  // GIMP says more about it

@@ -6,14 +6,12 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 
-struct GimpSession {
+#include "tests/command_line/test_folder.h"
+
+struct GimpSession : TestFolder {
   GimpSession();
 
-  QString path(const QString& name) const;
-  QByteArray read(const QString& name) const;
-  void write(const QString& name, const QByteArray& contents) const;
   QImage picture(const QString& name) const;
 
   // What GIMP says while it runs a script, without a screen. Everything it keeps for a user is in
@@ -25,7 +23,6 @@ struct GimpSession {
 
   void start(QProcess* process, const QString& program, const QStringList& arguments) const;
 
-  QTemporaryDir folder;
   QProcessEnvironment environment;
 };
 

@@ -11,6 +11,7 @@
 #include "persistence/settings_codec.h"
 #include "platform/none/none_script.h"
 #include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/hosts/bitmap_files.h"
 #include "tests/support/random_inputs.h"
 #include "tests/windows/dialog_actions.h"
 #include "tests/windows/wine_host.h"
@@ -47,8 +48,6 @@ class WindowsDialog : public ::testing::TestWithParam<int> {
   }
 
   void TearDown() override {
-    unsetenv("MORVALIS_SCALE");
-    setDialogScale(kPlainScale);
     closeHost();
   }
 
@@ -85,7 +84,6 @@ class WindowsDialog : public ::testing::TestWithParam<int> {
     for (size_t i = 0; i < here.size(); ++i) EXPECT_EQ(there[i], here[i]) << "byte " << i;
   }
 
-  void playEveryControl();
   void expectSameWindow(const std::string& shot);
   void expectSameMenu(const std::string& shot);
 
@@ -213,7 +211,8 @@ static DialogActions everyControl() {
   return actions;
 }
 
-void WindowsDialog::playEveryControl() {
+TEST_P(WindowsDialog, EveryControl) {
+  if (folder_.empty()) return;
   DialogActions actions = everyControl();
   actions.push_back({"button", {kOkButton}, ""});
   playThere(actions, {"--forget"});
@@ -231,18 +230,6 @@ void WindowsDialog::playEveryControl() {
     }
   }
   EXPECT_EQ(outputThere(), filteredPicture().samples);
-}
-
-TEST_P(WindowsDialog, EveryControl) {
-  if (!folder_.empty()) playEveryControl();
-}
-
-TEST_P(WindowsDialog, EveryControlAtTwiceTheSize) {
-  if (folder_.empty()) return;
-  setenv("MORVALIS_SCALE", "200", 1);
-  setDialogScale(200);
-  playEveryControl();
-  EXPECT_EQ(shots_["sliders.bmp"].width, 2 * kDialogWidth);
 }
 
 TEST_P(WindowsDialog, CancelPutsBackAndKeepsNothing) {

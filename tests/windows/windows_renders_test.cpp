@@ -11,6 +11,7 @@
 #include "persistence/settings_codec.h"
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
+#include "tests/support/hosts/bitmap_files.h"
 #include "tests/support/hosts/host_runs.h"
 #include "tests/support/random_inputs.h"
 #include "tests/windows/wine_host.h"

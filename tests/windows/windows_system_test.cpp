@@ -9,6 +9,7 @@
 
 #include "dialog/controls/control_table.h"
 #include "tests/support/dialog/dialog_runs.h"
+#include "tests/support/hosts/bitmap_files.h"
 #include "tests/windows/dialog_actions.h"
 #include "tests/windows/wine_host.h"
 

@@ -36,11 +36,5 @@ std::vector<uint8_t> readBytes(const std::string& path);
 void writePicture(const std::string& path, const HostPicture& picture);
 std::vector<uint8_t> readSamples(const std::string& path, size_t count);  // behind any header
 
-// Windows bitmaps of 24 bits, and of 8 bits with a palette of greys.
-void writeColourBitmap(const std::string& path, int32_t width, int32_t height,
-                       const std::vector<uint8_t>& rgb);
-void writeGreyBitmap(const std::string& path, int32_t width, int32_t height,
-                     const std::vector<uint8_t>& grey);
-
 // A bitmap of 32 bits as the host saves it: rows from the top, three bytes a pixel.
 HostPicture readShot(const std::string& path);

@@ -19,7 +19,7 @@ file(GLOB SCRIPTS_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.cpp
 set(SUPPORT ${PROJECT_SOURCE_DIR}/tests/support)
 set(WINDOWS_HOST ${PROJECT_SOURCE_DIR}/hosts/windows_host)
 add_executable(windows_scripts ${SCRIPTS_SOURCES}
-  ${SUPPORT}/hosts/host_pictures.cpp ${SUPPORT}/hosts/large_host.cpp ${SUPPORT}/written_settings.cpp
+  ${SUPPORT}/hosts/bitmap_files.cpp ${SUPPORT}/hosts/host_pictures.cpp ${SUPPORT}/hosts/large_host.cpp ${SUPPORT}/written_settings.cpp
   ${WINDOWS_HOST}/context_drawing.cpp ${WINDOWS_HOST}/dialog_readings.cpp
   ${WINDOWS_HOST}/kept_values.cpp ${WINDOWS_HOST}/picture_files.cpp
   ${WINDOWS_HOST}/user_thread.cpp

@@ -2,57 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
-
 #include "hosts/windows_host/user_thread.h"
 #include "platform/windows/window/window_record.h"
-#include "tests/support/dialog/dialog_user.h"
-
-using MaybeColor = std::optional<std::array<uint8_t, 3>>;
-
-static std::deque<std::string> fileAnswers;
-static std::deque<MaybeColor> colorAnswers;
-static std::vector<std::string> chooserTitles;
-static int32_t alerts = 0;
-static int32_t sheets = 0;
-
-void forgetAnswers() {
-  fileAnswers.clear();
-  colorAnswers.clear();
-  chooserTitles.clear();
-  alerts = 0;
-  sheets = 0;
-}
-
-void answerFiles(const std::vector<std::string>& paths) {
-  fileAnswers.insert(fileAnswers.end(), paths.begin(), paths.end());
-}
-
-void answerColors(const std::vector<MaybeColor>& colors) {
-  colorAnswers.insert(colorAnswers.end(), colors.begin(), colors.end());
-}
-
-std::vector<std::string> shownChoosers() {
-  return chooserTitles;
-}
-
-int32_t shownAlerts() {
-  return alerts;
-}
-
-int32_t DialogUser::shownSheets() {
-  return sheets;
-}
-
-template <typename Answers>
-static auto nextAnswer(Answers* answers) {
-  typename Answers::value_type answer = {};
-  if (!answers->empty()) {
-    answer = answers->front();
-    answers->pop_front();
-  }
-  return answer;
-}
+#include "tests/support/dialog/dialog_answers.h"
 
 // --- Kinds of dialogs -----------------------------------------------------------------------
 
@@ -91,8 +43,8 @@ static std::string pathHere(const std::string& path) {
 }
 
 static void answerFileChooser(HWND chooser) {
-  chooserTitles.push_back(captionOf(chooser));
-  const std::string path = pathHere(nextAnswer(&fileAnswers));
+  noteChooser(captionOf(chooser));
+  const std::string path = pathHere(nextFileAnswer());
   if (path.empty()) return dismiss(chooser, WM_COMMAND, IDCANCEL);
   takeFile(chooser, path);
 }
@@ -101,7 +53,7 @@ static void answerFileChooser(HWND chooser) {
 constexpr int kRedField = 706;
 
 static void answerColorChooser(HWND chooser) {
-  const MaybeColor color = nextAnswer(&colorAnswers);
+  const ColorAnswer color = nextColorAnswer();
   if (!color.has_value()) return dismiss(chooser, WM_COMMAND, IDCANCEL);
   settle();
   for (int channel = 0; channel < 3; ++channel) {
@@ -121,6 +73,6 @@ void answerNextDialog() {
   }
   if (nameFieldOf(window) != nullptr) return answerFileChooser(window);
   if (GetDlgItem(window, kRedField) != nullptr) return answerColorChooser(window);
-  ++(captionOf(window) == "Keys and mouse" ? sheets : alerts);
+  captionOf(window) == "Keys and mouse" ? noteSheet() : noteAlert();
   dismiss(window, WM_CLOSE, 0);
 }

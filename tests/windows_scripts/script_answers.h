@@ -7,5 +7,3 @@ void answerNextDialog();
 
 // Whether one is open, and can be seen.
 bool isDialogToAnswer();
-
-void forgetAnswers();

@@ -7,6 +7,7 @@
 #include "hosts/windows_host/kept_values.h"
 #include "platform/clock.h"
 #include "platform/windows/window/window_record.h"
+#include "tests/support/dialog/dialog_answers.h"
 #include "tests/support/dialog/dialog_user.h"
 #include "tests/windows_scripts/script_answers.h"
 #include "tests/windows_scripts/script_window.h"

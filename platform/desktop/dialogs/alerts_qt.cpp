@@ -2,72 +2,40 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <cstdio>
 
 #include "platform/desktop/dialogs/alert_dialog_qt.h"
 #include "platform/desktop/dialogs/letters_qt.h"
 #include "platform/desktop/session_state.h"
-#include "platform/unix/program_session.h"
-
-constexpr int32_t kCancelButton = 1;  // the number of every alert's Cancel
-
-static int32_t alertCount = 0;
-
-int32_t reportedAlerts() {
-  return alertCount;
-}
-
-// A text of several lines becomes one.
-static void printText(const char* text) {
-  for (const char* at = text; *at != '\0'; ++at) {
-    std::fputc(*at == '\n' || *at == '\r' ? ' ' : *at, stderr);
-  }
-}
+#include "platform/unix/text_alerts.h"
 
 bool programHasWindows() {
   return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 }
 
-static void reportMessage(const char* caption, const char* text) {
-  printText(caption);
-  std::fputs(": ", stderr);
-  printText(text);
-  std::fputc('\n', stderr);
-}
-
-static void reportAlert(const AlertContent& content) {
-  printText(content.title);
-  for (int32_t i = 0; i < content.textCount; ++i) {
-    std::fputs(i == 0 ? ": " : " ", stderr);
-    printText(content.texts[i].text);
-  }
-  std::fputc('\n', stderr);
-}
-
 void showPlatformMessage(const char* caption, const char* text) {
-  ++alertCount;
-  if (!programHasWindows()) return reportMessage(caption, text);
+  countAlert();
+  if (!programHasWindows()) return printMessage(caption, text);
   try {
     QMessageBox box(QMessageBox::Critical, QString::fromUtf8(caption), QString::fromUtf8(text));
     enlargeLetters(&box);
     box.exec();
   } catch (...) {
-    reportMessage(caption, text);  // out of memory
+    printMessage(caption, text);  // out of memory
   }
 }
 
 // A program without windows reports on standard error and goes on as if Cancel had been pressed.
 int32_t showPlatformAlert(const AlertContent& content) {
-  ++alertCount;
+  countAlert();
   if (!programHasWindows()) {
-    reportAlert(content);
-    return kCancelButton;
+    printAlert(content);
+    return kAlertCancelButton;
   }
   try {
     return runAlertDialog(content);
   } catch (...) {
-    reportAlert(content);  // out of memory
-    return kCancelButton;
+    printAlert(content);  // out of memory
+    return kAlertCancelButton;
   }
 }
 

@@ -7,12 +7,7 @@ constexpr uint16_t kBitsPerPixel = 32;
 
 bool makeSurface(Surface* surface, int32_t width, int32_t height) {
   *surface = {};
-  BITMAPINFO info = {};
-  info.bmiHeader.biSize = sizeof(info.bmiHeader);
-  info.bmiHeader.biWidth = width;
-  info.bmiHeader.biHeight = -height;  // rows from the top
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = kBitsPerPixel;
+  const BITMAPINFO info = rowsFromTop(width, height, kBitsPerPixel);
   void* pixels = nullptr;
   HDC context = CreateCompatibleDC(nullptr);
   HBITMAP bitmap = CreateDIBSection(context, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);

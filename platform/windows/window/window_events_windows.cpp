@@ -50,19 +50,6 @@ static bool isDown(int virtualKey) {
   return (GetKeyState(virtualKey) & 0x8000) != 0;
 }
 
-WindowEvent eventOf(WindowEventKind kind) {
-  WindowEvent event = {};
-  event.kind = kind;
-  return event;
-}
-
-WindowEvent commandEvent(int32_t id, int32_t notification) {
-  WindowEvent event = eventOf(WindowEventKind::command);
-  event.id = id;
-  event.notification = notification;
-  return event;
-}
-
 static WindowEvent pointerEvent(WindowEventKind kind, LPARAM position) {
   WindowEvent event = eventOf(kind);
   event.point = {static_cast<int16_t>(HIWORD(position)), static_cast<int16_t>(LOWORD(position))};

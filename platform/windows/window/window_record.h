@@ -56,9 +56,6 @@ bool deliverEvent(Window* window, const WindowEvent& event);
 // Does with a control what a click on it does, as soon as no message is in progress.
 constexpr UINT kUseMessage = WM_APP + 1;  // the control's id
 
-WindowEvent eventOf(WindowEventKind kind);
-WindowEvent commandEvent(int32_t id, int32_t notification);
-
 // Turns a mouse message of a window into an event and hands it over; false for other messages.
 bool sendMouseMessage(Window* window, UINT message, WPARAM wParam, LPARAM lParam);
 
