@@ -78,7 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   callSelector(kSelectorParameters);
   if ((shape & 16) == 0) takeReliefAway();
   if (callSelector(kSelectorPrepare) == 0) renderFilter();
-  if (hostLedger().misuses != 0 || hostLedger().buffers != 0) std::abort();
+  finishAndCheck();
   closeHost();
   return 0;
 }

@@ -1,8 +1,6 @@
 // A host that does as it likes: any services, any settings block, any order of calls, any rectangle
 // and planes. Whatever comes, the module answers and gives back the buffers of a run that it ended.
 
-#include <cstdlib>
-
 #include "entry/handles.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/fuzz_runs.h"
@@ -54,7 +52,7 @@ static void scrambleSettings(FuzzInput* input) {
 
 static void scrambleRecord(FuzzInput* input) {
   FilterRecord* record = hostRecord();
-  record->filterRect = take<Rectangle>(input);
+  record->filterRect = takeRectangle(input);
   record->imageSize = take<Point>(input);
   record->planes = static_cast<int16_t>(takeBetween(input, -1, 5));
   record->imageMode = static_cast<int16_t>(takeBetween(input, 0, 4));
@@ -93,7 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
         break;
     }
   }
-  if (hostLedger().misuses != 0) std::abort();
+  finishAndCheck();
   if (switches.handleSuite != SuiteOffer::usable) freeOwnHandles();
   closeHost();
   return 0;

@@ -1,7 +1,5 @@
 // Any recorded script, from a host whose services fail and whose record changes while it is asked.
 
-#include <cstdlib>
-
 #include "fuzz/fuzz_input.h"
 #include "fuzz/fuzz_runs.h"
 #include "hosts/substitute_host/substitute_host.h"
@@ -46,7 +44,7 @@ static void changeRecord(FuzzInput* input) {
       record->planes = static_cast<int16_t>(takeBetween(input, -1, 5));
       break;
     case 2:
-      record->filterRect = take<Rectangle>(input);
+      record->filterRect = takeRectangle(input);
       break;
     case 3:
       record->haveMask = take<uint8_t>(input) & 1;
@@ -90,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
     if (hostRecord()->parameters != nullptr) settings = hostRecord()->parameters;
     hostRecord()->parameters = settings;
   }
-  if (hostLedger().misuses != 0) std::abort();
+  finishAndCheck();
   closeHost();
   return 0;
 }

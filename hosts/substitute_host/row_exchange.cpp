@@ -96,8 +96,8 @@ static int16_t deliver(const RowRequest& request, DeliveredRows* rows) {
 
 static int16_t deliverMask() {
   FilterRecord& record = *host().record;
-  // Without a mask its rectangle is not even read.
-  if (record.haveMask == 0 || !host().switches.deliverMask) return kNoError;
+  // Without a mask its rectangle is not even read, whatever the record tells.
+  if (record.haveMask == 0 || !host().switches.deliverMask || host().mask.empty()) return kNoError;
   if (!host().switches.maskBeyondOutput && !isEmptyRect(record.outRect)) {
     Rectangle* rect = &record.maskRect;
     rect->top = std::max(rect->top, record.outRect.top);
