@@ -29,7 +29,6 @@ static const WindowTemplate kWindow = {"PROBE",   "Probe", kWidth, kHeight,
 static const WindowTemplate kBare = {"BARE", "Bare", 30, 20, nullptr, 0, 0, 0};
 
 constexpr QPoint kOnOk(60, 15);
-constexpr QPoint kOnCancel(60, 35);
 constexpr QPoint kOnArea(5, 6);
 
 using Events = std::vector<std::string>;
