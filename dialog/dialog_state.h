@@ -36,6 +36,8 @@ struct DialogState {
   int32_t wheelControl;  // slider under the pointer
   bool showsSource;      // the untouched picture stands in the preview
   uint8_t* keptPreview;  // the render that it stands in for; null: none could be kept
+  size_t keptRowLength;  // bytes
+  int32_t keptHeight;    // rows
   SettingsSnapshot snapshot;
   UndoHistory undo;
   TypedNumber typed;

@@ -108,6 +108,20 @@ static void runSelector(int16_t selector, SessionRecord* session) {
   unlockSettings(session);
 }
 
+// A session and the host's callbacks serve one call at a time. A thread that comes in while another
+// one is inside is sent away; one that comes in again, out of a callback, is let in to other
+// sessions.
+static std::atomic<uintptr_t> threadInside = 0;
+static int32_t callsInside = 0;  // of that thread
+
+// Whether the call comes out of a callback of another one for the same session, which the host
+// waits for: the session is locked, and its settings are in use.
+static bool isBusy(intptr_t slot) {
+  const auto handle = reinterpret_cast<Handle>(slot);
+  const auto* session = static_cast<const SessionRecord*>(*handle);
+  return session != nullptr && session->loadMark == markOf(handle) && session->busy != 0;
+}
+
 static void enterModule(int16_t selector, void* parameterBlock, intptr_t* dataSlot,
                         int16_t* result) {
   if (selector == kSelectorAbout) return doAbout(static_cast<AboutRecord*>(parameterBlock));
@@ -116,21 +130,24 @@ static void enterModule(int16_t selector, void* parameterBlock, intptr_t* dataSl
     *result = kFilterBadParameters;
     return;
   }
-  SessionRecord* session = slotHoldsSession(filter, *dataSlot)
-                               ? keptSession(filter, *dataSlot, result)
-                               : newSession(filter, dataSlot, result);
+  const bool kept = slotHoldsSession(filter, *dataSlot);
+  if (kept && callsInside > 1 && isBusy(*dataSlot)) {
+    *result = kFilterBadParameters;
+    return;
+  }
+  SessionRecord* session =
+      kept ? keptSession(filter, *dataSlot, result) : newSession(filter, dataSlot, result);
   if (session == nullptr) {
     *result = kMemoryFull;
     return;
   }
+  // The host may put something else into its slot before the call has ended.
+  const auto handle = reinterpret_cast<Handle>(*dataSlot);
+  session->busy = 1;
   runSelector(selector, session);
-  unlockHandle(filter, reinterpret_cast<Handle>(*dataSlot));
+  session->busy = 0;
+  unlockHandle(filter, handle);
 }
-
-// A session and the host's callbacks serve one call at a time. A thread that comes in while another
-// one is inside is sent away; one that comes in again, out of a callback, is let in.
-static std::atomic<uintptr_t> threadInside = 0;
-static int32_t callsInside = 0;  // of that thread
 
 static bool beginCall() {
   const uintptr_t thread = currentThread();

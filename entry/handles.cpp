@@ -21,13 +21,18 @@ bool hostHandlesUsable(const HandleProcs* handleProcs) {
          handleProcs->getSizeProc != nullptr && handleProcs->setSizeProc != nullptr;
 }
 
+// Of the host's own: it may begin to offer its suite, or cease to, while a handle lives.
+static bool isHostHandle(const FilterRecord* filter, Handle handle) {
+  return hostHandlesUsable(filter->handleProcs) && !isModuleHandle(handle);
+}
+
 Handle newHandle(const FilterRecord* filter, int32_t bytes) {
   if (hostHandlesUsable(filter->handleProcs)) return filter->handleProcs->newProc(bytes);
   return newModuleHandle(bytes);
 }
 
 void disposeHandle(const FilterRecord* filter, Handle handle) {
-  if (hostHandlesUsable(filter->handleProcs)) {
+  if (isHostHandle(filter, handle)) {
     filter->handleProcs->disposeProc(handle);
   } else {
     disposeModuleHandle(handle);
@@ -36,17 +41,17 @@ void disposeHandle(const FilterRecord* filter, Handle handle) {
 
 void* lockHandle(const FilterRecord* filter, Handle handle, bool moveHigh) {
   const HandleProcs* procs = filter->handleProcs;
-  if (!hostHandlesUsable(procs)) return isModuleHandle(handle) ? *handle : nullptr;
+  if (!isHostHandle(filter, handle)) return isModuleHandle(handle) ? *handle : nullptr;
   return procs->lockProc != nullptr ? procs->lockProc(handle, moveHigh ? 1 : 0) : *handle;
 }
 
 void unlockHandle(const FilterRecord* filter, Handle handle) {
   const HandleProcs* procs = filter->handleProcs;
-  if (hostHandlesUsable(procs) && procs->unlockProc != nullptr) procs->unlockProc(handle);
+  if (isHostHandle(filter, handle) && procs->unlockProc != nullptr) procs->unlockProc(handle);
 }
 
 bool handleMayHold(const FilterRecord* filter, Handle handle, int32_t bytes) {
-  if (!hostHandlesUsable(filter->handleProcs)) return moduleHandleSize(handle) >= bytes;
+  if (!isHostHandle(filter, handle)) return moduleHandleSize(handle) >= bytes;
   const int32_t size = filter->handleProcs->getSizeProc(handle);
   return size <= 0 || size >= bytes;
 }

@@ -97,6 +97,12 @@ static bool exchangeRows(SessionRecord* session) {
   return *session->result == kNoError;
 }
 
+// What the run is for: later requests and buffers follow it.
+static void noteRecord(SessionRecord* session) {
+  session->render.renderedRect = session->filter->filterRect;
+  session->render.renderedPlanes = session->filter->planes;
+}
+
 static void startFinalRender(SessionRecord* session) {
   EffectSettings* settings = settingsOf(session);
   RenderState* render = &session->render;
@@ -104,8 +110,7 @@ static void startFinalRender(SessionRecord* session) {
   settings->previewMode = 0;
   freePreviewRender(session);
   lightAngles(settings);
-  render->renderedRect = filter->filterRect;
-  render->renderedPlanes = filter->planes;
+  noteRecord(session);
   setGeometry(session, filter->filterRect, 1);
   renderSetUp(session);
   if (*session->result != kNoError) return endRun(session);
@@ -138,6 +143,7 @@ void doStart(SessionRecord* session) {
   if (!allocateRun(session)) return endRun(session);
   if (isEmptyRect(filter->filterRect)) return endRun(session);  // there is nothing to do
   if (!createPictures(session)) return endRun(session);
+  noteRecord(session);
   if (!dialogConfirmed(session)) return endRun(session);
   startFinalRender(session);
 }

@@ -36,6 +36,7 @@ struct SessionRecord {
   SessionDialog dialog;
   Handle lockedSettings;     // parameter handle locked for the current call, null for none
   EffectSettings* settings;  // its block, which stays in place whatever the host does to the record
+  int32_t busy;              // 1 while a call is inside
 };
 
 // Whether the render in progress is the dialog's preview.

@@ -22,7 +22,7 @@ static void actInPopup(NoneWindow popup, FuzzInput* input) {
   popup.move(point);
 }
 
-// Save is left out: it writes files.
+// Save by its button is left out: it writes files.
 static void act(NoneWindow& window, FuzzInput* input) {
   constexpr int32_t kSave = 61;
   if (window.hasPopup()) return actInPopup(window.popup(), input);

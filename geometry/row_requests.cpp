@@ -92,6 +92,10 @@ static bool isRefusal(int16_t error) {
 void requestPreviewImage(SessionRecord* session, int32_t factor) {
   FilterRecord* filter = session->filter;
   PreviewState* preview = &session->render.preview;
+  if (!recordStands(session)) {
+    *session->result = kFilterBadParameters;
+    return;
+  }
   const int32_t reduction = std::clamp(factor, 1, int32_t{INT16_MAX});
   const int32_t rate = reduction * kFixedOne;
   const Rectangle frame = previewRect(session, reduction);

@@ -9,6 +9,9 @@ self=$PWD/scripts/run_fuzzers.sh
 
 runOne() {  # NAME BUILD FOLDER SECONDS
   local name=$1 log=$3/$1.log corpus=$3/corpus/$1 code=0 executions input
+  # The dialog's may save what it has made, under the name that the chooser gives it.
+  mkdir -p "$3/saved"
+  cd "$3/saved"
   # A rectangle may want gigabytes: the system has no more than 500 MB for a block.
   ASAN_OPTIONS=allocator_may_return_null=1:max_allocation_size_mb=500 \
     "$2/${name}_fuzzer" "$corpus" -max_total_time="$4" -max_len=4096 -timeout=20 \
@@ -24,13 +27,13 @@ runOne() {  # NAME BUILD FOLDER SECONDS
   return "$code"
 }
 
-if [[ ${1:-} == --one ]]; then
+if [[ ${1:-} == --one ]]; then  # all paths from the root on
   runOne "${@:2}"
   exit
 fi
 
-build=$1 folder=$2 seconds=$3
-mkdir -p "$folder"
+mkdir -p "$2"
+build=$(realpath "$1") folder=$(realpath "$2") seconds=$3
 rm -f "$folder"/*.summary
 names=()
 for fuzzer in "$build"/*_fuzzer; do names+=("$(basename "$fuzzer" _fuzzer)"); done

@@ -22,7 +22,9 @@ static void mendKeptBlock(EffectSettings* settings) {
 
 // Locks the handle for this call; false when the host cannot.
 static bool holdSettings(SessionRecord* session, Handle handle) {
-  if (lockHandle(session->filter, handle, /*moveHigh=*/true) == nullptr || *handle == nullptr) {
+  const void* block = lockHandle(session->filter, handle, /*moveHigh=*/true);
+  if (block == nullptr || *handle == nullptr) {
+    if (block != nullptr) unlockHandle(session->filter, handle);
     *session->result = kMemoryFull;
     return false;
   }

@@ -86,10 +86,17 @@ bool hostRows(const SessionRecord* session, HostRows* rows) {
   rows->inStep = filter->inHiPlane - filter->inLoPlane + 1;
   rows->outStep = filter->outHiPlane - filter->outLoPlane + 1;
   rows->grey = filter->planes < 3;
-  // Hosts may cut either rectangle.
+  // Hosts may cut either rectangle, and make neither larger than was asked for.
   rows->width = std::min({filter->outRect.right - filter->outRect.left,
                           filter->inRect.right - filter->inRect.left,
                           render.renderWidth - render.preview.place.columnsBefore});
+  if (preview) {
+    const Rectangle& asked = render.preview.frame;  // empty: by another way
+    if (!isEmptyRect(asked)) rows->width = std::min(rows->width, asked.right - asked.left);
+    const int32_t height = std::min(filter->outRect.bottom - filter->outRect.top,
+                                    filter->inRect.bottom - filter->inRect.top);
+    if (r < 0 || r >= height) return false;
+  }
   const int32_t needed = rows->grey ? 1 : 3;
   return rows->inStep >= needed && rows->outStep >= needed;
 }

@@ -92,12 +92,23 @@ void startPreview(DialogState* dialog) {
   }
 }
 
+// Of the output, no more than was asked for: a host may change its rectangle, not what it holds.
+static int32_t outputWidth(const SessionRecord* session) {
+  const int32_t asked = widthOf(session->render.preview.frame);
+  return std::clamp(widthOf(session->filter->outRect), 0, std::max(asked, 0));
+}
+static int32_t outputHeight(const SessionRecord* session) {
+  const int32_t asked = heightOf(session->render.preview.frame);
+  return std::clamp(heightOf(session->filter->outRect), 0, std::max(asked, 0));
+}
+
 // Zero-based: with the bounds of the requested rectangle real hosts shift the picture and read past
 // its end once it is panned.
 static void displayHostPixels(DialogState* dialog, int32_t row, int32_t column) {
   const FilterRecord* filter = dialog->session->filter;
   if (filter->displayPixels == nullptr || filter->outData == nullptr) return;
-  const HostRectangle32 bounds = {0, 0, heightOf(filter->outRect), widthOf(filter->outRect)};
+  const HostRectangle32 bounds = {0, 0, outputHeight(dialog->session),
+                                  outputWidth(dialog->session)};
   PSPixelMap map = {};
   map.version = 1;
   map.bounds = bounds;
@@ -121,9 +132,8 @@ void drawPreview(DialogState* dialog, bool erase) {
             {narrowed(inner.top - pen()), narrowed(inner.left - pen()),
              narrowed(inner.bottom + pen() - 1), narrowed(inner.right + pen() - 1)},
             kBlack, kBlack);
-  const Rectangle& out = dialog->session->filter->outRect;
-  displayHostPixels(dialog, (area.top + area.bottom - heightOf(out)) / 2,
-                    (area.left + area.right - widthOf(out)) / 2);
+  displayHostPixels(dialog, (area.top + area.bottom - outputHeight(dialog->session)) / 2,
+                    (area.left + area.right - outputWidth(dialog->session)) / 2);
   dialog->canvas.clip = clip;
   presentArea(dialog, area);
 }
@@ -215,8 +225,8 @@ static void copySourceToOutput(DialogState* dialog) {
   const int32_t samples = step < 3 ? 1 : 3;
   if (filter->inData == nullptr || filter->outData == nullptr || step < 1) return;
   const PreviewPlace& place = dialog->session->render.preview.place;
-  const int32_t width = std::min(widthOf(filter->outRect), widthOf(filter->inRect));
-  const int32_t height = std::min(heightOf(filter->inRect), heightOf(filter->outRect));
+  const int32_t width = std::min(outputWidth(dialog->session), widthOf(filter->inRect));
+  const int32_t height = std::min(outputHeight(dialog->session), heightOf(filter->inRect));
   for (int32_t y = 0; y < height; ++y) {
     const uint8_t* in = filter->inData + int64_t{y} * filter->inRowBytes;
     uint8_t* out = filter->outData + int64_t{y} * filter->outRowBytes;
@@ -281,15 +291,16 @@ void stepPan(DialogState* dialog, int32_t right, int32_t down, bool end) {
 // --- The untouched picture ------------------------------------------------------------------
 
 // The host's output without the gaps between its rows.
-static size_t outputRowLength(const FilterRecord* filter) {
+static size_t outputRowLength(const SessionRecord* session) {
+  const FilterRecord* filter = session->filter;
   const int32_t step = filter->outHiPlane - filter->outLoPlane + 1;
-  return static_cast<size_t>(std::max(widthOf(filter->outRect), 0)) *
-         static_cast<size_t>(std::max(step, 0));
+  return static_cast<size_t>(outputWidth(session)) * static_cast<size_t>(std::max(step, 0));
 }
 
-static uint8_t* copyOfOutput(const FilterRecord* filter) {
-  const size_t length = outputRowLength(filter);
-  const int32_t height = heightOf(filter->outRect);
+static uint8_t* copyOfOutput(const SessionRecord* session) {
+  const FilterRecord* filter = session->filter;
+  const size_t length = outputRowLength(session);
+  const int32_t height = outputHeight(session);
   if (filter->outData == nullptr || height <= 0) return nullptr;
   auto* copy = static_cast<uint8_t*>(newModuleBlock(length * static_cast<size_t>(height)));
   if (copy == nullptr) return nullptr;
@@ -300,26 +311,35 @@ static uint8_t* copyOfOutput(const FilterRecord* filter) {
   return copy;
 }
 
-static void putOutputBack(const FilterRecord* filter, const uint8_t* copy) {
-  const size_t length = outputRowLength(filter);
-  for (int32_t y = 0; y < heightOf(filter->outRect); ++y) {
-    uint8_t* row = filter->outData + int64_t{y} * filter->outRowBytes;
-    std::memcpy(row, copy + length * static_cast<size_t>(y), length);
+// False when the host has changed its output since.
+static bool putOutputBack(const DialogState* dialog) {
+  const FilterRecord* filter = dialog->session->filter;
+  const size_t length = dialog->keptRowLength;
+  if (dialog->keptPreview == nullptr || filter->outData == nullptr ||
+      outputRowLength(dialog->session) != length ||
+      outputHeight(dialog->session) != dialog->keptHeight) {
+    return false;
   }
+  for (int32_t y = 0; y < dialog->keptHeight; ++y) {
+    uint8_t* row = filter->outData + int64_t{y} * filter->outRowBytes;
+    std::memcpy(row, dialog->keptPreview + length * static_cast<size_t>(y), length);
+  }
+  return true;
 }
 
 void showSource(DialogState* dialog) {
   if (settingsOf(dialog)->hostDrawsPreview != 1 || dialog->showsSource) return;
   dialog->showsSource = true;
-  dialog->keptPreview = copyOfOutput(dialog->session->filter);
+  dialog->keptPreview = copyOfOutput(dialog->session);
+  dialog->keptRowLength = outputRowLength(dialog->session);
+  dialog->keptHeight = outputHeight(dialog->session);
   copySourceToOutput(dialog);
   drawPreview(dialog, /*erase=*/false);
 }
 
 void hideSource(DialogState* dialog) {
   if (!dialog->showsSource) return;
-  if (dialog->keptPreview == nullptr) return renderPreview(dialog);
-  putOutputBack(dialog->session->filter, dialog->keptPreview);
+  if (!putOutputBack(dialog)) return renderPreview(dialog);
   forgetSource(dialog);
   drawPreview(dialog, /*erase=*/false);
 }

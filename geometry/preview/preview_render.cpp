@@ -160,6 +160,7 @@ static void run(SessionRecord* session, bool quick) {
     showStringAlert(kPreviewUnavailableString);
     return;
   }
+  if (!recordStands(session)) *session->result = kFilterBadParameters;
   if (*session->result != kNoError) {
     showAlert(kNotEnoughMemoryAlert);
     return;

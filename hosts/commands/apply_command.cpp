@@ -106,6 +106,15 @@ static void checkImages(const std::vector<std::string>& images) {
   }
 }
 
+// Besides the pictures themselves.
+static std::vector<std::string> otherPictures(const ApplyOptions& options) {
+  std::vector<std::string> files = {options.effect.environment, options.effect.texture};
+  for (const std::string& image : options.images) {
+    files.push_back(withName(options.mask.mask, image));
+  }
+  return files;
+}
+
 int runApplyCommand(const ApplyOptions& given) {
   ApplyOptions options = given;
   options.mask.enlarged = parseSupersample(options.supersample);
@@ -113,7 +122,8 @@ int runApplyCommand(const ApplyOptions& given) {
   const int jobs = parseJobs(options.jobs);
   checkImages(options.images);
   const std::vector<std::string> outputs =
-      outputNames(options.images, options.output, options.keep);
+      outputNames(options.images, otherPictures(options), options.output, options.keep);
+  if (options.keep) replaceNothing();
   parseSaving(options.saving);
   parseFrame(options.frame);
   checkMaskOptions(options.mask);

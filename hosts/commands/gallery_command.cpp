@@ -67,6 +67,10 @@ static void checkPicture(const GalleryOptions& options) {
   });
 }
 
+static bool isSameSize(const HostPicture& a, const HostPicture& b) {
+  return a.width == b.width && a.height == b.height;
+}
+
 static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_t seed, int jobs,
                                           const std::vector<std::string>& presets) {
   checkPicture(options);
@@ -88,7 +92,12 @@ static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_
   const std::vector<bool> done = runInChildren(work);
   std::vector<SheetCell> cells;
   for (size_t i = 0; i < done.size(); ++i) {
-    if (done[i]) cells.push_back({bareName(presets[i]), loadPicture(cellFile(i)).colors});
+    if (!done[i]) continue;
+    HostPicture cell = loadPicture(cellFile(i)).colors;
+    // Each has read the picture anew, which may have been replaced meanwhile.
+    if (cells.empty() || isSameSize(cell, cells[0].picture)) {
+      cells.push_back({bareName(presets[i]), std::move(cell)});
+    }
   }
   return cells;
 }
@@ -101,6 +110,11 @@ int runGalleryCommand(const GalleryOptions& options) {
   for (const std::string& text : options.assignments) parseAssignment(text);
   const PictureFormat& format = pictureFormatOf(options.output);
   if (!format.colors) failOnUsage(options.output + ": this format holds no colours");
+  for (const std::string& file : {options.image, options.mask.mask}) {
+    if (file.empty() || file == kStandardStream || placeOf(file) != placeOf(options.output))
+      continue;
+    failOnUsage("the sheet would replace " + file + "; choose another name for it");
+  }
   watchForInterrupts();
   const std::vector<std::string> presets = presetFiles(options.presets);
   checkWritable(options.output);

@@ -8,6 +8,7 @@
 #include "hosts/process/file_names.h"
 
 static void checkCollisions(const std::vector<std::string>& images,
+                            const std::vector<std::string>& others,
                             const std::vector<std::string>& outputs) {
   std::map<std::string, size_t> written;
   for (size_t i = 0; i < outputs.size(); ++i) {
@@ -26,6 +27,13 @@ static void checkCollisions(const std::vector<std::string>& images,
                 (found->second == i ? "it" : images[i] + ", which is to be read too") +
                 "; choose another name, as in -o '{name}-lit.png'");
   }
+  for (const std::string& other : others) {
+    if (other.empty() || other == kStandardStream) continue;
+    const auto found = written.find(placeOf(other));
+    if (found == written.end()) continue;
+    failOnUsage("the result of " + images[found->second] + " would replace " + other +
+                ", which is to be read too; choose another name, as in -o '{name}-lit.png'");
+  }
 }
 
 static std::vector<std::string> freeNames(const std::vector<std::string>& wanted) {
@@ -41,6 +49,7 @@ static std::vector<std::string> freeNames(const std::vector<std::string>& wanted
 }
 
 std::vector<std::string> outputNames(const std::vector<std::string>& images,
+                                     const std::vector<std::string>& others,
                                      const std::string& pattern, bool keep) {
   if (keep && pattern == kStandardStream) failOnUsage("--keep is about files; -o - has none");
   const bool marked = hasMark(pattern);
@@ -51,6 +60,6 @@ std::vector<std::string> outputNames(const std::vector<std::string>& images,
   std::vector<std::string> outputs;
   for (const std::string& image : images) outputs.push_back(withName(pattern, image));
   if (keep) return freeNames(outputs);
-  if (marked) checkCollisions(images, outputs);
+  if (marked) checkCollisions(images, others, outputs);
   return outputs;
 }

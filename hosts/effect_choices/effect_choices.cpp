@@ -8,6 +8,7 @@
 #include "hosts/effect_choices/preset_lookup.h"
 #include "hosts/effect_choices/setting_text.h"
 #include "hosts/process/command_failure.h"
+#include "hosts/process/file_names.h"
 #include "settings/light_angles.h"
 #include "settings/setting_fields.h"
 
@@ -89,6 +90,9 @@ void checkOptions(const EffectOptions& options) {
   if (options.preset.empty() && !options.pictures.empty()) {
     failOnUsage("--pictures says where a preset's pictures are; add --preset FILE");
   }
+  if (!options.pictures.empty() && !isFolder(options.pictures)) {
+    failOnFile(options.pictures, "there is no such folder");
+  }
   for (const std::string& text : options.assignments) parseAssignment(text);
 }
 
@@ -119,7 +123,7 @@ static BitmapPath findPicture(const EffectOptions& options, const ChosenPicture&
   const std::string folder =
       options.pictures.empty() ? usualPictureFolder(findPreset(options.preset)) : options.pictures;
   std::string file = findPictureByName(folder, picture.name.c_str());
-  if (file.empty() && options.pictures.empty()) {
+  if (file.empty()) {
     // A preset of one's own may have begun as one that comes with the program.
     const std::vector<std::string> own = ownPresets();
     if (!own.empty()) {
@@ -127,9 +131,10 @@ static BitmapPath findPicture(const EffectOptions& options, const ChosenPicture&
     }
   }
   if (file.empty()) {
-    failOnFile(options.preset, "names the " + std::string(kindOf(kind)) + " picture \"" +
-                                   nameInUtf8(picture.name.c_str()) + "\", which is not in \"" +
-                                   folder + "\"; tell its folder with --pictures");
+    failOnFile(options.preset,
+               "names the " + std::string(kindOf(kind)) + " picture \"" +
+                   nameInUtf8(picture.name.c_str()) + "\", which is not in \"" + folder + "\"" +
+                   (options.pictures.empty() ? "; tell its folder with --pictures" : ""));
   }
   return findBitmap(file);
 }

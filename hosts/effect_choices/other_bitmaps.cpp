@@ -72,6 +72,18 @@ static bool canBeNamed(const std::string& name) {
   return foldedName(name).ends_with(".bmp") && nameInUtf8(stored) == name;
 }
 
+// The bytes of a Windows bitmap file with the picture.
+static FileBytes bitmapOf(const std::string& picture) {
+  if (isWindowsBitmap(picture)) return readWholeFile(picture, "a picture");
+  const TemporaryFolder folder;
+  if (folder.path.empty()) {
+    throw CommandFailure{kExitFailed, "there is no room for temporary files"};
+  }
+  const std::string draft = folder.path + "/picture.bmp";
+  savePicture(loadPicture(picture), pictureFormatOf(draft), {}, draft);
+  return readWholeFile(draft, "a picture");
+}
+
 std::string placeBesidePreset(const std::string& picture, const std::string& preset) {
   const bool bitmap = isWindowsBitmap(picture);
   const std::string ending = bitmap && extensionOf(picture) == "bmp" ? "" : ".bmp";
@@ -88,15 +100,12 @@ std::string placeBesidePreset(const std::string& picture, const std::string& pre
     failOnFile(folder, std::string("cannot be made: ") + std::strerror(errno));
   }
   const std::string there = findPictureByName(folder, name.c_str());
-  const std::string draft = there.empty() ? place : place + ".new.bmp";
-  if (bitmap) {
-    writeWholeFile(draft, readWholeFile(picture, "a picture"));
-  } else {
-    savePicture(loadPicture(picture), pictureFormatOf(draft), {}, draft);
+  const FileBytes contents = bitmapOf(picture);
+  if (there.empty()) {
+    writeWholeFile(place, contents);
+    return place;
   }
-  if (there.empty()) return place;
-  const bool same = readWholeFile(there, "a picture") == readWholeFile(draft, "a picture");
-  std::remove(draft.c_str());
-  if (!same) failOnFile(there, "is another picture; give " + picture + " another name");
+  if (readWholeFile(there, "a picture") != contents)
+    failOnFile(there, "is another picture; give " + picture + " another name");
   return there;
 }

@@ -94,7 +94,8 @@ void writePreset(const EffectSettings& settings, const std::string names[kPictur
   if (file != kStandardStream && stat(file.c_str(), &old) == 0 &&
       static_cast<size_t>(old.st_size) > count) {
     const FileBytes before = readWholeFile(file, "a settings file");
-    contents.insert(contents.end(), before.begin() + static_cast<ptrdiff_t>(count), before.end());
+    const auto kept = static_cast<ptrdiff_t>(std::min(count, before.size()));
+    contents.insert(contents.end(), before.begin() + kept, before.end());
   }
   writeWholeFile(file, contents);
 }

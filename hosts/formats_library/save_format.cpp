@@ -5,6 +5,7 @@
 constexpr int kJpegQuality = 95;
 constexpr int kFineChroma = 90;  // from this quality on colours are as sharp as brightness
 constexpr int kHeifQuality = 80;
+constexpr int kLongestHeifSide = 16384;  // pixels that its reader takes
 
 VipsInterpretation colorsOf(const Picture& picture) {
   const bool deep = !picture.deep.colors.empty();
@@ -109,9 +110,22 @@ static int save(VipsImage* image, FormatKind kind, const SaveChoices& choices, v
   }
 }
 
+// The coder may make no picture, of a thin one, without a word.
+static bool holdsHeif(const void* data, size_t bytes) {
+  VipsImage* read = nullptr;
+  const int failed = vips_heifload_buffer(const_cast<void*>(data), bytes, &read, nullptr);
+  const VipsRef held(read);
+  return failed == 0;
+}
+
 std::string encodeImage(VipsImage* image, const PictureFormat& format, const SaveChoices& choices,
                         bool (*stop)(), FileBytes* file) {
   const bool heif = format.kind == FormatKind::avif || format.kind == FormatKind::heic;
+  if (heif &&
+      std::max(vips_image_get_width(image), vips_image_get_height(image)) > kLongestHeifSide) {
+    return "a side is longer than " + std::to_string(kLongestHeifSide) + " pixels, which ." +
+           format.extension + " cannot hold";
+  }
   if (heif && !coderThreadsStart()) return kTooFewThreads;
   const bool hasExif = vips_image_get_typeof(image, VIPS_META_EXIF_NAME) != 0;
   watchStop(image, stop);
@@ -127,6 +141,10 @@ std::string encodeImage(VipsImage* image, const PictureFormat& format, const Sav
   const auto* start = static_cast<const uint8_t*>(data);
   file->assign(start, start + bytes);
   g_free(data);
+  if (heif && !holdsHeif(file->data(), bytes)) {
+    vips_error_clear();
+    return "its coder cannot make a picture of these sides";
+  }
   if (format.kind == FormatKind::webp && !hasExif) *file = webpWithoutExif(*file);
   return "";
 }

@@ -81,11 +81,13 @@ static void dropSmallPicture(const Exif& exif, size_t directory, FileBytes* byte
 }
 
 bool exifResolution(BytesView bytes, double* x, double* y) {
+  constexpr uint32_t kNoUnit = 1;  // the numbers are a pixel's shape
   constexpr uint32_t kPerCentimetre = 3;
   Exif exif;
   if (!openExif(bytes, &exif)) return false;
   const size_t directory = numberAt(exif, 4, 4);
   const size_t unit = findEntry(exif, directory, kResolutionUnitTag);
+  if (unit != 0 && numberAt(exif, unit + 8, 2) == kNoUnit) return false;
   const bool metric = unit != 0 && numberAt(exif, unit + 8, 2) == kPerCentimetre;
   const auto read = [&](uint32_t tag) {
     const size_t entry = findEntry(exif, directory, tag);

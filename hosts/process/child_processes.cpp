@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <csignal>
 #include <cstdio>
@@ -79,18 +80,26 @@ static void endChildren(Children* children) {
   children->clear();
 }
 
+constexpr int kUnknownEnd = -1;  // of a child that somebody else has waited for
+
 static int reportEnd(const std::string& name, int status) {
+  if (status == kUnknownEnd) {
+    reportFailure({kExitFailed, name + ": nothing is known of how its process ended"});
+    return kExitFailed;
+  }
   if (WIFEXITED(status)) return WEXITSTATUS(status);
   reportFailure({kExitFailed,
                  name + ": its process was ended by signal " + std::to_string(WTERMSIG(status))});
-  return false;
+  return kExitFailed;
 }
 
 // Waits in short naps: an interruption must be noticed also when no child ends.
 static bool takeOneEnded(ProgressBar* bar, Children* children, size_t* index, int* status) {
   for (;;) {
     const pid_t ended = waitpid(-1, status, WNOHANG);
-    const auto found = children->find(ended);
+    const bool noneLeft = ended < 0 && errno == ECHILD;
+    if (noneLeft) *status = kUnknownEnd;
+    const auto found = noneLeft ? children->begin() : children->find(ended);
     if (found != children->end()) {
       *index = found->second;
       children->erase(found);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstring>
 #include <sstream>
 #include <utility>
@@ -232,14 +233,42 @@ static bool reachesDisk(int descriptor) {
   return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
+static bool replacesNothing = false;
+
+void replaceNothing() {
+  replacesNothing = true;
+}
+
+// False, with errno, when the place is taken. File systems without that call are looked at first.
+static bool moveToFreePlace(const std::string& draft, const std::string& place) {
+  if (renameat2(AT_FDCWD, draft.c_str(), AT_FDCWD, place.c_str(), RENAME_NOREPLACE) == 0)
+    return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  if (!fileExists(place)) return rename(draft.c_str(), place.c_str()) == 0;
+  errno = EEXIST;
+  return false;
+}
+
+static bool takePlace(const OutputFile& output) {
+  if (!replacesNothing) return rename(output.draft.c_str(), output.place.c_str()) == 0;
+  std::string place = output.place;
+  while (!moveToFreePlace(output.draft, place)) {
+    if (errno != EEXIST) return false;
+    place = freeName(output.place, fileExists);
+  }
+  if (place != output.place) {
+    reportWarning(output.name + ": has been taken meanwhile; the result is " + place);
+  }
+  return true;
+}
+
 void finishOutput(OutputFile* output) {
   stopIfInterrupted();
   if (output->draft.empty()) return;
   const bool allowed = fchmod(output->descriptor, rightsFor(output->place)) == 0;
   const bool safe = allowed && reachesDisk(output->descriptor);
   const int descriptor = std::exchange(output->descriptor, -1);
-  if (close(descriptor) != 0 || !safe ||
-      rename(output->draft.c_str(), output->place.c_str()) != 0) {
+  if (close(descriptor) != 0 || !safe || !takePlace(*output)) {
     failOnWriting(*output, errno);
   }
   forgetLeftover(output->draft);

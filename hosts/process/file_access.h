@@ -36,6 +36,9 @@ struct OutputFile {
   int descriptor = -1;
 };
 
+// From now on a name that is taken when a file is finished gets a number, and a warning tells it.
+void replaceNothing();
+
 void openOutput(const std::string& file, OutputFile* output);
 void appendOutput(BytesView bytes, OutputFile* output);
 void finishOutput(OutputFile* output);

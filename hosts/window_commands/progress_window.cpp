@@ -86,7 +86,8 @@ bool runBehindWindow(ProgressWindow* progress, const SlowWork& work) {
   worker.join();
   const bool stopped = dialog->wasCanceled();
   forgetStop();
-  if (stopped) return false;
+  // Asked to stop when it had been done, it is done.
+  if (stopped && failure != nullptr) return false;
   if (failure != nullptr) std::rethrow_exception(failure);
   return true;
 }

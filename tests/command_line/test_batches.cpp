@@ -69,6 +69,10 @@ TEST_F(Batches, NeverWriteOneResultOverAnother) {
   expectUsage({"apply", "out/a.png", "b.png", "-o", "out/../out/a.png"}, "{name}");
   save(colorPicture(), "b-lit.png");
   expectUsage({"apply", "b.png", "b-lit.png", "-o", "{name}-lit.png"}, "would replace b-lit.png");
+  expectUsage({"apply", "b.png", "--mask", "{name}-lit.png", "-o", "{name}-lit.png"},
+              "would replace b-lit.png");
+  expectUsage({"gallery", "b.png", "--mask", "b-lit.png", "-o", "./b-lit.png"},
+              "would replace b-lit.png");
   expectUsage({"apply", "a.png", "b.png", "-o", "{name}.xyz"}, ".png, .jpg");
   for (const char* jobs : {"0", "-1", "x", "257", "1.5"}) {
     expectUsage({"apply", "a.png", "-o", "x.png", "--jobs", jobs}, "1 to 256");
@@ -132,6 +136,20 @@ TEST_F(Batches, KeepWhatIsThere) {
     EXPECT_EQ(read(name), read("expected.png")) << name;
   }
   expectUsage({"apply", "a.png", "-o", "-", "--keep"}, "--keep is about files");
+  // Nor what comes there while it runs.
+  const RunResult together = runShell(
+      "for i in 1 2 3 4; do \"$0\" apply a.png -o out/a.png --keep --quiet & done; wait; ls out");
+  EXPECT_EQ(together.output, "a-2.png\na-3.png\na-4.png\na.png\n");
+}
+
+TEST_F(Batches, ChildThatIsKilledHasFailed) {
+  const RunResult result = runShell(
+      "mkfifo slow.png; \"$0\" apply slow.png a.png -j 2 --quiet -o '{name}-o.png' & parent=$!; "
+      "until [ -e a-o.png ]; do sleep 0.1; done; "
+      "kill -KILL $(cat /proc/$parent/task/$parent/children); wait $parent; echo code $?");
+  EXPECT_EQ(result.output, "code 1\n");
+  EXPECT_TRUE(result.errors.contains("slow.png: its process was ended by signal 9"));
+  EXPECT_TRUE(result.errors.contains("1 of 2 pictures failed"));
 }
 
 // Standard error is told as without; the window stands until it is closed, or a signal comes.

@@ -128,6 +128,12 @@ TEST_F(Failures, OfTheResult) {
                 "kept.bmp: cannot be written: File too large");
   EXPECT_EQ(read("kept.bmp"), kept);
   EXPECT_EQ(files(), QStringList({"clear.png", "in.png", "kept.bmp", "large.png"}));
+
+  // Their coders would make files that nobody can read.
+  save(colorPicture().scaled(16385, 3), "long.bmp");
+  expectApplyFails({"long.bmp", "-o", "out.avif"}, 1, "a side is longer than 16384 pixels");
+  save(colorPicture().scaled(6000, 20), "thin.bmp");
+  expectApplyFails({"thin.bmp", "-o", "out.heic"}, 1, "cannot make a picture of these sides");
 }
 
 TEST_F(Failures, OfEnvironmentAndTexture) {

@@ -50,11 +50,12 @@ TEST_F(PresetPictures, ThatAreNoBitmapsStandAsBitmapsBesideIt) {
   savePreset(QStringList{"elsewhere/look.q9q", "--texture", "sky.tif"});
   savePreset(QStringList{"elsewhere/look.q9q", "--texture", "sky.tif"});
   save(colorPicture(), "sky.tif");
+  save(greyPicture(), "elsewhere/environments and textures/sky.tif.bmp.new.bmp");
   const RunResult refused = run({"preset", "save", "elsewhere/look.q9q", "--texture", "sky.tif"});
   EXPECT_EQ(refused.exitCode, 1);
   EXPECT_TRUE(refused.errors.contains("sky.tif.bmp: is another picture"));
   EXPECT_EQ(QDir(path("elsewhere/environments and textures")).entryList(QDir::Files),
-            QStringList({"sky.png.bmp", "sky.tif.bmp"}));
+            QStringList({"sky.png.bmp", "sky.tif.bmp", "sky.tif.bmp.new.bmp"}));
 }
 
 TEST_F(PresetPictures, GoAlongWhereThatIsWanted) {
@@ -70,5 +71,10 @@ TEST_F(PresetPictures, GoAlongWhereThatIsWanted) {
   // Those that come with the program too.
   savePreset({"copy/chrome.q9q", "--preset", "chrome", "--with-pictures"});
   EXPECT_EQ(QDir(path("copy/environments and textures")).entryList(QDir::Files).size(), 2);
+  // Which are found from any folder that is told.
+  EXPECT_EQ(
+      run({"apply", "in.png", "--preset", "chrome", "--pictures", ".", "--quiet", "-o", "out.png"})
+          .exitCode,
+      0);
   EXPECT_EQ(run({"preset", "save", "-", "--with-pictures"}).exitCode, 2);
 }

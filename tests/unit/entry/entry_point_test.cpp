@@ -431,15 +431,24 @@ TEST_F(EntryPoint, PreviewRequests) {
   EXPECT_EQ(renderFilter(), 0);
 }
 
+// As Start leaves it to the dialog.
+static SessionRecord* sessionInACall(int16_t* result) {
+  SessionRecord* session = hostSession();
+  session->result = result;
+  session->filter = hostRecord();
+  session->lockedSettings = hostRecord()->parameters;
+  session->render.renderedRect = hostRecord()->filterRect;
+  session->render.renderedPlanes = hostRecord()->planes;
+  return session;
+}
+
 // Hosts do not deliver again for another rate alone: the old request is withdrawn first.
 TEST_F(EntryPoint, PreviewAtAnotherScaleIsDeliveredAnew) {
   const HostPicture picture = testPicture(100, 100, 1);
   openHost({}, picture, {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-  SessionRecord* session = hostSession();
   int16_t result = 0;
-  session->result = &result;
-  session->filter = hostRecord();
+  SessionRecord* session = sessionInACall(&result);
   session->render.previewFrame = {0, 0, 10, 10};
   for (int32_t factor : {5, 2, 3}) {
     requestPreviewImage(session, factor);
@@ -454,10 +463,8 @@ TEST_F(EntryPoint, PreviewAtAnotherScaleIsDeliveredAnew) {
 TEST_F(EntryPoint, ThinPicturesHaveNoPreview) {
   openHost({}, testPicture(900, 2, 3), {});
   ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-  SessionRecord* session = hostSession();
   int16_t result = 0;
-  session->result = &result;
-  session->filter = hostRecord();
+  SessionRecord* session = sessionInACall(&result);
   session->render.previewFrame = {0, 0, 2, 294};
   requestPreviewImage(session, 4);
   runPreview(session);
