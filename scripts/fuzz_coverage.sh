@@ -4,7 +4,7 @@
 #   scripts/fuzz_coverage.sh BUILD CORPUS
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-build=$1 corpus=$2
+build=$(realpath "$1") corpus=$(realpath -m "$2")
 
 # What each is there for; the renders behind it are the tests' affair.
 declare -A ownCode=(
@@ -23,8 +23,9 @@ done
 "$build/morvalis_fuzz_seeds" "$corpus"
 cp -n presets/*.q9q "$corpus/settings_file/"
 for name in $(printf '%s\n' "${!ownCode[@]}" | LC_ALL=C sort); do
-  LLVM_PROFILE_FILE=$build/$name.profraw "$build/${name}_fuzzer" -runs=0 -detect_leaks=0 \
-    "$corpus/$name" >"$build/$name.log" 2>&1
+  # The dialog's may save what it has made, where it runs.
+  (cd "$build/fuzz" && LLVM_PROFILE_FILE=$build/$name.profraw "$build/${name}_fuzzer" -runs=0 \
+    -detect_leaks=0 "$corpus/$name" >"$build/$name.log" 2>&1)
   llvm-profdata merge -o "$build/$name.profdata" "$build/$name.profraw"
   llvm-cov export -format=lcov -instr-profile "$build/$name.profdata" "$build/${name}_fuzzer" \
     >"$build/$name.lcov"
