@@ -73,8 +73,8 @@ static bool canBeNamed(const std::string& name) {
 }
 
 // The bytes of a Windows bitmap file with the picture.
-static FileBytes bitmapOf(const std::string& picture) {
-  if (isWindowsBitmap(picture)) return readWholeFile(picture, "a picture");
+static FileBytes bitmapOf(const std::string& picture, bool isBitmap) {
+  if (isBitmap) return readWholeFile(picture, "a picture");
   const TemporaryFolder folder;
   if (folder.path.empty()) {
     throw CommandFailure{kExitFailed, "there is no room for temporary files"};
@@ -100,12 +100,13 @@ std::string placeBesidePreset(const std::string& picture, const std::string& pre
     failOnFile(folder, std::string("cannot be made: ") + std::strerror(errno));
   }
   const std::string there = findPictureByName(folder, name.c_str());
-  const FileBytes contents = bitmapOf(picture);
+  const FileBytes contents = bitmapOf(picture, bitmap);
   if (there.empty()) {
     writeWholeFile(place, contents);
     return place;
   }
-  if (readWholeFile(there, "a picture") != contents)
+  if (readWholeFile(there, "a picture") != contents) {
     failOnFile(there, "is another picture; give " + picture + " another name");
+  }
   return there;
 }

@@ -239,12 +239,18 @@ void replaceNothing() {
   replacesNothing = true;
 }
 
+// Also by a link that leads nowhere.
+static bool isTaken(const std::string& place) {
+  struct stat about = {};
+  return lstat(place.c_str(), &about) == 0;
+}
+
 // False, with errno, when the place is taken. File systems without that call are looked at first.
 static bool moveToFreePlace(const std::string& draft, const std::string& place) {
-  if (renameat2(AT_FDCWD, draft.c_str(), AT_FDCWD, place.c_str(), RENAME_NOREPLACE) == 0)
-    return true;
+  const int failed = renameat2(AT_FDCWD, draft.c_str(), AT_FDCWD, place.c_str(), RENAME_NOREPLACE);
+  if (failed == 0) return true;
   if (errno != EINVAL && errno != ENOSYS) return false;
-  if (!fileExists(place)) return rename(draft.c_str(), place.c_str()) == 0;
+  if (!isTaken(place)) return rename(draft.c_str(), place.c_str()) == 0;
   errno = EEXIST;
   return false;
 }
@@ -254,7 +260,7 @@ static bool takePlace(const OutputFile& output) {
   std::string place = output.place;
   while (!moveToFreePlace(output.draft, place)) {
     if (errno != EEXIST) return false;
-    place = freeName(output.place, fileExists);
+    place = freeName(output.place, isTaken);
   }
   if (place != output.place) {
     reportWarning(output.name + ": has been taken meanwhile; the result is " + place);

@@ -140,6 +140,11 @@ TEST_F(Batches, KeepWhatIsThere) {
   const RunResult together = runShell(
       "for i in 1 2 3 4; do \"$0\" apply a.png -o out/a.png --keep --quiet & done; wait; ls out");
   EXPECT_EQ(together.output, "a-2.png\na-3.png\na-4.png\na.png\n");
+  // Nor links that lead nowhere.
+  const RunResult linked = runShell(
+      "ln -s nowhere l.png; ln -s nowhere l-2.png; \"$0\" apply a.png -o l.png --keep --quiet; "
+      "readlink l.png l-2.png; ls l-3.png");
+  EXPECT_EQ(linked.output, "nowhere\nnowhere\nl-3.png\n");
 }
 
 TEST_F(Batches, ChildThatIsKilledHasFailed) {
