@@ -136,10 +136,11 @@ TEST_F(Batches, KeepWhatIsThere) {
     EXPECT_EQ(read(name), read("expected.png")) << name;
   }
   expectUsage({"apply", "a.png", "-o", "-", "--keep"}, "--keep is about files");
-  // Nor what comes there while it runs.
+  // Nor what comes there while it runs: each finds a name of its own.
   const RunResult together = runShell(
-      "for i in 1 2 3 4; do \"$0\" apply a.png -o out/a.png --keep --quiet & done; wait; ls out");
-  EXPECT_EQ(together.output, "a-2.png\na-3.png\na-4.png\na.png\n");
+      "for i in 1 2 3 4; do \"$0\" apply a.png -o out/a.png --keep --quiet & done; wait; "
+      "echo out/*.png | wc -w");
+  EXPECT_EQ(together.output, "4\n");
   // Nor links that lead nowhere.
   const RunResult linked = runShell(
       "ln -s nowhere l.png; ln -s nowhere l-2.png; \"$0\" apply a.png -o l.png --keep --quiet; "
