@@ -14,6 +14,7 @@ constexpr suseconds_t kPatience = 250000;  // microseconds from the signal to th
 
 static volatile std::sig_atomic_t raisedBy = 0;  // 0: nothing yet
 static volatile std::sig_atomic_t quiet = 0;
+static const char* volatile limitLine = "";
 static std::atomic<bool> stopAsked = false;
 static int errors = -1;
 
@@ -26,6 +27,7 @@ static void raiseFlag(int signal) {
 }
 
 static void endAtOnce(int) {
+  if (raisedBy == 0) endAtOnce(limitLine);
   removeLeftovers();
   constexpr char kText[] = "\r\x1b[Kmorvalis: interrupted\n";  // over a bar, on a terminal
   constexpr size_t kBarEnd = 4;
@@ -51,6 +53,11 @@ void watchForInterrupts() {
     // A run started in the background, or detached from its terminal, is told to ignore them.
     if (before.sa_handler != SIG_IGN) handle(signal, raiseFlag);
   }
+}
+
+void limitTime(unsigned seconds, const char* line) {
+  limitLine = line;
+  if (raisedBy == 0) alarm(seconds);
 }
 
 void stayQuietAboutInterrupts() {

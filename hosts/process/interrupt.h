@@ -15,6 +15,10 @@ void forgetStop();
 // The run has seen the flag and ends by itself.
 void takeTimeToEnd();
 
+// A library that does not come back within so many seconds ends the run, with this line; 0: no
+// limit any more. The line stays where it is.
+void limitTime(unsigned seconds, const char* line);
+
 // In a process whose parent says that it was interrupted.
 void stayQuietAboutInterrupts();
 
