@@ -27,10 +27,8 @@ constexpr int32_t kLetters = 224;
 static DrawnText drawnName(const std::string& name) {
   DrawnText drawn;
   const LibraryGuard guard;
-  // The library of fonts keeps its lock where memory fails, and then waits for itself.
-  limitTime(kFontSeconds, "there is not enough memory, or the fonts here cannot be read");
+  const TimeLimit limit(kFontSeconds, "there is not enough memory, or the fonts cannot be read");
   const std::string reason = formatsLibrary().drawText(name, kLetterSize, &drawn);
-  limitTime(0, "");
   if (!reason.empty()) throw CommandFailure{kExitFailed, reason};
   return drawn;
 }

@@ -1,12 +1,16 @@
 #include "hosts/picture_files/formats_library.h"
 
 #include "hosts/process/command_failure.h"
+#include "hosts/process/interrupt.h"
+#include "hosts/process/libraries/library_guard.h"
 #include "hosts/process/libraries/own_library.h"
 #include "hosts/process/progress_bar.h"
 
-const FormatsLibrary& formatsLibrary() {
-  static const FormatsLibrary* library = nullptr;
-  if (library != nullptr) return *library;
+constexpr unsigned kLoadSeconds = 30;
+
+static const FormatsLibrary* loadedLibrary() {
+  const LibraryGuard guard;
+  const TimeLimit limit(kLoadSeconds, "the libraries for picture files do not start");
   std::string reason;
   const auto entry = reinterpret_cast<const FormatsLibrary* (*)()>(
       ownProcedure("libmorvalis_formats.so", "morvalisFormats", &reason));
@@ -18,7 +22,13 @@ const FormatsLibrary& formatsLibrary() {
                                       : "the library for other formats than plain PNG is missing") +
                              std::string(": ") + reason};
   }
-  library = entry();
+  return entry();
+}
+
+const FormatsLibrary& formatsLibrary() {
+  static const FormatsLibrary* library = nullptr;
+  if (library != nullptr) return *library;
+  library = loadedLibrary();
   library->tellProgress(noteProgress);
   return *library;
 }

@@ -55,9 +55,13 @@ void watchForInterrupts() {
   }
 }
 
-void limitTime(unsigned seconds, const char* line) {
+TimeLimit::TimeLimit(unsigned seconds, const char* line) {
   limitLine = line;
   if (raisedBy == 0) alarm(seconds);
+}
+
+TimeLimit::~TimeLimit() {
+  if (raisedBy == 0) alarm(0);
 }
 
 void stayQuietAboutInterrupts() {

@@ -15,9 +15,15 @@ void forgetStop();
 // The run has seen the flag and ends by itself.
 void takeTimeToEnd();
 
-// A library that does not come back within so many seconds ends the run, with this line; 0: no
-// limit any more. The line stays where it is.
-void limitTime(unsigned seconds, const char* line);
+// While it stands, a library that does not come back within so many seconds ends the run with this
+// line, which stays where it is. Where memory fails some keep a lock, and then wait for themselves.
+class TimeLimit {
+ public:
+  TimeLimit(unsigned seconds, const char* line);
+  ~TimeLimit();
+  TimeLimit(const TimeLimit&) = delete;
+  TimeLimit& operator=(const TimeLimit&) = delete;
+};
 
 // In a process whose parent says that it was interrupted.
 void stayQuietAboutInterrupts();
