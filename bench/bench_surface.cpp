@@ -128,6 +128,7 @@ int main(int argc, char** argv) {
   std::printf("\n");
   const bool same = compare("marble, scale 55", rings(1024, 6, 55), turns) &&
                     compare("cells, scale 0", rings(1024, 8, 0), turns) &&
+                    compare("cells, scale 10", rings(1024, 8, 10), turns) &&
                     compare("cells, scale 100", rings(1024, 8, 100), turns);
   return same ? 0 : 1;
 }
