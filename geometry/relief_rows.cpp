@@ -37,22 +37,27 @@ uint8_t* reliefParts(SessionRecord* session) {
 
 // The kernel buffers are free once the field is stamped: one holds the resampled rows, the other
 // every column's weights of its four texels.
-static int16_t* rowOf(const RenderState* render, const RenderBuffer& buffer, int32_t slot) {
-  return static_cast<int16_t*>(buffer.address) + int64_t{slot} * (render->renderWidth + 1);
+static int64_t reliefColumns(const RenderState* render) {
+  const int64_t columns = int64_t{render->renderWidth} + 1;
+  return (columns + kWeightedColumns - 1) / kWeightedColumns * kWeightedColumns;
 }
 
 static int16_t* resampledRow(const RenderState* render, int32_t slot) {
-  return rowOf(render, render->coneKernel, slot);
+  return static_cast<int16_t*>(render->coneKernel.address) + slot * reliefColumns(render);
 }
 
-static int16_t* columnWeights(const RenderState* render, int32_t texel) {
-  return rowOf(render, render->edgeKernel, texel);
+static int16_t* evenWeights(const RenderState* render) {
+  return static_cast<int16_t*>(render->edgeKernel.address);
+}
+
+static int16_t* oddWeights(const RenderState* render) {
+  return evenWeights(render) + 2 * reliefColumns(render);
 }
 
 void prepareReliefRows(SessionRecord* session, int64_t firstTexel) {
   RenderState* render = &session->render;
   const EffectSettings* settings = settingsOf(session);
-  const bool roomy = 2 * kRows * (int64_t{render->renderWidth} + 1) <= kKernelBytes;
+  const bool roomy = 2 * kRows * reliefColumns(render) <= kKernelBytes;
   // Wrapped at 256, or never below 0, four neighbours lie side by side.
   const bool sideBySide =
       settings->textureWidth == kTextureSide ||
@@ -63,9 +68,15 @@ void prepareReliefRows(SessionRecord* session, int64_t firstTexel) {
   std::fill_n(render->reliefRowTags, kRows, -1);
   if (render->reliefIsFast == 0) return;
   const uint8_t* parts = reliefParts(session);
-  for (int32_t k = 0; k < kRows; ++k) {
-    int16_t* weights = columnWeights(render, k);
-    for (int32_t x = 0; x <= render->renderWidth; ++x) weights[x] = kCubicWeights[parts[x]].w[k];
+  int16_t* even = evenWeights(render);
+  int16_t* odd = oddWeights(render);
+  std::fill_n(even, 4 * reliefColumns(render), int16_t{0});
+  for (int32_t x = 0; x <= render->renderWidth; ++x) {
+    const int16_t* w = kCubicWeights[parts[x]].w;
+    even[2 * x] = w[0];
+    even[2 * x + 1] = w[2];
+    odd[2 * x] = w[1];
+    odd[2 * x + 1] = w[3];
   }
 }
 
@@ -76,9 +87,8 @@ static void resample(SessionRecord* session, int32_t texelRow, int32_t slot) {
   uint8_t texels[kTextureSide + kRows];
   std::copy_n(table + kTextureSide * texelRow, width, texels);
   for (int32_t i = 0; i < kRows; ++i) texels[width + i] = texels[i];
-  const int16_t* weights[kRows];
-  for (int32_t k = 0; k < kRows; ++k) weights[k] = columnWeights(render, k);
-  render->fast->surface->resampleRow(texels, reliefFirstTexels(session), weights,
+  render->fast->surface->resampleRow(texels, reliefFirstTexels(session),
+                                     {evenWeights(render), oddWeights(render)},
                                      render->renderWidth + 1, resampledRow(render, slot));
   render->reliefRowTags[slot] = texelRow;
 }
@@ -97,11 +107,14 @@ static int32_t slotOf(SessionRecord* session, int32_t texelRow, const uint8_t wa
 void pressReliefRow(SessionRecord* session, const uint8_t texelRows[4], int32_t part,
                     int32_t depth) {
   RenderState* render = &session->render;
+  const CubicWeights& weights = kCubicWeights[part];
   const int16_t* rows[kRows];
-  for (int32_t i = 0; i < kRows; ++i) {
-    rows[i] = resampledRow(render, slotOf(session, texelRows[i], texelRows));
+  rows[1] = resampledRow(render, slotOf(session, texelRows[1], texelRows));
+  for (const int32_t i : {0, 2, 3}) {
+    // Between whole texels alone: at one, the cubic is that texel.
+    rows[i] = weights.w[i] == 0 ? rows[1]
+                                : resampledRow(render, slotOf(session, texelRows[i], texelRows));
   }
-  render->fast->surface->pressRow(rows, kCubicWeights[part], depth,
-                                  settingsOf(session)->previewScale, render->renderWidth + 1,
-                                  fieldRow(render, render->currentRow));
+  render->fast->surface->pressRow(rows, weights, depth, settingsOf(session)->previewScale,
+                                  render->renderWidth + 1, fieldRow(render, render->currentRow));
 }

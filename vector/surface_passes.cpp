@@ -3,6 +3,7 @@
 #include "vector/lane_arithmetic.h"
 #include "vector/set_procedures.h"
 #include "vector/table_passes.h"
+#include "vector/texel_sums.h"
 
 namespace MORVALIS_SET {
 
@@ -50,21 +51,19 @@ static inline int32_t cubicOf(int32_t negatedSum) {
   return -((negatedSum + ((negatedSum >> 31) & 511)) >> 9);
 }
 
-static void resampleRow(const uint8_t* texels, const uint8_t* first,
-                        const int16_t* const weights[4], int32_t count, int16_t* __restrict dst) {
-  int32_t four[kChunk];
+static void resampleRow(const uint8_t* texels, const uint8_t* first, const TexelWeights& weights,
+                        int32_t count, int16_t* __restrict dst) {
+  int32_t four[kChunk] = {};
+  int32_t sums[kChunk];
   for (int32_t start = 0; start < count; start += kChunk) {
     const int32_t n = count - start < kChunk ? count - start : kChunk;
-    const int16_t* w0 = weights[0] + start;
-    const int16_t* w1 = weights[1] + start;
-    const int16_t* w2 = weights[2] + start;
-    const int16_t* w3 = weights[3] + start;
+    const int16_t* even = weights.even + int64_t{2} * start;
+    const int16_t* odd = weights.odd + int64_t{2} * start;
     for (int32_t i = 0; i < n; ++i) four[i] = loadWord(texels + first[start + i]);
-    for (int32_t i = 0; i < n; ++i) {
-      const int32_t sum = w0[i] * (four[i] & 255) + w1[i] * (four[i] >> 8 & 255) +
-                          w2[i] * (four[i] >> 16 & 255) + w3[i] * (four[i] >> 24 & 255);
-      dst[start + i] = static_cast<int16_t>(cubicOf(sum));
+    for (int32_t i = 0; i < n; i += kWeightedColumns) {
+      weighTexels(four + i, even + 2 * i, odd + 2 * i, sums + i);
     }
+    for (int32_t i = 0; i < n; ++i) dst[start + i] = static_cast<int16_t>(cubicOf(sums[i]));
   }
 }
 
