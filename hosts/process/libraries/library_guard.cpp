@@ -1,6 +1,7 @@
 #include "hosts/process/libraries/library_guard.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <iterator>
 
 #include "hosts/process/command_failure.h"
@@ -16,12 +17,22 @@ static void end(int) {
 
 constexpr int kEnds[] = {SIGABRT, SIGTRAP, SIGSEGV, SIGBUS, SIGILL, SIGFPE};
 
+static int standing = 0;
+
+// Some libraries leave the program by exit, without a word that anybody hears.
+static void endAtExit() {
+  if (standing > 0) end(0);
+}
+
 LibraryGuard::LibraryGuard() {
   static_assert(std::size(kEnds) == kSignals);
+  [[maybe_unused]] static const bool watches = std::atexit(endAtExit) == 0;
+  ++standing;
   for (int i = 0; i < kSignals; ++i) before[i] = std::signal(kEnds[i], end);
 }
 
 LibraryGuard::~LibraryGuard() {
+  --standing;
   for (int i = 0; i < kSignals; ++i) std::signal(kEnds[i], before[i]);
 }
 #endif
