@@ -13,6 +13,7 @@
 #include <QPixmap>
 #include <QScreen>
 #include <QSettings>
+#include <QThread>
 #include <QTimer>
 #include <QToolTip>
 #include <map>
@@ -26,6 +27,10 @@
 #include "tests/desktop/window_user.h"
 #include "tests/support/dialog/dialog_answers.h"
 #include "tests/support/dialog/dialog_user.h"
+
+// How often the screen is looked at until it shows what was drawn.
+constexpr int kScreenTurns = 200;
+constexpr unsigned long kScreenMilliseconds = 10;
 
 struct DialogWindow {
   WindowUser user;
@@ -164,13 +169,25 @@ void DialogUser::popupRelease(Point point) {
   window_->user.release(fromPopup(window_->user, point));
 }
 
-// On a real screen what really stands there.
-static QPixmap shownBy(QWidget* widget) {
-  return hasRealScreen() ? widget->screen()->grabWindow(widget->winId()) : widget->grab();
+static QImage imageOf(const QPixmap& shown) {
+  return shown.toImage().convertToFormat(QImage::Format_RGB888);
+}
+
+// On a real screen what really stands there, which comes a while after it was drawn.
+static QImage shownBy(QWidget* widget) {
+  const QImage drawn = imageOf(widget->grab());
+  if (!hasRealScreen()) return drawn;
+  QImage shown;
+  for (int turn = 0; turn < kScreenTurns && shown != drawn; ++turn) {
+    if (turn > 0) QThread::msleep(kScreenMilliseconds);
+    settle();
+    shown = imageOf(widget->screen()->grabWindow(widget->winId()));
+  }
+  return shown;
 }
 
 static WindowPicture grabbed(QWidget* widget) {
-  const QImage image = shownBy(widget).toImage().convertToFormat(QImage::Format_RGB888);
+  const QImage image = shownBy(widget);
   WindowPicture picture = {image.width(), image.height(), {}};
   for (int y = 0; y < image.height(); ++y) {
     const uint8_t* row = image.constScanLine(y);
