@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-constexpr int kPatience = 30000;  // milliseconds; the first start of an editor fills its databases
+constexpr int kPatience = 90000;  // milliseconds; the first start of an editor fills its databases
 constexpr int kPause = 200;
 
 EditorTest::EditorTest() : environment(QProcessEnvironment::systemEnvironment()) {

@@ -85,7 +85,7 @@ TEST_F(Krita, ShowsTheDialogAndUndoes) {
   QProcess krita;
   start(&krita, "krita", {"--nosplash"});
   press(windowNamed("^Morvalis$"), {"Return"});
-  EXPECT_TRUE(krita.waitForFinished(120000));
+  EXPECT_TRUE(krita.waitForFinished(300000));
   krita.kill();
   krita.waitForFinished(10000);
   EXPECT_EQ(read("told"), "2 layers, changed\n1 layers, as before\n2 layers, as after\n3 layers\n")
