@@ -7,7 +7,7 @@ file(GLOB MORVALIS_CORE_SOURCES CONFIGURE_DEPENDS
   pictures/*.cpp pictures/sources/*.cpp persistence/*.cpp services/*.cpp dialog/*.cpp dialog/*/*.cpp)
 
 # The passes of vector/ are compiled once per instruction set, each in a name space of its own.
-file(GLOB MORVALIS_PASSES CONFIGURE_DEPENDS vector/*_passes.cpp)
+file(GLOB MORVALIS_PASSES CONFIGURE_DEPENDS vector/*_passes.cpp vector/field/*_passes.cpp)
 set(MORVALIS_SETS baseline)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
   list(APPEND MORVALIS_SETS sse41 avx2)

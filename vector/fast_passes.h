@@ -5,7 +5,7 @@
 
 #include "vector/colour_passes.h"
 #include "vector/composition_passes.h"
-#include "vector/field_passes.h"
+#include "vector/field/field_passes.h"
 #include "vector/light_passes.h"
 #include "vector/surface_passes.h"
 

@@ -21,7 +21,7 @@
 // scanned from the last to the first, which adds the upward distance and leaves the best of all
 // columns; then strips of columns are scanned down for the best of all rows. Where no pixel is
 // partly selected the first scan gives the exact squared distance, and a table the final value.
-// vector/cone_lanes.h tells which codes need no look.
+// vector/field/cone_lanes.h tells which codes need no look.
 //
 // The scans read a copy of the mask, one byte a pixel. Should the host deliver a row other than it
 // did before, or none, the answer is false and the render starts over with stamps.

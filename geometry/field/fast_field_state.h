@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "vector/field_passes.h"
+#include "vector/field/field_passes.h"
 
 struct FastFieldState {
   uint8_t inUse;

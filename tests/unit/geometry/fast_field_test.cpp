@@ -14,7 +14,7 @@
 #include "tests/support/field_run.h"
 #include "tests/support/hosts/direct_render.h"
 #include "tests/support/mask_families.h"
-#include "vector/cone_lanes.h"
+#include "vector/field/cone_lanes.h"
 #include "vector/instruction_sets.h"
 
 static std::vector<int16_t> twinField(const std::vector<uint8_t>& values, int32_t width,

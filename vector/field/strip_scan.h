@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include "vector/cone_lanes.h"
-#include "vector/field_passes.h"
-#include "vector/lanes.h"
-#include "vector/row_scan.h"
+#include "vector/field/cone_lanes.h"
+#include "vector/field/field_passes.h"
+#include "vector/field/lanes.h"
+#include "vector/field/row_scan.h"
 
 // The code, for distances to the left, of the pixel before column x: as far as codes tell.
 static uint16_t codeBefore(const uint8_t* mask, int32_t x, int32_t radius) {

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "vector/cone_lanes.h"
-#include "vector/field_passes.h"
-#include "vector/lanes.h"
+#include "vector/field/cone_lanes.h"
+#include "vector/field/field_passes.h"
+#include "vector/field/lanes.h"
 
 static inline int32_t lesser(int32_t a, int32_t b) {
   return a < b ? a : b;

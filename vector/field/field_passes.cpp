@@ -1,8 +1,8 @@
-#include "vector/field_passes.h"
+#include "vector/field/field_passes.h"
 
-#include "vector/cone_lanes.h"
-#include "vector/row_scan.h"
-#include "vector/strip_scan.h"
+#include "vector/field/cone_lanes.h"
+#include "vector/field/row_scan.h"
+#include "vector/field/strip_scan.h"
 #include "vector/table_passes.h"
 
 namespace MORVALIS_SET {

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "vector/field_passes.h"
-#include "vector/lanes.h"
+#include "vector/field/field_passes.h"
+#include "vector/field/lanes.h"
 
 // Which codes need no look
 // ------------------------
