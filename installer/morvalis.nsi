@@ -21,6 +21,7 @@ OutFile "${OUTPUT}"
 ; Those who may write for the whole machine are asked for it, others install for themselves.
 RequestExecutionLevel highest
 ShowInstDetails show
+InstallColors /windows
 
 !define KEY "SOFTWARE\Quorrelin\Morvalis\2.08f"   ; where the module remembers
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Morvalis"

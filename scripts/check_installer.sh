@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Tries the installer for Windows under Wine, in a Windows of its own: silently, beside editors that
 # the script makes up; over an earlier installation; and away again, after which nothing is left but
-# what was there before.
+# what was there before. Then by hand, with one editor left out, where a screen can be made.
 #   scripts/check_installer.sh [SETUP.exe]      without one, one is made of the modules that are built
 # Ends with 77 where it cannot be tried. Runs as the test windows_installer.
 set -euo pipefail
@@ -72,10 +72,55 @@ cmp -s "$target/64-bit/Morvalis.8bf" "$drive/Made up/Editor 64/Plug-ins/Morvalis
 cat >"$work/folder/remove.bat" <<'BATCH'
 "C:\Program Files\Filters of mine\Uninstall.exe" /S
 for /l %%i in (1,1,60) do if exist "C:\Program Files\Filters of mine\Uninstall.exe" ping -n 2 127.0.0.1 >nul
+ping -n 3 127.0.0.1 >nul
 BATCH
 wine cmd.exe /c remove.bat >/dev/null
 left=$(filesOf | grep -v '/Mine.q9q$' || true)
 [[ $left == "$before" ]] || fail "the files differ afterwards: $(diff <(echo "$before") <(echo "$left"))"
 [[ -s "$target/environments and textures/presets/Mine.q9q" ]] || fail "a preset of the user's is gone"
 [[ -z $(valueOf 64)$(valueOf 32) ]] || fail "the registry still names the pictures"
-echo "check_installer: installs, upgrades and removes"
+
+for program in Xvfb xdotool; do
+  command -v "$program" >/dev/null || {
+    echo "check_installer: installs, upgrades and removes; not tried by hand, $program is missing"
+    exit 0
+  }
+done
+rm -r "$target"
+answer() {  # TITLE KEY...
+  local title=$1 turn
+  shift
+  for turn in {1..300}; do
+    if xdotool search --onlyvisible --name "$title" >/dev/null 2>&1; then break; fi
+    sleep 0.2
+  done
+  ((turn < 300)) || fail "no window '$title'"
+  sleep 1
+  xdotool key "$@"
+}
+Xvfb -displayfd 1 -screen 0 800x600x24 >"$work/display" 2>/dev/null &
+screen=$!
+trap 'kill $screen; rm -rf "$work"' EXIT
+for turn in {1..100}; do
+  if [[ -s $work/display ]]; then break; fi
+  sleep 0.1
+done
+export DISPLAY=:$(<"$work/display")
+wine setup.exe &
+hand=$!
+answer 'Setup: Installation Options' Down space Return
+answer 'Setup: Installation Folder' Return
+answer 'Setup: Completed' Return
+wait $hand
+target="$drive/Program Files/Morvalis"
+[[ -s $target/64-bit/Morvalis.8bf ]] || fail "nothing is installed by hand"
+[[ ! -e $drive/Made\ up/Editor\ 64/Plug-ins/Morvalis.8bf ]] || fail "an editor without a tick has the module"
+[[ -s $drive/Made\ up/Editor\ 32/Plug-ins/Morvalis.8bf ]] || fail "a ticked editor has no module"
+sed -i 's/Filters of mine/Morvalis/g; s/ .S$//' "$work/folder/remove.bat"
+wine cmd.exe /c remove.bat >/dev/null &
+hand=$!
+answer 'Uninstall: Confirmation' Return
+wait $hand
+left=$(filesOf)
+[[ $left == "$before" ]] || fail "the files differ afterwards: $(diff <(echo "$before") <(echo "$left"))"
+echo "check_installer: installs, upgrades and removes, silently and by hand"
