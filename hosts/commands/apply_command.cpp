@@ -35,7 +35,7 @@ static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
   const SavingChoice saving = parseSaving(options.saving);
   const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
   const int32_t frame = parseFrame(options.frame);
-  RunNotes notes = {options.verbose};
+  RunNotes notes = {options.verbose, options.images.size() > 1 ? image : ""};
   FileBytes contents;
   Picture picture = loadShowing(image, quiet, std::max(1, frame), &contents);
   noteLoaded(picture, image, &notes);
