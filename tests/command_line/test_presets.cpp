@@ -330,6 +330,9 @@ TEST_F(Presets, ThatComeWithTheProgramAreAtHand) {
   savePreset("mine.q9q", {"--preset", "gold", "--set", "radius=5"});
   EXPECT_EQ(apply("in.png", "mine.png", {"--preset", "mine.q9q"}),
             apply("in.png", "gold.png", {"--preset", "gold", "--set", "radius=5"}));
+  for (const char* name : {"mine", "./mine"}) {
+    EXPECT_TRUE(run({"preset", "show", name}).errors.contains("; did you mean mine.q9q?")) << name;
+  }
   const QByteArray before = read("in.png");
   const RunResult slip = run({"preset", "save", "in.png"});
   EXPECT_EQ(slip.exitCode, 1);
