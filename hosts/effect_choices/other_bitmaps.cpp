@@ -76,10 +76,7 @@ static bool canBeNamed(const std::string& name) {
 static FileBytes bitmapOf(const std::string& picture, bool isBitmap) {
   if (isBitmap) return readWholeFile(picture, "a picture");
   const TemporaryFolder folder;
-  if (folder.path.empty()) {
-    throw CommandFailure{kExitFailed, "there is no room for temporary files"};
-  }
-  const std::string draft = folder.path + "/picture.bmp";
+  const std::string draft = pathOf(folder) + "/picture.bmp";
   savePicture(loadPicture(picture), pictureFormatOf(draft), {}, draft);
   return readWholeFile(draft, "a picture");
 }
