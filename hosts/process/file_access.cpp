@@ -274,7 +274,12 @@ static bool takePlace(const OutputFile& output) {
 
 void finishOutput(OutputFile* output) {
   stopIfInterrupted();
-  if (output->draft.empty()) return;
+  if (output->draft.empty()) {
+    struct stat about = {};
+    const bool file = fstat(output->descriptor, &about) == 0 && S_ISREG(about.st_mode);
+    if (file && !reachesDisk(output->descriptor)) failOnWriting(*output, errno);
+    return;
+  }
   const bool allowed = fchmod(output->descriptor, rightsFor(output->place)) == 0;
   const bool safe = allowed && reachesDisk(output->descriptor);
   const int descriptor = std::exchange(output->descriptor, -1);
