@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/user_files.h"
 #include "platform/bitmap_decoder.h"
 
 constexpr int64_t kFileHeaderBytes = 14;
@@ -54,7 +55,7 @@ static bool headerIsSound(const uint8_t* header, int64_t held, int64_t bytes) {
 }
 
 bool bitmapFileIsSound(const char* path) {
-  std::FILE* file = std::fopen(path, "rb");
+  std::FILE* file = openUserFile(path);
   if (file == nullptr) return false;
   uint8_t header[kHeaderBytes];
   const auto held = static_cast<int64_t>(std::fread(header, 1, sizeof(header), file));

@@ -24,6 +24,7 @@ static bool fits(const Picture& picture) {
 
 static bool decodePictureFile(const char* path, DecodedBitmap* bitmap) {
   try {
+    if (!isOrdinaryFile(path)) return false;  // a pipe might keep the dialog waiting
     const Picture picture = loadPicture(path);
     const HostPicture& colors = picture.colors;
     const size_t planes = static_cast<size_t>(colors.planes);

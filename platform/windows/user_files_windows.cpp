@@ -70,6 +70,10 @@ bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
 
 // Others may read meanwhile, as the standard library's files allow as well. Only what is not there
 // is made: opening may also fail while another program has the file.
+std::FILE* openUserFile(const char* path) {
+  return std::fopen(path, "rb");
+}
+
 bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
   const bool isMade = takeMadeFile(path);
   HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
