@@ -369,4 +369,7 @@ TEST_F(Presets, OfTheLastDialogAreTakenUp) {
   EXPECT_EQ(gone.exitCode, 1);
   EXPECT_TRUE(gone.errors.contains("stripes.bmp: there is no such file"));
   EXPECT_EQ(runShell(last + "--environment gone.bmp").exitCode, 0);
+  const RunResult pipe =
+      runShell("cd state/morvalis; rm M*; mkfifo 'Morvalis cached settings'; cd ../..; " + last);
+  EXPECT_TRUE(pipe.errors.contains("is not an ordinary file")) << pipe.errors.toStdString();
 }
