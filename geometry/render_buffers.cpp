@@ -58,15 +58,16 @@ void computeBufferSizes(SessionRecord* session) {
 
 static bool allocateFromHost(const FilterRecord* filter, RenderBuffer* buffer, uint64_t bytes) {
   if (bytes > INT32_MAX) return false;
-  if (allocateHostBuffer(filter, static_cast<int32_t>(bytes), &buffer->hostId) != kNoError) {
-    buffer->hostId = 0;
-    return false;
+  HostBufferId id = 0;
+  if (allocateHostBuffer(filter, static_cast<int32_t>(bytes), &id) != kNoError) return false;
+  buffer->address = lockHostBuffer(filter, id, /*moveHigh=*/true);
+  buffer->isHosts = buffer->address != nullptr;
+  if (buffer->isHosts) {
+    buffer->hostId = id;
+  } else {
+    freeHostBuffer(filter, id);
   }
-  buffer->address = lockHostBuffer(filter, buffer->hostId, /*moveHigh=*/true);
-  if (buffer->address != nullptr) return true;
-  freeHostBuffer(filter, buffer->hostId);
-  buffer->hostId = 0;
-  return false;
+  return buffer->isHosts;
 }
 
 static void allocateBuffer(const FilterRecord* filter, RenderBuffer* buffer, uint64_t bytes) {
@@ -92,7 +93,7 @@ void allocateBuffers(SessionRecord* session) {
 }
 
 static void freeBuffer(const FilterRecord* filter, RenderBuffer* buffer) {
-  if (buffer->hostId != 0) {
+  if (buffer->isHosts) {
     unlockHostBuffer(filter, buffer->hostId);
     freeHostBuffer(filter, buffer->hostId);
   } else {

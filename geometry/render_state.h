@@ -8,9 +8,10 @@
 #include "geometry/field/fast_field_state.h"
 #include "geometry/preview/preview_state.h"
 
-// One of the six large buffers, with the host buffer it came from (0: a block of our own).
+// One of the six large buffers: the host's with that identifier, any, or a block of our own.
 struct RenderBuffer {
   void* address;
+  bool isHosts;
   HostBufferId hostId;
   uint64_t bytes;
 };

@@ -25,7 +25,7 @@ bool writeSettingsFile(const EffectSettings* settings, const char* path) {
 
 // What the settings file says, in the settings; false when there is no file to read.
 static bool readInto(EffectSettings* settings, const char* path, DecodedSettings* decoded) {
-  std::FILE* file = std::fopen(path, "rb");
+  std::FILE* file = openUserFile(path);
   if (file == nullptr) return false;
   auto* bytes = static_cast<uint8_t*>(newModuleBlock(kLargestSettingsFile));
   const bool room = bytes != nullptr;

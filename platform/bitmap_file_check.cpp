@@ -1,10 +1,10 @@
 #include "platform/bitmap_file_check.h"
 
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
 #include "platform/bitmap_decoder.h"
+#include "platform/user_files.h"
 
 constexpr int64_t kFileHeaderBytes = 14;
 constexpr int64_t kShortInfoBytes = 12;  // the oldest info header, with 16-bit sides
@@ -21,6 +21,12 @@ static int64_t numberAt(const uint8_t* file, int64_t offset, int64_t bytes) {
 static int64_t sideAt(const uint8_t* file, int64_t offset) {
   // A negative height says that the rows begin at the top.
   return std::abs(int64_t{static_cast<int32_t>(numberAt(file, offset, 4))});
+}
+
+bool runsMayHold(int64_t pixels, int64_t bytes) {
+  constexpr int64_t kHarmlessPixels = 4096 * 4096;
+  constexpr int64_t kLongestRun = 255;  // of two bytes
+  return pixels <= kHarmlessPixels || pixels / kLongestRun <= bytes;
 }
 
 // `header` has the first `held` bytes of a file of `bytes` bytes.
@@ -48,13 +54,13 @@ static bool headerIsSound(const uint8_t* header, int64_t held, int64_t bytes) {
     return false;
   }
   const bool plainRows = compression == 0 || compression == 3;  // 3: plain rows with colour masks
-  if (!plainRows) return true;
+  if (!plainRows) return runsMayHold(width * height, bytes - rows);
   const int64_t rowBytes = (width * bits + 31) / 32 * 4;
   return rowBytes <= (bytes - rows) / height;
 }
 
 bool bitmapFileIsSound(const char* path) {
-  std::FILE* file = std::fopen(path, "rb");
+  std::FILE* file = openUserFile(path);
   if (file == nullptr) return false;
   uint8_t header[kHeaderBytes];
   const auto held = static_cast<int64_t>(std::fread(header, 1, sizeof(header), file));

@@ -1,10 +1,11 @@
-// user_files: what a back end supplies about files, their names and how they are overwritten.
-// Reading is the standard library's.
+// user_files: what a back end supplies about files, their names and how they are opened and
+// overwritten. Reading is the standard library's.
 
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 
 // Between the folders of a path.
 char pathSeparator();
@@ -28,6 +29,10 @@ bool ownPicturesFolder(char* folder, int32_t bytes);
 // there is none to be had, or when the run is cut off from the user. With `forWriting`, makes the
 // folder it lies in.
 bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes);
+
+// An ordinary file for reading; null when there is none, and for what only looks like one and would
+// keep its reader waiting, as a pipe does.
+std::FILE* openUserFile(const char* path);
 
 // Puts these bytes over the beginning of a file, whose end stays where it is longer, or makes the
 // file. False when that failed: the file then is what it was, at least where it could not be opened

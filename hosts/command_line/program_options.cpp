@@ -213,6 +213,7 @@ static void describePreset(CLI::App* preset, ProgramOptions* options) {
   save->add_option("--preset", options->presetSave.effect.preset,
                    "a settings file to start from, instead of the defaults")
       ->type_name("FILE.q9q");
+  describePictures(save, &options->presetSave.effect.pictures, "the preset");
   describeSettings(save, &options->presetSave.effect);
   save->add_flag("--with-pictures", options->presetSave.withPictures,
                  "copy the pictures that it names into a folder beside it");

@@ -31,11 +31,12 @@ static Picture loadShowing(const std::string& image, bool quiet, int32_t number,
 
 static void applyToPicture(const EffectPlan& plan, const ApplyOptions& options,
                            const std::string& image, const std::string& output) {
+  if (options.keep) replaceNothing(withName(options.output, image));
   const PictureFormat& format = chosenFormat(options.saving, output);
   const SavingChoice saving = parseSaving(options.saving);
   const bool quiet = options.quiet || options.images.size() > 1;  // those share a progress bar
   const int32_t frame = parseFrame(options.frame);
-  RunNotes notes = {options.verbose};
+  RunNotes notes = {options.verbose, options.images.size() > 1 ? image : ""};
   FileBytes contents;
   Picture picture = loadShowing(image, quiet, std::max(1, frame), &contents);
   noteLoaded(picture, image, &notes);
@@ -123,7 +124,6 @@ int runApplyCommand(const ApplyOptions& given) {
   checkImages(options.images);
   const std::vector<std::string> outputs =
       outputNames(options.images, otherPictures(options), options.output, options.keep);
-  if (options.keep) replaceNothing();
   parseSaving(options.saving);
   parseFrame(options.frame);
   checkMaskOptions(options.mask);

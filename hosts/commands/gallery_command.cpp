@@ -75,12 +75,8 @@ static std::vector<SheetCell> renderCells(const GalleryOptions& options, uint32_
                                           const std::vector<std::string>& presets) {
   checkPicture(options);
   const TemporaryFolder folder;
-  if (folder.path.empty()) {
-    throw CommandFailure{kExitFailed, "there is no room for temporary files"};
-  }
-  const auto cellFile = [&folder](size_t i) {
-    return folder.path + "/" + std::to_string(i) + ".png";
-  };
+  const std::string start = pathOf(folder) + "/";
+  const auto cellFile = [&start](size_t i) { return start + std::to_string(i) + ".png"; };
   ChildWork work;
   work.names = presets;
   work.jobs = jobs;

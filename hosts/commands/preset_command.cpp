@@ -166,6 +166,28 @@ static void tellOfCopy(const std::string& picture, const std::string& name,
                 lastName(usualPictureFolder(preset)) + "/" + nameInUtf8(name.c_str()) + "\"");
 }
 
+// Of pictures that a render needs and that are not found from where the file is now.
+static void warnOfMissingPictures(const PresetSaveOptions& options, const EffectSettings& settings,
+                                  const std::string names[kPictureNames]) {
+  const bool mirrors = settings.reflection != 0 || !options.effect.environment.empty();
+  const bool needed[kPictureNames] = {mirrors, settings.textureChoice == kTextureChoiceFile};
+  const std::string folder = usualPictureFolder(options.output);
+  std::string missing;
+  for (int32_t kind = 0; kind < kPictureNames; ++kind) {
+    const std::string& name = names[kind];
+    if (!needed[kind] || name.empty() || !findPictureOfPreset(folder, name.c_str()).empty()) {
+      continue;
+    }
+    missing += std::string(missing.empty() ? "" : " and ") +
+               (kind == kEnvironmentName ? "environment" : "texture") + " picture \"" +
+               nameInUtf8(name.c_str()) + "\"";
+  }
+  if (missing.empty()) return;
+  reportWarning(options.output + ": will not find its " + missing +
+                "; --with-pictures copies what it names into \"" + lastName(folder) +
+                "\" beside it");
+}
+
 int runPresetSave(const PresetSaveOptions& options) {
   const std::string& output = options.output;
   const bool intoFile = output != kStandardStream;
@@ -194,6 +216,7 @@ int runPresetSave(const PresetSaveOptions& options) {
     }
   }
   writePreset(effect.settings, names, output);
+  if (intoFile) warnOfMissingPictures(options, effect.settings, names);
   if (intoFile && !output.ends_with(".q9q")) {
     reportWarning(output + ": does not end in .q9q, so that `morvalis gallery` leaves it out");
   }

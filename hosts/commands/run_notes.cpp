@@ -16,6 +16,14 @@ static void tell(const std::string& text, RunNotes* notes) {
   notes->since = std::chrono::steady_clock::now();
 }
 
+static std::string nameOf(const std::string& file) {
+  return file == kStandardStream ? "standard input" : file;
+}
+
+static std::string beginOf(const RunNotes& notes) {
+  return notes.picture.empty() ? "" : nameOf(notes.picture) + ": ";
+}
+
 // ", 12345 bytes", or nothing of a pipe.
 static std::string sizeOf(const std::string& file) {
   std::error_code failed;
@@ -51,8 +59,8 @@ static std::string partsIn(const PictureMetadata& metadata) {
 
 void noteLoaded(const Picture& picture, const std::string& file, RunNotes* notes) {
   if (!notes->wanted) return;
-  std::string text = (file == kStandardStream ? "standard input" : file) + ": read" + sizeOf(file) +
-                     ": " + std::to_string(picture.colors.width) + " x " +
+  std::string text = nameOf(file) + ": read" + sizeOf(file) + ": " +
+                     std::to_string(picture.colors.width) + " x " +
                      std::to_string(picture.colors.height) + " pixels, " + kindOf(picture);
   if (!picture.converted.empty()) text += " from " + picture.converted;
   if (picture.sidesSwapped) text += ", turned as its orientation says";
@@ -63,16 +71,16 @@ void noteLoaded(const Picture& picture, const std::string& file, RunNotes* notes
 void noteSelection(const HostMask& mask, const std::string& source, RunNotes* notes) {
   if (!notes->wanted) return;
   const std::string name = source.empty() ? "its transparency" : source;
-  if (mask.empty()) return tell("selection: everything", notes);
+  if (mask.empty()) return tell(beginOf(*notes) + "selection: everything", notes);
   const auto selected = mask.size() - static_cast<size_t>(std::count(mask.begin(), mask.end(), 0));
-  tell("selection by " + name + ": " + std::to_string(selected) + " of " +
+  tell(beginOf(*notes) + "selection by " + name + ": " + std::to_string(selected) + " of " +
            std::to_string(mask.size()) + " pixels",
        notes);
 }
 
 void noteRendered(const EffectPlan& plan, const std::string& preset, RunNotes* notes) {
   if (!notes->wanted) return;
-  std::string text = "effect: rendered";
+  std::string text = beginOf(*notes) + "effect: rendered";
   if (!preset.empty()) text += " by preset " + preset;
   constexpr const char* kNames[] = {"environment", "texture"};
   for (int kind = 0; kind < kPictureNames; ++kind) {

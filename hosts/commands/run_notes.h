@@ -11,6 +11,7 @@
 
 struct RunNotes {
   bool wanted = false;
+  std::string picture;  // which of several; empty: there is one
   std::chrono::steady_clock::time_point since = std::chrono::steady_clock::now();
 };
 

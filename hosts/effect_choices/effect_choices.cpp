@@ -122,14 +122,7 @@ static BitmapPath findPicture(const EffectOptions& options, const ChosenPicture&
   if (picture.name.empty()) return BitmapPath();
   const std::string folder =
       options.pictures.empty() ? usualPictureFolder(findPreset(options.preset)) : options.pictures;
-  std::string file = findPictureByName(folder, picture.name.c_str());
-  if (file.empty()) {
-    // A preset of one's own may have begun as one that comes with the program.
-    const std::vector<std::string> own = ownPresets();
-    if (!own.empty()) {
-      file = findPictureByName(usualPictureFolder(own[0]), picture.name.c_str());
-    }
-  }
+  const std::string file = findPictureOfPreset(folder, picture.name.c_str());
   if (file.empty()) {
     failOnFile(options.preset,
                "names the " + std::string(kindOf(kind)) + " picture \"" +

@@ -68,6 +68,7 @@ LastSettings readLastSettings() {
                          "(there is no " +
                              std::string(path) + ")"};
   }
+  if (!isOrdinaryFile(path)) failOnFile(path, "is not an ordinary file");  // a pipe would wait
   LastSettings last = {readPreset(path), std::nullopt};
   EffectSettings& settings = last.preset.settings;
   readRememberedValue("ChromeFile", settings.environmentPath, kPathBytes);

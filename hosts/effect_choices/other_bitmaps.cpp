@@ -24,6 +24,7 @@ static bool fits(const Picture& picture) {
 
 static bool decodePictureFile(const char* path, DecodedBitmap* bitmap) {
   try {
+    if (!isOrdinaryFile(path)) return false;  // a pipe might keep the dialog waiting
     const Picture picture = loadPicture(path);
     const HostPicture& colors = picture.colors;
     const size_t planes = static_cast<size_t>(colors.planes);
@@ -76,10 +77,7 @@ static bool canBeNamed(const std::string& name) {
 static FileBytes bitmapOf(const std::string& picture, bool isBitmap) {
   if (isBitmap) return readWholeFile(picture, "a picture");
   const TemporaryFolder folder;
-  if (folder.path.empty()) {
-    throw CommandFailure{kExitFailed, "there is no room for temporary files"};
-  }
-  const std::string draft = folder.path + "/picture.bmp";
+  const std::string draft = pathOf(folder) + "/picture.bmp";
   savePicture(loadPicture(picture), pictureFormatOf(draft), {}, draft);
   return readWholeFile(draft, "a picture");
 }

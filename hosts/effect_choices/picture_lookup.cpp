@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "hosts/effect_choices/preset_file.h"
+#include "hosts/effect_choices/preset_lookup.h"
 #include "hosts/process/file_names.h"
 #include "persistence/path_parts.h"
 #include "platform/user_files.h"
@@ -30,4 +31,10 @@ std::string findPictureByName(const std::string& folder, const char* windowsName
   takeFileAsWritten(path.data(), static_cast<int32_t>(path.size()));
   path.resize(std::strlen(path.c_str()));
   return isOrdinaryFile(path) ? path : "";
+}
+
+std::string findPictureOfPreset(const std::string& folder, const char* windowsName) {
+  const std::string file = findPictureByName(folder, windowsName);
+  const std::vector<std::string> own = file.empty() ? ownPresets() : std::vector<std::string>();
+  return own.empty() ? file : findPictureByName(usualPictureFolder(own[0]), windowsName);
 }

@@ -12,3 +12,7 @@ std::string usualPictureFolder(const std::string& presetFile);
 // The picture's path, by its name in the Windows character set; empty when the folder does not hold
 // it. A file whose name differs in the case of ASCII letters is taken when there is no exact one.
 std::string findPictureByName(const std::string& folder, const char* windowsName);
+
+// The same for a preset's own folder, behind which stands that of the presets that come with the
+// program: a preset of one's own may have begun as one of them.
+std::string findPictureOfPreset(const std::string& folder, const char* windowsName);

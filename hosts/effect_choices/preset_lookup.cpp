@@ -28,8 +28,26 @@ static std::string listOf(const std::vector<std::string>& names) {
   return text;
 }
 
+// Among those that come with the program and the files of the folder, whose endings are written.
+static std::string adviceFor(const std::string& wanted, const std::string& folder,
+                             const std::vector<std::string>& known) {
+  const std::vector<std::string> files = filesIn(folder, ".q9q");
+  std::vector<std::string> names;
+  for (const std::string& file : files) names.push_back(bareName(file));
+  names.insert(names.end(), known.begin(), known.end());
+  const std::string nearest = nearestName(wanted, names);
+  for (const std::string& file : files) {
+    if (bareName(file) == nearest) return "; did you mean " + lastName(file) + "?";
+  }
+  return suggestionFor(wanted, known);
+}
+
 std::string findPreset(const std::string& name) {
-  if (name == kStandardStream || name.find('/') != std::string::npos) return name;
+  if (name == kStandardStream) return name;
+  if (name.find('/') != std::string::npos) {
+    if (fileExists(name)) return name;
+    failOnFile(name, "there is no such file" + adviceFor(bareName(name), folderOf(name), {}));
+  }
   if (name.empty() || (fileExists(name) && !isFolder(name))) return name;
   const std::string wanted = withoutEnding(name);
   std::vector<std::string> known;
@@ -39,5 +57,5 @@ std::string findPreset(const std::string& name) {
   }
   if (isFolder(name)) return name;  // told as what it is
   failOnFile(name, "there is no such file, and no preset of this name comes with the program" +
-                       suggestionFor(wanted, known) + listOf(known));
+                       adviceFor(wanted, ".", known) + listOf(known));
 }

@@ -76,6 +76,8 @@ void giveMetadata(const PictureMetadata& metadata, VipsImage* image) {
     FileBytes named = {'E', 'x', 'i', 'f', 0, 0};
     named.insert(named.end(), metadata.exif.begin(), metadata.exif.end());
     giveBlob(named, VIPS_META_EXIF_NAME, image);
+    // The library takes the numbers for dots to the millimetre otherwise.
+    if (exifLacksUnit(metadata.exif)) vips_image_set_string(image, kUnit, "none");
   }
   const auto described =
       std::find_if(metadata.texts.begin(), metadata.texts.end(),

@@ -12,6 +12,7 @@ constexpr uint32_t kSmallPictureBytesTag = 0x0202;
 constexpr uint32_t kXResolutionTag = 0x011A;
 constexpr uint32_t kYResolutionTag = 0x011B;
 constexpr uint32_t kResolutionUnitTag = 0x0128;
+constexpr uint32_t kNoUnit = 1;          // the numbers are a pixel's shape
 constexpr uint32_t kCameraTag = 0x8769;  // where the directory of what the camera noted begins
 constexpr uint32_t kPixelsAcrossTag = 0xA002;
 constexpr uint32_t kPixelsDownTag = 0xA003;
@@ -80,15 +81,25 @@ static void dropSmallPicture(const Exif& exif, size_t directory, FileBytes* byte
   if (start + length == bytes->size()) bytes->resize(start);
 }
 
+// 0 where it is not said.
+static uint32_t resolutionUnit(const Exif& exif) {
+  const size_t entry = findEntry(exif, numberAt(exif, 4, 4), kResolutionUnitTag);
+  return entry == 0 ? 0 : numberAt(exif, entry + 8, 2);
+}
+
+bool exifLacksUnit(BytesView bytes) {
+  Exif exif;
+  return openExif(bytes, &exif) && resolutionUnit(exif) == kNoUnit;
+}
+
 bool exifResolution(BytesView bytes, double* x, double* y) {
-  constexpr uint32_t kNoUnit = 1;  // the numbers are a pixel's shape
   constexpr uint32_t kPerCentimetre = 3;
   Exif exif;
   if (!openExif(bytes, &exif)) return false;
   const size_t directory = numberAt(exif, 4, 4);
-  const size_t unit = findEntry(exif, directory, kResolutionUnitTag);
-  if (unit != 0 && numberAt(exif, unit + 8, 2) == kNoUnit) return false;
-  const bool metric = unit != 0 && numberAt(exif, unit + 8, 2) == kPerCentimetre;
+  const uint32_t unit = resolutionUnit(exif);
+  if (unit == kNoUnit) return false;
+  const bool metric = unit == kPerCentimetre;
   const auto read = [&](uint32_t tag) {
     const size_t entry = findEntry(exif, directory, tag);
     if (entry == 0) return 0.0;

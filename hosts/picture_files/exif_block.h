@@ -21,6 +21,9 @@ FileBytes uprightXmp(BytesView xmp);
 // Dots per metre across and down; false when the block does not say.
 bool exifResolution(BytesView exif, double* x, double* y);
 
+// Whether the block gives numbers for a resolution, but says that they have no unit.
+bool exifLacksUnit(BytesView exif);
+
 // The IPTC records out of a block of the kind that JPEG files hold, which stand there among others;
 // of records alone, themselves. Empty when there are none.
 FileBytes iptcRecords(BytesView block);

@@ -1,6 +1,7 @@
 #include "hosts/picture_files/picture_format.h"
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 #include "hosts/process/command_failure.h"
@@ -8,6 +9,7 @@
 #include "hosts/process/file_names.h"
 
 using enum FormatKind;
+using namespace std::string_view_literals;
 
 constexpr PictureFormat kFormats[] = {
     // extension, kind, alpha, colours, depth, profile, exif, xmp, iptc, resolution, texts, sequence
@@ -106,6 +108,25 @@ bool profileFits(const PictureFormat& format, const Picture& picture) {
   return beginsWith(kind, picture.colors.planes == 1 && !colorful ? "GRAY" : "RGB ");
 }
 
+// What a PNG file says of its colours other than sRGB, where no profile says it; "" for nothing.
+static std::string colorSpaceOf(const PictureMetadata& metadata) {
+  constexpr std::string_view kOfSrgb[] = {"gAMA\0\0\xB1\x8F"sv, "cICP\1\x0D\0\1"sv,
+                                          "cHRM\0\0\x7A\x26\0\0\x80\x84\0\0\xFA\0\0\0\x80\xE8"
+                                          "\0\0\x75\x30\0\0\xEA\x60\0\0\x3A\x98\0\0\x17\x70"sv};
+  bool said = !metadata.profile.empty();
+  for (const PngPart& part : metadata.pngColors) said = said || part.name == "sRGB";
+  std::string names;
+  for (const PngPart& part : metadata.pngColors) {
+    const std::string whole = part.name + std::string(part.data.begin(), part.data.end());
+    const bool usual =
+        std::find(std::begin(kOfSrgb), std::end(kOfSrgb), whole) != std::end(kOfSrgb);
+    // cICP counts before a profile, the others behind it.
+    if (part.name == "sRGB" || usual || (said && part.name != "cICP")) continue;
+    names += (names.empty() ? "" : ", ") + part.name;
+  }
+  return names.empty() ? "" : "colour space (" + names + ")";
+}
+
 // The names of the parts that the picture has and the format holds, or does not.
 static std::string partsOf(const PictureFormat& format, const Picture& picture, bool held) {
   const PictureMetadata& metadata = picture.metadata;
@@ -113,12 +134,14 @@ static std::string partsOf(const PictureFormat& format, const Picture& picture, 
   // A TIFF file has room for a description alone.
   const bool described = format.kind == FormatKind::tiff && metadata.comments.empty() &&
                          metadata.texts.size() == 1 && metadata.texts[0].key == "Description";
+  const std::string colorSpace = colorSpaceOf(metadata);
   const struct {
-    const char* name;
+    std::string name;
     bool there;
     bool held;
   } parts[] = {
       {"colour profile", !metadata.profile.empty(), format.profile && profileFits(format, picture)},
+      {colorSpace, !colorSpace.empty(), format.kind == png},
       {"EXIF", !metadata.exif.empty() || metadata.exifLeftOut,
        format.exif && !metadata.exifLeftOut},
       {"XMP", !metadata.xmp.empty(), format.xmp},
@@ -127,8 +150,7 @@ static std::string partsOf(const PictureFormat& format, const Picture& picture, 
   };
   std::string text;
   for (const auto& part : parts) {
-    if (part.there && part.held == held)
-      text += (text.empty() ? "" : ", ") + std::string(part.name);
+    if (part.there && part.held == held) text += (text.empty() ? "" : ", ") + part.name;
   }
   return text;
 }

@@ -29,6 +29,8 @@ static void fitToFormat(const PictureFormat& format, bool strip, Picture* pictur
   if (strip) metadata = {};
   // One that does not fit would make readers refuse the file.
   if (!format.profile || !profileFits(format, *picture)) metadata.profile.clear();
+  // Its numbers would become a TIFF file's resolution.
+  if (!format.exif && exifLacksUnit(metadata.exif)) metadata.exif.clear();
   if (!format.alpha) {
     picture->alpha.clear();
     picture->deep.alpha.clear();

@@ -194,8 +194,10 @@ std::vector<PngPart> pngParts(const PictureMetadata& metadata) {
     const FileBytes stream = packed(metadata.profile);
     data.insert(data.end(), stream.begin(), stream.end());
     parts.push_back({"iCCP", data});
-  } else {
-    parts = metadata.pngColors;
+  }
+  // Besides a profile the others are for readers that know none, and say less.
+  for (const PngPart& part : metadata.pngColors) {
+    if (metadata.profile.empty() || part.name == "cICP") parts.push_back(part);
   }
   if (metadata.dotsPerMeterX > 0 && metadata.dotsPerMeterY > 0) {
     FileBytes data;

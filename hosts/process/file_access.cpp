@@ -233,10 +233,10 @@ static bool reachesDisk(int descriptor) {
   return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
-static bool replacesNothing = false;
+static std::string numberedName;  // empty: files may be replaced
 
-void replaceNothing() {
-  replacesNothing = true;
+void replaceNothing(const std::string& wanted) {
+  numberedName = lastName(wanted);
 }
 
 // Also by a link that leads nowhere.
@@ -256,11 +256,15 @@ static bool moveToFreePlace(const std::string& draft, const std::string& place) 
 }
 
 static bool takePlace(const OutputFile& output) {
-  if (!replacesNothing) return rename(output.draft.c_str(), output.place.c_str()) == 0;
+  if (numberedName.empty()) return rename(output.draft.c_str(), output.place.c_str()) == 0;
+  const std::string wanted = folderOf(output.place) + "/" + numberedName;
+  const auto isOther = [&wanted](const std::string& name) {
+    return name == wanted || isTaken(name);
+  };
   std::string place = output.place;
   while (!moveToFreePlace(output.draft, place)) {
     if (errno != EEXIST) return false;
-    place = freeName(output.place, isTaken);
+    place = freeName(wanted, isOther);
   }
   if (place != output.place) {
     reportWarning(output.name + ": has been taken meanwhile; the result is " + place);
@@ -270,7 +274,12 @@ static bool takePlace(const OutputFile& output) {
 
 void finishOutput(OutputFile* output) {
   stopIfInterrupted();
-  if (output->draft.empty()) return;
+  if (output->draft.empty()) {
+    struct stat about = {};
+    const bool file = fstat(output->descriptor, &about) == 0 && S_ISREG(about.st_mode);
+    if (file && !reachesDisk(output->descriptor)) failOnWriting(*output, errno);
+    return;
+  }
   const bool allowed = fchmod(output->descriptor, rightsFor(output->place)) == 0;
   const bool safe = allowed && reachesDisk(output->descriptor);
   const int descriptor = std::exchange(output->descriptor, -1);

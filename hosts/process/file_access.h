@@ -36,8 +36,9 @@ struct OutputFile {
   int descriptor = -1;
 };
 
-// From now on a name that is taken when a file is finished gets a number, and a warning tells it.
-void replaceNothing();
+// From now on a file whose place is taken when it is finished becomes `wanted` with a number, in
+// the same folder, and a warning tells it.
+void replaceNothing(const std::string& wanted);
 
 void openOutput(const std::string& file, OutputFile* output);
 void appendOutput(BytesView bytes, OutputFile* output);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "hosts/process/command_failure.h"
 #include "hosts/process/interrupt.h"
 #include "hosts/process/leftovers.h"
 #include "hosts/process/name_matching.h"
@@ -133,4 +134,11 @@ TemporaryFolder::~TemporaryFolder() {
   if (path.empty()) return;
   fs::remove_all(path, failed);
   forgetLeftover(path);
+}
+
+const std::string& pathOf(const TemporaryFolder& folder) {
+  if (folder.path.empty()) {
+    throw CommandFailure{kExitFailed, "there is no room for temporary files"};
+  }
+  return folder.path;
 }

@@ -51,3 +51,6 @@ struct TemporaryFolder {
 
   std::string path;  // empty: it could not be made
 };
+
+// Its path; ends the command when there is none.
+const std::string& pathOf(const TemporaryFolder& folder);

@@ -73,6 +73,7 @@ struct HostState {
   std::map<Handle, HandleBlock> handles;
   std::map<HostBufferId, BufferBlock> buffers;
   int32_t allocations = 0;
+  int32_t bufferIds = 0;  // given so far
   int32_t misuses = 0;
 
   PIDescriptorParameters scripting = {};

@@ -61,6 +61,7 @@ struct HostSwitches {
   int16_t exchangeError = -36;
   int32_t refuseAllocationAt = 0;  // the n-th handle or buffer is refused; 0 never
   bool refuseAllBuffers = false;
+  bool bufferIdsFromZero = false;
 
   // Draws for displayPixels; nothing is drawn without it (see drawIntoTarget).
   std::function<void(const HostPicture& shown, int32_t row, int32_t column, void* context)> display;

@@ -70,6 +70,7 @@ static void tellSeed(const EditOptions& options, const EditOutcome& outcome) {
 struct EditedPicture {
   Picture picture;
   Selection selection;
+  std::string wanted;  // before a number is put behind it
   std::string output;
   const PictureFormat* format;
 };
@@ -78,11 +79,11 @@ struct EditedPicture {
 static EditedPicture openPicture(const EditOptions& options, const std::string& image) {
   const int32_t frame = parseFrame(options.frame);
   EditedPicture edited = {
-      loadPicture(image, std::max(1, frame)), {}, withName(options.output, image), nullptr};
+      loadPicture(image, std::max(1, frame)), {}, withName(options.output, image), "", nullptr};
   if (frame != 0) edited.picture.pictureCount = 1;  // the others are left out as they should be
   if (options.color) makeColorful(&edited.picture);
-  if (edited.output.empty()) edited.output = nameBeside(image, edited.picture);
-  if (options.keep) edited.output = freeName(edited.output, fileExists);
+  if (edited.wanted.empty()) edited.wanted = nameBeside(image, edited.picture);
+  edited.output = options.keep ? freeName(edited.wanted, fileExists) : edited.wanted;
   edited.format = &pictureFormatOf(edited.output);
   checkWritable(edited.output);
   checkFormatHolds(*edited.format, edited.picture, edited.output);
@@ -117,7 +118,7 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
   const EditOutcome outcome = editPicture(plan, &edited.picture, edited.selection, image, watch);
   if (!outcome.confirmed) return kExitFailed;
   // Another dialog on the same picture may have been quicker.
-  if (options.keep) edited.output = freeName(edited.output, fileExists);
+  if (options.keep) edited.output = freeName(edited.wanted, fileExists);
   const bool large = isLarge(edited.picture.colors);
   const auto write = [&] {
     savePicture(std::move(edited.picture), *edited.format, {}, edited.output);

@@ -27,6 +27,10 @@ bool cachedSettingsPath(bool, char* path, int32_t bytes) {
   return !scripted.empty();
 }
 
+std::FILE* openUserFile(const char* path) {
+  return std::fopen(path, "rb");
+}
+
 bool overwriteUserFile(const char* path, const uint8_t* bytes, size_t count) {
   std::FILE* file = std::fopen(path, "r+b");
   // Only what is not there is made: opening may also have failed for another reason.

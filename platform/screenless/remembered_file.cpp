@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 constexpr char kFile[] = "/Quorrelin/Morvalis.conf";
@@ -65,7 +66,10 @@ static std::string valueOf(const std::string& written) {
 }
 
 std::optional<std::string> readRememberedFile(const std::string& name) {
-  std::ifstream file(fileName());
+  const std::string path = fileName();
+  std::error_code failed;
+  if (!std::filesystem::is_regular_file(path, failed)) return std::nullopt;  // a pipe would wait
+  std::ifstream file(path);
   bool general = false;
   for (std::string line; std::getline(file, line);) {
     if (line.starts_with('[')) general = line == "[General]";

@@ -8,9 +8,10 @@
 #include "platform/bitmap_file_check.h"
 #include "platform/unix/bitmap_file.h"
 #include "platform/unix/program_session.h"
+#include "platform/user_files.h"
 
 static bool readFile(const char* path, std::vector<uint8_t>* bytes) {
-  std::FILE* file = std::fopen(path, "rb");
+  std::FILE* file = openUserFile(path);
   if (file == nullptr) return false;
   uint8_t piece[65536];
   for (size_t count = 0; (count = std::fread(piece, 1, sizeof(piece), file)) > 0;) {
@@ -57,7 +58,7 @@ const char* morePicturePatterns() {
 }
 
 static bool beginsAsBitmap(const char* path) {
-  std::FILE* file = std::fopen(path, "rb");
+  std::FILE* file = openUserFile(path);
   if (file == nullptr) return false;
   char mark[2] = {};
   const bool read = std::fread(mark, 1, sizeof(mark), file) == sizeof(mark);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/bitmap_file_check.h"
+
 constexpr size_t kFileHeaderBytes = 14;
 constexpr uint32_t kShortInfoBytes = 12;  // the oldest info header, with 16-bit sides
 constexpr uint32_t kInfoBytes = 40;
@@ -237,7 +239,11 @@ bool readBitmapPixels(const uint8_t* info, size_t bytes, const BitmapLayout& lay
   const size_t count = static_cast<size_t>(layout.width) * static_cast<size_t>(layout.height);
   const bool runs = layout.packing == 1 || layout.packing == 2;
   const size_t rowBits = static_cast<size_t>(layout.width) * static_cast<size_t>(layout.bits);
-  // Before the memory is taken. Of runs a byte makes 255 pixels at most.
+  // Before the memory is taken.
+  if (runs &&
+      !runsMayHold(static_cast<int64_t>(count), static_cast<int64_t>(bytes - layout.rows))) {
+    return false;
+  }
   if (!runs && rowBits / 8 > bytes / static_cast<size_t>(layout.height)) return false;
   pixels->width = layout.width;
   pixels->height = layout.height;

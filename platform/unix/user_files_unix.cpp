@@ -1,5 +1,6 @@
 #include "platform/user_files.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -229,6 +230,17 @@ bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
   }
 }
 
+// --- Reading --------------------------------------------------------------------------------
+
+std::FILE* openUserFile(const char* path) {
+  const int file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  struct stat about = {};
+  std::FILE* opened = nullptr;
+  if (file >= 0 && fstat(file, &about) == 0 && S_ISREG(about.st_mode)) opened = fdopen(file, "rb");
+  if (opened == nullptr && file >= 0) close(file);
+  return opened;
+}
+
 // --- Overwriting ----------------------------------------------------------------------------
 
 static bool writeToDisk(int file, const std::string& content) {
@@ -238,7 +250,8 @@ static bool writeToDisk(int file, const std::string& content) {
     if (count <= 0) return false;
     done += static_cast<size_t>(count);
   }
-  return fsync(file) == 0;
+  // Some file systems know no such call.
+  return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
 // The rights of the file that is replaced, or those of a new one.

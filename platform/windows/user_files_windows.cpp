@@ -36,8 +36,10 @@ static bool mayWrite(const char* path) {
   HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                             there ? OPEN_EXISTING : CREATE_NEW,
                             there ? FILE_ATTRIBUTE_NORMAL : FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-  if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
-  return file != INVALID_HANDLE_VALUE;
+  // Whoever has it open right now has no bearing on the rights.
+  if (file == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_SHARING_VIOLATION;
+  CloseHandle(file);
+  return true;
 }
 
 // In the folder for a user's own data; false when there is none or the path does not fit.
@@ -66,6 +68,10 @@ bool cachedSettingsPath(bool forWriting, char* path, int32_t bytes) {
   }
   std::snprintf(path, static_cast<size_t>(bytes), "%s", machines);
   return true;
+}
+
+std::FILE* openUserFile(const char* path) {
+  return std::fopen(path, "rb");
 }
 
 // Others may read meanwhile, as the standard library's files allow as well. Only what is not there

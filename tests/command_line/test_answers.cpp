@@ -205,4 +205,10 @@ TEST_F(Answers, VerboselyOfEveryPart) {
     EXPECT_TRUE(errors.contains(part)) << part << "\n" << errors.toStdString();
   }
   expectSays("\"$0\" apply in.png -o out.png --quiet --verbose", "exclude each other");
+  // Of several pictures every line says which.
+  save(image, "b.png");
+  const RunResult several = run(
+      {"apply", "in.png", "b.png", "-o", "o-{name}.png", "-j", "2", "--verbose", "--mask", "none"});
+  EXPECT_EQ(several.errors.count("in.png: "), 4) << several.errors.toStdString();
+  EXPECT_EQ(several.errors.count("b.png: "), 4) << several.errors.toStdString();
 }

@@ -1,5 +1,8 @@
 // The parts of the desktop back end that programs reach without its windows.
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstring>
 
 #include "platform/remembered_values.h"
@@ -30,6 +33,13 @@ TEST(DesktopBackEnd, ConvertsNamesBothWays) {
   EXPECT_EQ(path[4], '#');
   windowsNameFromPath("\u00E9\u00E9\u00E9", name, 3);
   EXPECT_STREQ(name, "\xE9\xE9");
+}
+
+TEST(DesktopBackEnd, WaitsForNoPipe) {
+  const std::string pipe = testing::TempDir() + "pipe-" + std::to_string(getpid());
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(openUserFile(pipe.c_str()), nullptr);
+  unlink(pipe.c_str());
 }
 
 TEST(DesktopBackEnd, KeepsNothingOfARunThatIsCutOff) {

@@ -65,6 +65,13 @@ TEST_F(Failures, OfThePicture) {
                             "ff800000"
                             "0300"));
   expectUnreadable("runs.bmp", "is damaged or cut off");
+  // Whole, but for what nobody would leave out of so many rows.
+  write("claims.bmp",
+        QByteArray::fromHex("424d00000000000000003a00000028000000803e0000803e000001000800"
+                            "010000000000000000000000000000000100000000000000"
+                            "ff800000"
+                            "0001"));
+  expectUnreadable("claims.bmp", "is damaged or cut off");
   for (const char* device : {"/dev/zero", "/dev/null"}) expectUnreadable(device, "is a device");
 
   // Refused by what the header says; the samples are not there.

@@ -107,6 +107,10 @@ TEST_F(Faults, OfCallsThatWrite) {
       }
     }
   }
+  // A file that standard output is sent into is told of, too.
+  const RunResult sent = runFailing("apply in.png -o - --quiet > sent.png", "fsync", 1);
+  EXPECT_EQ(sent.exitCode, 1);
+  EXPECT_EQ(sent.errors, "morvalis: standard output: cannot be written\n");
   std::printf("%d faults\n", faults);
   EXPECT_GT(faults, 60);
 }

@@ -78,6 +78,17 @@ TEST_F(Metadata, GoesIntoEveryFormatThatHoldsIt) {
     ASSERT_EQ(run({"apply", QString("in.") + row.from, "-o", output, "--strip"}).exitCode, 0);
     EXPECT_EQ(tagsOf(output, {"EXIF:Artist", "XMP:Title", "IPTC:Keywords"}).join(""), "---");
   }
+  // Numbers without a unit stay such, and are none of a format that has no EXIF.
+  save(picture, "ratio.jpg");
+  tool({"-q", "-overwrite_original", "-n", "-JFIF:all=", "-EXIF:XResolution=144",
+        "-EXIF:YResolution=72", "-EXIF:ResolutionUnit=1", "ratio.jpg"});
+  for (const QString output : {"out.webp", "out.avif"}) {
+    apply("ratio.jpg", output, {"--mask", "none"});
+    EXPECT_EQ(tagsOf(output, {"XResolution", "YResolution", "ResolutionUnit"}),
+              (QStringList{"144", "72", "1"}));
+  }
+  apply("ratio.jpg", "out.tif", {"--mask", "none"});
+  EXPECT_EQ(QImageReader(path("out.tif")).read().dotsPerMeterX(), 2835);
   // What is lost is told.
   const RunResult told = run({"apply", "in.jpg", "-o", "out.bmp"});
   EXPECT_TRUE(told.errors.contains("cannot hold its colour profile, EXIF, XMP, IPTC"))

@@ -150,6 +150,18 @@ TEST_F(Pictures, TellWhatTheirResultsLose) {
             "morvalis: warning: deep.png: its samples of 16 bits become 8\n");
   save(greyPicture(), "grey.png");
   EXPECT_EQ(told("grey.png", "out.png"), "");
+  // Colours that are none of sRGB, unless a profile or the usual gamma says all the same.
+  const QByteArray linear = pngChunk("gAMA", QByteArray::fromHex("000186a0"));
+  const QByteArray wide = pngChunk("cICP", QByteArray::fromHex("09100001"));
+  const auto withColors = [&](const QByteArray& chunks) {
+    write("said.png", pngFile(24, 18, 2, QByteArray(24 * 18 * 3, '\x60'), chunks));
+    EXPECT_EQ(told("said.png", "out.png"), "");
+    return told("said.png", "out.webp");
+  };
+  EXPECT_TRUE(withColors(linear + wide).contains("cannot hold its colour space (gAMA, cICP)\n"));
+  EXPECT_EQ(findPngChunk(read("out.png"), "cICP"), QByteArray::fromHex("09100001"));
+  EXPECT_EQ(withColors(pngChunk("sRGB", QByteArray(1, '\0')) + linear), "");
+  EXPECT_EQ(withColors(pngChunk("gAMA", QByteArray::fromHex("0000b18f"))), "");
 }
 
 TEST_F(Pictures, KeepTheirAlphaAndTheColoursUnderIt) {

@@ -60,8 +60,17 @@ TEST_F(PresetPictures, ThatAreNoBitmapsStandAsBitmapsBesideIt) {
 
 TEST_F(PresetPictures, GoAlongWhereThatIsWanted) {
   const QImage expected = apply("in.png", "expected.png", lookWith("sky.bmp"));
-  savePreset(QStringList{"first.q9q"} + lookWith("sky.bmp"));
-  for (const char* name : {"environments and textures", "copy"}) QDir(path("")).mkdir(name);
+  const RunResult alone = savePreset(QStringList{"first.q9q"} + lookWith("sky.bmp"));
+  EXPECT_TRUE(
+      alone.errors.contains("will not find its environment picture \"sky.bmp\" and texture "
+                            "picture \"sky.bmp\"; --with-pictures"))
+      << alone.errors.toStdString();
+  EXPECT_EQ(savePreset({"third.q9q", "--preset", "chrome"}).errors, "");
+  for (const char* name : {"environments and textures", "copy", "other"})
+    QDir(path("")).mkdir(name);
+  const QStringList told = {"--preset", "first.q9q", "--pictures", ".", "--with-pictures"};
+  EXPECT_EQ(savePreset(QStringList{"other/look.q9q"} + told).errors, "");
+  EXPECT_EQ(apply("in.png", "out.png", {"--preset", "other/look.q9q"}), expected);
   QFile::rename(path("sky.bmp"), path("environments and textures/sky.bmp"));
   const RunResult saved =
       savePreset({"copy/second.q9q", "--preset", "first.q9q", "--with-pictures"});

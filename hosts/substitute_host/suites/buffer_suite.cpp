@@ -11,6 +11,7 @@
 // address looks like them, so that one used as an address faults. The n-th buffer asked for gets
 // the n-th id: an id never comes twice.
 static HostBufferId nextBufferId() {
+  if (host().switches.bufferIdsFromZero && host().bufferIds++ == 0) return 0;
   const uint64_t wide = uint64_t{0x4D56000000001000} + static_cast<uint32_t>(host().allocations);
   return static_cast<HostBufferId>(wide);
 }

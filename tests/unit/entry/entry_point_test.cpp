@@ -90,7 +90,7 @@ TEST_F(EntryPoint, BlocksFromAnotherLoadLoseTheirPointers) {
   settings->radius = 33;
   session->loadMark ^= 0x5555;
   session->pictures = {dead, dead};
-  session->render.heightField = {reinterpret_cast<void*>(0x10), 7, 100};
+  session->render.heightField = {reinterpret_cast<void*>(0x10), true, 7, 100};
   session->render.running = 1;
   EXPECT_EQ(renderFilter(), 0);
   EXPECT_EQ(hostSettings()->radius, 33);

@@ -36,6 +36,7 @@ static std::vector<Variant> variants() {
   });
   add("clean memory", [](HostSwitches* s) { s->dirtyMemory = false; });
   add("no sampling", [](HostSwitches* s) { s->honourSampling = false; });
+  add("buffers numbered from 0", [](HostSwitches* s) { s->bufferIdsFromZero = true; });
   add("all buffers refused", [](HostSwitches* s) { s->refuseAllBuffers = true; });
   add("null scripting suites", [](HostSwitches* s) {
     s->scripting = SuiteOffer::usable;
