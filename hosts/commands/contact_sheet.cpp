@@ -5,7 +5,6 @@
 
 #include "hosts/picture_files/formats_library.h"
 #include "hosts/process/command_failure.h"
-#include "hosts/process/interrupt.h"
 #include "hosts/process/libraries/library_guard.h"
 
 // All in pixels.
@@ -19,15 +18,12 @@ constexpr int32_t kLetterSize = 21;
 constexpr double kWantedShape = 1.5;   // of the sheet, width to height
 constexpr double kHolePenalty = 0.12;  // of an empty cell, against a shape off by as much
 
-constexpr unsigned kFontSeconds = 30;  // also for the first look at thousands of fonts
-
 constexpr int32_t kGround = 46;  // greys
 constexpr int32_t kLetters = 224;
 
 static DrawnText drawnName(const std::string& name) {
   DrawnText drawn;
   const LibraryGuard guard;
-  const TimeLimit limit(kFontSeconds, "there is not enough memory, or the fonts cannot be read");
   const std::string reason = formatsLibrary().drawText(name, kLetterSize, &drawn);
   if (!reason.empty()) throw CommandFailure{kExitFailed, reason};
   return drawn;

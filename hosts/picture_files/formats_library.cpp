@@ -1,16 +1,12 @@
 #include "hosts/picture_files/formats_library.h"
 
 #include "hosts/process/command_failure.h"
-#include "hosts/process/interrupt.h"
 #include "hosts/process/libraries/library_guard.h"
 #include "hosts/process/libraries/own_library.h"
 #include "hosts/process/progress_bar.h"
 
-constexpr unsigned kLoadSeconds = 30;
-
 static const FormatsLibrary* loadedLibrary() {
   const LibraryGuard guard;
-  const TimeLimit limit(kLoadSeconds, "the libraries for picture files do not start");
   std::string reason;
   const auto entry = reinterpret_cast<const FormatsLibrary* (*)()>(
       ownProcedure("libmorvalis_formats.so", "morvalisFormats", &reason));

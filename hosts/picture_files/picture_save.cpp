@@ -47,6 +47,18 @@ static void fitToFormat(const PictureFormat& format, bool strip, Picture* pictur
   }
 }
 
+// Under the guard nothing waits for those who read the result.
+static FileBytes coded(const Picture& picture, const PictureFormat& format,
+                       const SaveChoices& choices, const std::string& file) {
+  FileBytes contents;
+  const FormatsLibrary& library = formatsLibrary();
+  const LibraryGuard guard;
+  const std::string reason = library.save(picture, format, choices, interrupted, &contents);
+  stopIfInterrupted();
+  if (!reason.empty()) failOnFile(file, "cannot be written: " + reason);
+  return contents;
+}
+
 void savePicture(Picture picture, const PictureFormat& format, const SaveChoices& choices,
                  const std::string& file) {
   fitToFormat(format, choices.strip, &picture);
@@ -62,15 +74,8 @@ void savePicture(Picture picture, const PictureFormat& format, const SaveChoices
     case FormatKind::pnm:
       writePortableMap(picture, &output);
       break;
-    default: {
-      FileBytes contents;
-      const FormatsLibrary& library = formatsLibrary();
-      const LibraryGuard guard;
-      const std::string reason = library.save(picture, format, choices, interrupted, &contents);
-      stopIfInterrupted();
-      if (!reason.empty()) failOnFile(file, "cannot be written: " + reason);
-      appendOutput(contents, &output);
-    }
+    default:
+      appendOutput(coded(picture, format, choices, file), &output);
   }
   finishOutput(&output);
 }
@@ -84,11 +89,13 @@ void convertPictures(const FileBytes& contents, const std::string& image,
     fitToFormat(format, choices.strip, picture);
   };
   FileBytes result;
-  const FormatsLibrary& library = formatsLibrary();
-  const LibraryGuard guard;
-  const std::string reason = library.convertAll(contents, format, choices, refuseSides, interrupted,
-                                                changeAndFit, &result);
-  stopIfInterrupted();
-  if (!reason.empty()) failOnFile(image, reason);
+  {
+    const FormatsLibrary& library = formatsLibrary();
+    const LibraryGuard guard;
+    const std::string reason = library.convertAll(contents, format, choices, refuseSides,
+                                                  interrupted, changeAndFit, &result);
+    stopIfInterrupted();
+    if (!reason.empty()) failOnFile(image, reason);
+  }
   writeWholeFile(file, result);
 }

@@ -1,10 +1,12 @@
 #include "hosts/process/interrupt.h"
 
+#include <sys/resource.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <csignal>
+#include <cstdint>
 
 #include "hosts/process/command_failure.h"
 #include "hosts/process/leftovers.h"
@@ -12,11 +14,17 @@
 
 constexpr suseconds_t kPatience = 250000;  // microseconds from the signal to the end
 
+// Of a standstill.
+constexpr time_t kTurnSeconds = 5;
+constexpr int kIdleTurns = 8;
+constexpr int64_t kLeastWork = 2000;  // microseconds of the processor in a turn
+
 static volatile std::sig_atomic_t raisedBy = 0;  // 0: nothing yet
 static volatile std::sig_atomic_t quiet = 0;
-static const char* volatile limitLine = "";
 static std::atomic<bool> stopAsked = false;
 static int errors = -1;
+static std::atomic<int64_t> workBefore = 0;
+static std::atomic<int> idleTurns = 0;
 
 static void raiseFlag(int signal) {
   if (raisedBy == 0) {
@@ -26,8 +34,24 @@ static void raiseFlag(int signal) {
   raisedBy = signal;
 }
 
-static void endAtOnce(int) {
-  if (raisedBy == 0) endAtOnce(limitLine);
+static int64_t workSoFar() {
+  rusage used = {};
+  getrusage(RUSAGE_SELF, &used);
+  const auto microseconds = [](const timeval& time) {
+    return int64_t{time.tv_sec} * 1000000 + time.tv_usec;
+  };
+  return microseconds(used.ru_utime) + microseconds(used.ru_stime);
+}
+
+static void lookForStandstill() {
+  const int64_t work = workSoFar();
+  idleTurns = work - workBefore < kLeastWork ? idleTurns + 1 : 0;
+  workBefore = work;
+  if (idleTurns < kIdleTurns) return;
+  endAtOnce("a library for picture files has come to a standstill; memory or threads may be short");
+}
+
+[[noreturn]] static void endInterrupted() {
   removeLeftovers();
   constexpr char kText[] = "\r\x1b[Kmorvalis: interrupted\n";  // over a bar, on a terminal
   constexpr size_t kBarEnd = 4;
@@ -36,32 +60,39 @@ static void endAtOnce(int) {
   _exit(interruptedExitCode());
 }
 
-static void handle(int signal, void (*handler)(int)) {
+static void takeAlarm(int) {
+  if (raisedBy == 0) return lookForStandstill();
+  endInterrupted();
+}
+
+static void handle(int signal, void (*handler)(int), int flags) {
   struct sigaction action = {};
   action.sa_handler = handler;
   sigemptyset(&action.sa_mask);
-  action.sa_flags = 0;  // what waits for a file or a pipe wakes up
+  action.sa_flags = flags;
   sigaction(signal, &action, nullptr);
 }
 
 void watchForInterrupts() {
   errors = loudErrors();
-  handle(SIGALRM, endAtOnce);
+  handle(SIGALRM, takeAlarm, SA_RESTART);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction before = {};
     sigaction(signal, nullptr, &before);
     // A run started in the background, or detached from its terminal, is told to ignore them.
-    if (before.sa_handler != SIG_IGN) handle(signal, raiseFlag);
+    // What waits for a file or a pipe wakes up.
+    if (before.sa_handler != SIG_IGN) handle(signal, raiseFlag, 0);
   }
 }
 
-TimeLimit::TimeLimit(unsigned seconds, const char* line) {
-  limitLine = line;
-  if (raisedBy == 0) alarm(seconds);
-}
-
-TimeLimit::~TimeLimit() {
-  if (raisedBy == 0) alarm(0);
+void watchForStandstill(bool watched) {
+  if (raisedBy != 0) return;
+  handle(SIGALRM, takeAlarm, SA_RESTART);
+  workBefore = workSoFar();
+  idleTurns = 0;
+  const time_t seconds = watched ? kTurnSeconds : 0;
+  const itimerval turns = {{seconds, 0}, {seconds, 0}};
+  setitimer(ITIMER_REAL, &turns, nullptr);
 }
 
 void stayQuietAboutInterrupts() {

@@ -15,15 +15,9 @@ void forgetStop();
 // The run has seen the flag and ends by itself.
 void takeTimeToEnd();
 
-// While it stands, a library that does not come back within so many seconds ends the run with this
-// line, which stays where it is. Where memory fails some keep a lock, and then wait for themselves.
-class TimeLimit {
- public:
-  TimeLimit(unsigned seconds, const char* line);
-  ~TimeLimit();
-  TimeLimit(const TimeLimit&) = delete;
-  TimeLimit& operator=(const TimeLimit&) = delete;
-};
+// While watched, a library that uses no processor for most of a minute ends the run with a line:
+// where memory fails some keep a lock, or wait for threads that could not start.
+void watchForStandstill(bool watched);
 
 // In a process whose parent says that it was interrupted.
 void stayQuietAboutInterrupts();

@@ -1,5 +1,6 @@
 #include "hosts/process/progress_bar.h"
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -30,8 +31,15 @@ static int terminalColumns() {
   return known ? std::min<int>(size.ws_col, kMostColumns) : kUsualColumns;
 }
 
+// A terminal that the user holds (Ctrl-S) holds nothing up.
+static bool takesText() {
+  pollfd terminal = {loudErrors(), POLLOUT, 0};
+  return poll(&terminal, 1, 0) == 1;
+}
+
 // The last column stays free: some terminals go to the next line there.
 static void draw(ProgressBar* bar) {
+  if (!takesText()) return;
   char end[64];
   const int taken = std::snprintf(end, sizeof(end), "] %3d %%%s%s", static_cast<int>(bar->percent),
                                   bar->step.empty() ? "" : "  ", bar->step.c_str());

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "hosts/process/command_failure.h"
+#include "hosts/process/interrupt.h"
 
 // The sanitizers tell of such ends better.
 #if defined(MORVALIS_SANITIZED)
@@ -27,12 +28,12 @@ static void endAtExit() {
 LibraryGuard::LibraryGuard() {
   static_assert(std::size(kEnds) == kSignals);
   [[maybe_unused]] static const bool watches = std::atexit(endAtExit) == 0;
-  ++standing;
+  if (standing++ == 0) watchForStandstill(true);
   for (int i = 0; i < kSignals; ++i) before[i] = std::signal(kEnds[i], end);
 }
 
 LibraryGuard::~LibraryGuard() {
-  --standing;
+  if (--standing == 0) watchForStandstill(false);
   for (int i = 0; i < kSignals; ++i) std::signal(kEnds[i], before[i]);
 }
 #endif
