@@ -194,46 +194,6 @@ TEST(HostVariants, NothingToFilter) {
   }
 }
 
-// An abort or a failed exchange leaves the buffers; the next Start, or Finish, frees them.
-TEST(HostFailures, AbortAndFailedExchange) {
-  const HostPicture picture = testPicture(kWidth, kHeight, 3);
-  const HostMask mask = testMask(kWidth, kHeight);
-  struct Fault {
-    const char* name;
-    int32_t abortAt;
-    int32_t failAt;
-    int16_t result;
-  };
-  const Fault faults[] = {{"abort at the first step", 1, 0, 1},
-                          {"abort in the border pass", 60, 0, 1},
-                          {"abort in the smoothing", 100, 0, 1},
-                          {"abort in the shading", 220, 0, 1},
-                          {"first exchange", 0, 1, -36},
-                          {"an exchange in between", 0, 50, -36},
-                          {"an exchange of the shading", 0, 100, -36}};
-  for (const Fault& fault : faults) {
-    for (bool finish : {false, true}) {
-      SCOPED_TRACE(fault.name);
-      HostSwitches switches;
-      switches.abortAtTest = fault.abortAt;
-      switches.failExchangeAt = fault.failAt;
-      resetNone();
-      openHost(switches, picture, mask);
-      ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-      EXPECT_EQ(renderFilter(), fault.result);
-      if (finish) {
-        EXPECT_EQ(callSelector(kSelectorFinish), 0);
-      } else {
-        EXPECT_EQ(renderFilter(), 0) << "the next run works as if nothing had happened";
-      }
-      EXPECT_EQ(hostLedger().buffers, 0);
-      EXPECT_EQ(hostLedger().handles, 2);
-      EXPECT_EQ(hostLedger().misuses, 0);
-      closeHost();
-    }
-  }
-}
-
 // Refuses one of the module's own blocks after another, in a host that offers no buffers.
 TEST(HostFailures, RefusedModuleBlocks) {
   struct Refusal {
@@ -268,24 +228,6 @@ TEST(HostFailures, RefusedModuleBlocks) {
     EXPECT_EQ(hostLedger().misuses, 0);
     EXPECT_EQ(renderFilter(), 0);
     closeHost();
-  }
-}
-
-TEST(HostFailures, RefusedHostMemory) {
-  const HostPicture picture = testPicture(kWidth, kHeight, 3);
-  const std::vector<uint8_t> expected = runHost({}, picture, {}).effect.samples;
-  for (int32_t n = 1; n <= 8; ++n) {
-    SCOPED_TRACE(n);
-    HostSwitches switches;
-    switches.refuseAllocationAt = n;
-    const HostRun run = runHost(switches, picture, {});
-    // The first two are the session record and the settings; a buffer is replaced by our own block.
-    EXPECT_EQ(run.result, n <= 2 ? -108 : 0);
-    if (n > 2) {
-      EXPECT_EQ(run.effect.samples, expected);
-    }
-    EXPECT_EQ(run.ledgerAfter.buffers, 0);
-    EXPECT_EQ(run.ledgerAfter.misuses, 0);
   }
 }
 
