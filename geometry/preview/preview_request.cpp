@@ -51,6 +51,8 @@ void requestPreviewImage(SessionRecord* session, int32_t factor) {
     error = exchangePreview(filter, frame, frame, rate);
   }
   if (filter->advanceState != nullptr) *session->result = error;
+  // What the host still holds then is another request's, if it holds anything.
+  if (filter->advanceState == nullptr || error != kNoError) preview->frame = {};
   setGeometry(session, frame, reduction);
   const bool margin = filter->haveMask == 0 || (known && preview->marginRefused == 0);
   preview->wide = margin && error == kNoError && isWithin(frame, preview->picture) ? 1 : 0;
