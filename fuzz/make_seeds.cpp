@@ -284,7 +284,7 @@ static void saveCommandLines() {
 
 // Chance from a fixed start: the fuzzers make their inputs longer only slowly by themselves.
 static void saveSessions() {
-  constexpr int kSessions = 12;
+  constexpr int kSessions = 32;
   constexpr int kBytes = 500;
   uint32_t state = 1;
   for (int i = 0; i < kSessions; ++i) {

@@ -6,13 +6,15 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=$(realpath "$1") corpus=$(realpath -m "$2")
 
-# What each is there for; the renders behind it are the tests' affair.
+# What each is there for; the renders behind it are the tests' affair. What the preview asks the host
+# for belongs to the dialog, which alone asks for it, recorded scripts to the target of that name.
 declare -A ownCode=(
   [settings_file]="persistence/settings_codec persistence/settings_items persistence/mac_roman"
-  [host]="entry/ services/host_ geometry/row_requests"
-  [dialog]="dialog/"
+  [host]="entry/entry_point entry/handles entry/load_mark entry/selector_handlers services/host_
+          geometry/row_requests"
+  [dialog]="dialog/ geometry/preview/preview_request"
   [script]="entry/scripting"
-  [kept_blocks]="entry/load_mark entry/handles settings/settings_validation"
+  [kept_blocks]="entry/entry_point entry/load_mark entry/handles settings/settings_validation"
   [picture_file]="hosts/small_formats/ hosts/png_files/png_read hosts/png_files/png_chunks
                   hosts/picture_files/exif_block platform/unix/bitmap_file"
   [command_line]="hosts/effect_choices/setting_text hosts/command_line/"
