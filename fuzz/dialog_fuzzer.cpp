@@ -198,7 +198,7 @@ static void scriptUser(FuzzInput* input) {
 
 // A width that the preview shows as it is, one that it pans over, and one that it opens at a part.
 static int32_t takeWidth(FuzzInput* input) {
-  constexpr int32_t kWidths[] = {30, 900, 30, 4400};
+  constexpr int32_t kWidths[] = {30, 900, 30, 2400};
   return kWidths[take<uint8_t>(input) & 3];
 }
 
@@ -209,7 +209,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   scriptUser(&input);
   const HostSwitches switches = takeSwitches(&input);
   const int32_t width = takeWidth(&input);
-  const int32_t height = width > 1000 ? 9 : 20;
+  const int32_t height = width > 1000 ? 30 : 20;
   const auto shape = take<uint8_t>(&input);
   openHost(switches, testPicture(width, height, shape & 1 ? 1 : 3),
            shape & 2 ? testMask(width, height) : HostMask());

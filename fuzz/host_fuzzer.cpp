@@ -13,6 +13,10 @@
 
 constexpr int32_t kLongestRun = 12;  // calls
 
+static int16_t takeSelector(FuzzInput* input) {
+  return static_cast<int16_t>(takeBetween(input, -1, 6));
+}
+
 static HostSwitches takeSwitches(FuzzInput* input) {
   HostSwitches switches;
   const auto bits = take<uint16_t>(input);
@@ -34,6 +38,8 @@ static HostSwitches takeSwitches(FuzzInput* input) {
   if (bits & 512) {
     switches.abortTest = [input] {
       changeRecord(input);
+      // A call out of a callback.
+      if (takeBetween(input, 0, 63) == 1) callSelector(takeSelector(input));
       return false;
     };
     switches.progress = [input](int32_t, int32_t) { changeRecord(input); };
@@ -123,7 +129,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
         refuseModuleBlock(takeBetween(&input, 0, 40));
         break;
       default:
-        callSelector(static_cast<int16_t>(takeBetween(&input, -1, 6)));
+        callSelector(takeSelector(&input));
         break;
     }
   }

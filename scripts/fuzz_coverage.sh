@@ -25,8 +25,9 @@ done
 "$build/morvalis_fuzz_seeds" "$corpus"
 cp -n presets/*.q9q "$corpus/settings_file/"
 for name in $(printf '%s\n' "${!ownCode[@]}" | LC_ALL=C sort); do
-  # The dialog's may save what it has made, where it runs.
-  (cd "$build/fuzz" && LLVM_PROFILE_FILE=$build/$name.profraw "$build/${name}_fuzzer" -runs=0 \
+  # The dialog's may save what it has made, where it runs. Large blocks are refused as they are under
+  # the address sanitizer.
+  (cd "$build/fuzz" && ulimit -v 800000 && LLVM_PROFILE_FILE=$build/$name.profraw "$build/${name}_fuzzer" -runs=0 \
     -detect_leaks=0 "$corpus/$name" >"$build/$name.log" 2>&1)
   llvm-profdata merge -o "$build/$name.profdata" "$build/$name.profraw"
   llvm-cov export -format=lcov -instr-profile "$build/$name.profdata" "$build/${name}_fuzzer" \
