@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cfenv>
 #include <set>
 #include <thread>
 
 #include "entry/entry_point.h"
+#include "entry/handles.h"
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
 #include "tests/support/hosts/heap_faults.h"
@@ -169,6 +171,39 @@ TEST(HostVariants, OneThreadAtATime) {
   EXPECT_EQ(run.effect.samples, expected.effect.samples);
   EXPECT_GE(refused, 5);
   EXPECT_EQ(refused % 5, 0);
+}
+
+// Threads that come at the same time, each with a record and a slot of its own: every call is
+// served or sent away.
+TEST(HostVariants, ThreadsThatRace) {
+  constexpr int32_t kCalls = 20000;
+  HostSwitches switches;
+  switches.handleSuite = SuiteOffer::absent;  // the substitute host is of one thread
+  openHost(switches, testPicture(kWidth, kHeight, 3), {});
+  FilterRecord records[4];
+  intptr_t slots[4] = {};
+  std::atomic<int32_t> served = 0;
+  std::atomic<int32_t> refused = 0;
+  std::vector<std::thread> threads;
+  for (int32_t i = 0; i < 4; ++i) {
+    records[i] = *hostRecord();
+    threads.emplace_back([&, record = &records[i], slot = &slots[i]] {
+      for (int32_t call = 0; call < kCalls; ++call) {
+        int16_t result = 0;
+        ENTRYPOINT(kSelectorPrepare, record, slot, &result);
+        if (result == kNoError && *slot != 0 && record->parameters != nullptr) ++served;
+        if (result == kFilterBadParameters) ++refused;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(served + refused, 4 * kCalls);
+  EXPECT_GT(served, 0);
+  RecordProperty("refused", refused);
+  for (int32_t i = 0; i < 4; ++i) {
+    disposeModuleHandle(reinterpret_cast<Handle>(slots[i]));
+    disposeModuleHandle(records[i].parameters);
+  }
 }
 
 TEST(HostVariants, SmallestPictures) {
