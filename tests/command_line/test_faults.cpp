@@ -6,6 +6,7 @@
 #include <QDirIterator>
 #include <cstdlib>
 #include <map>
+#include <set>
 
 #include "tests/command_line/program_run.h"
 
@@ -39,13 +40,19 @@ static bool opensWindow(const FaultyCommand& command) {
   return QString(command.arguments).startsWith("edit");
 }
 
-// The calls that are to fail. Qt closes hundreds of files before the first window, the last ones
-// are ours; and it waits half a minute for the lock of its settings that it could not remove.
-static std::pair<int, int> placesOf(const FaultyCommand& command, const QString& call, int calls) {
-  constexpr int kLastCloses = 6;
-  if (opensWindow(command) && call == "close") return {calls - kLastCloses + 1, calls};
-  if (opensWindow(command) && call == "unlink") return {1, 1};
-  return {1, calls};
+// The calls that are to fail. With a window the first two and the last are the settings' and the
+// picture's own, between them Qt writes the paths, one by one; before it Qt closes many files, and
+// it waits half a minute for a lock that it could not remove.
+static std::set<int> placesOf(const FaultyCommand& command, const QString& call, int calls) {
+  constexpr int kClosesFromSettingsOn = 12;
+  if (!opensWindow(command)) {
+    std::set<int> all;
+    for (int at = 1; at <= calls; ++at) all.insert(at);
+    return all;
+  }
+  if (call == "close") return {calls - kClosesFromSettingsOn, calls};
+  if (call == "unlink" || calls == 1) return {1};
+  return calls == 0 ? std::set<int>() : std::set<int>{1, 2, calls};
 }
 
 class Faults : public ProgramTest {
@@ -154,9 +161,9 @@ TEST_F(Faults, OfCallsThatWrite) {
     for (const char* call : kWritingCalls) {
       putBack(command.result, old);
       const int calls = count(command, call);
-      const auto [first, last] = placesOf(command, call, calls);
-      for (int at = first; at <= last && !HasFailure(); ++at, ++faults) {
-        expectOldOrNew(command, call, at, old, wholeNew);
+      for (const int at : placesOf(command, call, calls)) {
+        if (!HasFailure()) expectOldOrNew(command, call, at, old, wholeNew);
+        ++faults;
       }
     }
   }
