@@ -51,7 +51,7 @@ void unlockHandle(const FilterRecord* filter, Handle handle) {
 }
 
 bool handleMayHold(const FilterRecord* filter, Handle handle, int32_t bytes) {
-  if (!isHostHandle(filter, handle)) return moduleHandleSize(handle) >= bytes;
+  if (!isHostHandle(filter, handle)) return moduleHandleSize(handle) == bytes;
   const int32_t size = filter->handleProcs->getSizeProc(handle);
   return size <= 0 || size >= bytes;
 }

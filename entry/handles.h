@@ -20,7 +20,8 @@ void* lockHandle(const FilterRecord* filter, Handle handle, bool moveHigh);
 void unlockHandle(const FilterRecord* filter, Handle handle);
 
 // False when the host knows the block to be smaller than that, as one left by another version of
-// the module may be. Hosts that cannot tell answer 0.
+// the module may be. Hosts that cannot tell answer 0. One of the module's own has to be of that
+// size: the number of a dead one may have come again for a block of another kind.
 bool handleMayHold(const FilterRecord* filter, Handle handle, int32_t bytes);
 
 // The module's own handles: a master block whose first word is the address of the zero-filled

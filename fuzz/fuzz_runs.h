@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <vector>
 
+#include "entry/handles.h"
 #include "fuzz/fuzz_input.h"
+#include "hosts/substitute_host/host_state.h"
 #include "hosts/substitute_host/substitute_host.h"
 #include "settings/effect_settings.h"
 #include "tests/support/hosts/host_pictures.h"
@@ -35,6 +38,80 @@ inline Rectangle takeRectangle(FuzzInput* input) {
   rect.right = static_cast<int16_t>(rect.left + std::min(width, kFewPixels));
   rect.bottom = static_cast<int16_t>(rect.top + std::max(kFewPixels / width, 1));
   return rect;
+}
+
+// Settings that a host has taken out of its record, to be freed in the end.
+inline std::vector<Handle>& takenHandles() {
+  static std::vector<Handle> handles;
+  return handles;
+}
+
+// What a host may do to its record whenever it is called, now and then. It does not lie about the
+// rows that it has delivered, but takes them away.
+inline void changeRecord(FuzzInput* input) {
+  FilterRecord* record = hostRecord();
+  switch (takeBetween(input, 0, 63)) {
+    case 1:
+      takenHandles().push_back(Handle{record->parameters});
+      record->parameters = nullptr;
+      break;
+    case 2:
+      record->planes = static_cast<int16_t>(takeBetween(input, -1, 5));
+      break;
+    case 3:
+      record->filterRect = takeRectangle(input);
+      break;
+    case 4:
+      record->haveMask = take<uint8_t>(input) & 1;
+      break;
+    case 5:
+      record->inRect = takeRectangle(input);
+      break;
+    case 6:
+      record->outRect = takeRectangle(input);
+      break;
+    case 7:
+      record->maskRect = takeRectangle(input);
+      break;
+    case 8:
+      record->inData = nullptr;
+      break;
+    case 9:
+      record->outData = nullptr;
+      break;
+    case 10:
+      record->maskData = nullptr;
+      break;
+    case 11:
+      record->advanceState = nullptr;
+      break;
+    case 12:
+      record->displayPixels = nullptr;
+      break;
+    case 13:
+      record->inputRate = record->maskRate = take<int32_t>(input);
+      break;
+    case 14:
+      record->imageMode = static_cast<int16_t>(takeBetween(input, 0, 4));
+      break;
+    case 15:
+      record->imageSize = take<Point>(input);
+      break;
+    case 16:  // which says nothing of a single row
+      if (record->inRect.bottom - record->inRect.top == 1)
+        record->inRowBytes = take<int32_t>(input);
+      break;
+    default:
+      break;
+  }
+}
+
+// Of the module's own; the host frees its own ones.
+inline void freeOwnHandles() {
+  disposeModuleHandle(reinterpret_cast<Handle>(host().dataSlot));
+  disposeModuleHandle(hostRecord()->parameters);
+  for (const Handle handle : takenHandles()) disposeModuleHandle(handle);
+  takenHandles().clear();
 }
 
 // A run that the host broke off keeps its memory until the next Start, or this Finish. After it the

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "dialog/controls/control_table.h"
 #include "hosts/png_files/png_write.h"
 #include "hosts/small_formats/small_formats.h"
 
@@ -280,11 +281,95 @@ static void saveCommandLines() {
   }
 }
 
+// --- The dialog -----------------------------------------------------------------------------
+
+// Actions as the fuzzer of the dialog takes them.
+struct Play {
+  FileBytes bytes;
+
+  Play& put(std::initializer_list<int32_t> more) {
+    for (const int32_t byte : more) bytes.push_back(static_cast<uint8_t>(byte));
+    return *this;
+  }
+  static int32_t placeOf(int32_t id) {
+    int32_t place = 0;
+    while (place + 1 < kMainDialog.controlCount && kMainDialog.controls[place].id != id) ++place;
+    return place;
+  }
+  Play& press(int32_t id, int32_t v = 128, int32_t h = 128) {
+    return put({0, placeOf(id), v, h});
+  }
+  Play& move(int32_t id, int32_t v, int32_t h) {
+    return put({1, placeOf(id), v, h});
+  }
+  Play& release(int32_t id, int32_t v = 128, int32_t h = 128) {
+    return put({2, placeOf(id), v, h});
+  }
+  Play& command(int32_t id) {
+    return put({8, placeOf(id), 1});
+  }
+  Play& key(WindowKey key, int32_t shift = 0) {
+    return put({10, static_cast<int32_t>(key), shift});
+  }
+  Play& type(char character) {
+    return put({10, static_cast<int32_t>(WindowKey::character), character - 1});
+  }
+  Play& use(int32_t id) {
+    return put({13, placeOf(id)});
+  }
+  Play& set(int32_t id, int32_t amount) {
+    return put({14, placeOf(id), amount, 0});
+  }
+};
+
+// On a picture of this kind, whose host can show it; `shape` as the fuzzer has it.
+static Play openDialog(int32_t width, int32_t shape = 6) {
+  return Play().put({0, 0x77, width, shape});
+}
+
+static void saveDialogs() {
+  constexpr int32_t kRead = 15;
+  for (int32_t width = 0; width < 4; ++width) {
+    Play play = openDialog(width);
+    play.command(kZoomInButton).press(kPreviewArea).move(kPreviewArea, 90, 60);
+    play.move(kPreviewArea, 60, 90).release(kPreviewArea, 60, 90).press(kPreviewArea);
+    play.move(kPreviewArea, 30, 30).put({10, static_cast<int32_t>(WindowKey::escape), 0});
+    play.put({6, Play::placeOf(kPreviewArea), 99, 99}).put({7, Play::placeOf(kPreviewArea), 9, 9});
+    play.command(kZoomButton).press(kPreviewArea).release(kPreviewArea);
+    for (const WindowKey key : {WindowKey::left, WindowKey::pageDown, WindowKey::home})
+      play.key(key);
+    play.press(kRadiusSlider).move(kRadiusSlider, 9, 9).release(kRadiusSlider).key(WindowKey::undo);
+    play.key(WindowKey::redo).command(kZoomOutButton).key(WindowKey::undo).put({kRead});
+    save("dialog-view-" + std::to_string(width), play.bytes);
+  }
+  Play menus = openDialog(0);
+  for (const int32_t id : {kShapePicker, kTexturePicker, kBlendPicker}) {
+    menus.use(id);
+    for (const WindowKey key : {WindowKey::up, WindowKey::end, WindowKey::home, WindowKey::enter}) {
+      menus.put({6, static_cast<int32_t>(key), 0});
+    }
+    menus.press(id).put({3}).put({4}).put({6, static_cast<int32_t>(WindowKey::character), 'm' - 1});
+    menus.put({6, static_cast<int32_t>(WindowKey::escape), 0}).set(id, 3).put({kRead});
+  }
+  save("dialog-menus", menus.bytes);
+  Play sliders = openDialog(0);
+  for (const Slider& slider : kSliders) {
+    sliders.set(slider.id, 40).press(slider.valueArea).release(slider.id).type('7');
+  }
+  save("dialog-sliders", sliders.bytes);
+  Play keys = openDialog(1);
+  keys.type('?').key(WindowKey::copy).key(WindowKey::help).set(kLight1Pad, 200);
+  for (int32_t i = 0; i < 12; ++i) keys.key(WindowKey::tab).type(' ').key(WindowKey::right, 1);
+  keys.press(kRadiusSlider).release(kRadiusSlider).type('1').type('7').key(WindowKey::backspace);
+  keys.put({10, static_cast<int32_t>(WindowKey::enter), 0}).put({15});
+  save("dialog-keys", keys.bytes);
+}
+
 // --- Long sessions --------------------------------------------------------------------------
 
 // Chance from a fixed start: the fuzzers make their inputs longer only slowly by themselves.
 static void saveSessions() {
-  constexpr int kSessions = 12;
+  constexpr int kSessions = 32;
   constexpr int kBytes = 500;
   uint32_t state = 1;
   for (int i = 0; i < kSessions; ++i) {
@@ -309,6 +394,8 @@ int main(int count, char** words) {
   saveNotes();
   folder = words[1] + std::string("/command_line");
   saveCommandLines();
+  folder = words[1] + std::string("/dialog");
+  saveDialogs();
   for (const char* fuzzer : {"dialog", "host", "kept_blocks", "script"}) {
     folder = words[1] + std::string("/") + fuzzer;
     saveSessions();

@@ -33,36 +33,6 @@ static std::vector<ScriptValue> takeScript(FuzzInput* input) {
   return script;
 }
 
-// What a host may do to its record whenever it is called.
-static void changeRecord(FuzzInput* input) {
-  FilterRecord* record = hostRecord();
-  switch (takeBetween(input, 0, 31)) {
-    case 0:
-      record->parameters = nullptr;
-      break;
-    case 1:
-      record->planes = static_cast<int16_t>(takeBetween(input, -1, 5));
-      break;
-    case 2:
-      record->filterRect = takeRectangle(input);
-      break;
-    case 3:
-      record->haveMask = take<uint8_t>(input) & 1;
-      break;
-    case 4:
-      record->inRowBytes = take<int32_t>(input);
-      break;
-    case 5:
-      record->maskData = nullptr;
-      break;
-    case 6:
-      record->advanceState = nullptr;
-      break;
-    default:
-      break;
-  }
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
   FuzzInput input = {bytes, count};
   resetNone();
@@ -89,6 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t count) {
     hostRecord()->parameters = settings;
   }
   finishAndCheck();
+  freeOwnHandles();
   closeHost();
   return 0;
 }

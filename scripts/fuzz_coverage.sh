@@ -6,13 +6,15 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=$(realpath "$1") corpus=$(realpath -m "$2")
 
-# What each is there for; the renders behind it are the tests' affair.
+# What each is there for; the renders behind it are the tests' affair. What the preview asks the host
+# for belongs to the dialog, which alone asks for it, recorded scripts to the target of that name.
 declare -A ownCode=(
   [settings_file]="persistence/settings_codec persistence/settings_items persistence/mac_roman"
-  [host]="entry/ services/host_ geometry/row_requests"
-  [dialog]="dialog/"
+  [host]="entry/entry_point entry/handles entry/load_mark entry/selector_handlers services/host_
+          geometry/row_requests"
+  [dialog]="dialog/ geometry/preview/preview_request"
   [script]="entry/scripting"
-  [kept_blocks]="entry/load_mark entry/handles settings/settings_validation"
+  [kept_blocks]="entry/entry_point entry/load_mark entry/handles settings/settings_validation"
   [picture_file]="hosts/small_formats/ hosts/png_files/png_read hosts/png_files/png_chunks
                   hosts/picture_files/exif_block platform/unix/bitmap_file"
   [command_line]="hosts/effect_choices/setting_text hosts/command_line/"
@@ -23,8 +25,9 @@ done
 "$build/morvalis_fuzz_seeds" "$corpus"
 cp -n presets/*.q9q "$corpus/settings_file/"
 for name in $(printf '%s\n' "${!ownCode[@]}" | LC_ALL=C sort); do
-  # The dialog's may save what it has made, where it runs.
-  (cd "$build/fuzz" && LLVM_PROFILE_FILE=$build/$name.profraw "$build/${name}_fuzzer" -runs=0 \
+  # The dialog's may save what it has made, where it runs. Large blocks are refused as they are under
+  # the address sanitizer.
+  (cd "$build/fuzz" && ulimit -v 800000 && LLVM_PROFILE_FILE=$build/$name.profraw "$build/${name}_fuzzer" -runs=0 \
     -detect_leaks=0 "$corpus/$name" >"$build/$name.log" 2>&1)
   llvm-profdata merge -o "$build/$name.profdata" "$build/$name.profraw"
   llvm-cov export -format=lcov -instr-profile "$build/$name.profdata" "$build/${name}_fuzzer" \

@@ -40,7 +40,8 @@ bool lockSettings(SessionRecord* session) {
   if (!handleMayHold(filter, handle, sizeof(EffectSettings))) {
     // Left by another version of the module, which the host did not tell apart from this one.
     filter->parameters = nullptr;
-    disposeHandle(filter, handle);
+    // One of the module's own is something else that has got the number of a dead block.
+    if (!isModuleHandle(handle)) disposeHandle(filter, handle);
     return true;
   }
   if (!holdSettings(session, handle)) return false;

@@ -9,7 +9,7 @@
 #include "dialog/preview/preview_zoom.h"
 #include "geometry/field/selection_mask.h"
 #include "geometry/preview/preview_render.h"
-#include "geometry/row_requests.h"
+#include "geometry/preview/preview_request.h"
 #include "platform/window.h"
 #include "services/fixed_point.h"
 #include "services/memory_blocks.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 #include "entry/session_record.h"
@@ -11,6 +12,11 @@
 #include "services/memory_blocks.h"
 
 constexpr int32_t kBandSamples = 1 << 22;  // asked of the host at a time
+
+bool maskIsDelivered(const FilterRecord* filter, const Rectangle& rect) {
+  return filter->maskData != nullptr && isSameRect(filter->maskRect, rect) &&
+         std::abs(int64_t{filter->maskRowBytes}) >= rect.right - rect.left;
+}
 
 // Hosts take an empty input as the end, so one pixel is asked for and left alone.
 static void requestBand(SessionRecord* session, const Rectangle& band) {

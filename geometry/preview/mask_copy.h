@@ -3,6 +3,9 @@
 
 #pragma once
 
+#include "services/rectangle.h"
+
+struct FilterRecord;
 struct SessionRecord;
 
 // Asks the host for it, band by band, where there is memory for it and the host exchanges rows.
@@ -12,3 +15,6 @@ void takeMaskCopy(SessionRecord* session);
 
 // Safe to call twice.
 void freeMaskCopy(SessionRecord* session);
+
+// Whether the host has delivered the selection of that rectangle.
+bool maskIsDelivered(const FilterRecord* filter, const Rectangle& rect);

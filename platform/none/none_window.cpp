@@ -1,5 +1,7 @@
 #include "platform/none/none_window.h"
 
+#include <algorithm>
+
 #include "platform/none/window_record.h"
 
 // --- Mouse ----------------------------------------------------------------------------------
@@ -169,6 +171,23 @@ void NoneWindow::escape() {
 void NoneWindow::close() {
   if (window_->popup != nullptr) return dismissPopup(window_);
   if (window_->open && window_->content != nullptr) cancelWindow(window_);
+}
+
+void NoneWindow::use(int32_t id) {
+  const WindowControl* control = findControl(window_, id);
+  if (control == nullptr || control->kind != ControlKind::area) return;
+  WindowEvent event = eventOf(WindowEventKind::use);
+  event.id = id;
+  sendEvent(window_, event);
+}
+
+void NoneWindow::set(int32_t id, int32_t amount) {
+  ControlReading reading;
+  if (!read(id, &reading) || !reading.hasRange) return;
+  WindowEvent event = eventOf(WindowEventKind::set);
+  event.id = id;
+  event.amount = std::clamp(amount, reading.minimum, reading.maximum);
+  sendEvent(window_, event);
 }
 
 void NoneWindow::drawButton(int32_t id, const ItemState& state) {

@@ -44,6 +44,10 @@ class NoneWindow {
   void escape();
   void close();  // by its frame
 
+  // What somebody does who cannot see it: uses an area, or sets a control within its range.
+  void use(int32_t id);
+  void set(int32_t id, int32_t amount);
+
   // The drawItem event of a button in a state of the script's choosing.
   void drawButton(int32_t id, const ItemState& state);
 

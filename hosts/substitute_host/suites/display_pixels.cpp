@@ -7,9 +7,15 @@
 #include "hosts/substitute_host/host_state.h"
 #include "platform/window.h"
 
+static int32_t planesOf(const PSPixelMap& map) {
+  return map.imageMode == kImageModeGrey ? 1 : 3;
+}
+
 static bool isShowable(const PSPixelMap& map, const HostRectangle32& source) {
   if (map.imageMode != kImageModeGrey && map.imageMode != kImageModeRgb) return false;
   if (map.baseAddr == nullptr || map.rowBytes == 0) return false;
+  // The record's mode and planes may say different things; no more is read than a pixel has.
+  if (map.colBytes < planesOf(map)) return false;
   return map.bounds.top <= source.top && source.top <= source.bottom &&
          source.bottom <= map.bounds.bottom && map.bounds.left <= source.left &&
          source.left <= source.right && source.right <= map.bounds.right;
@@ -19,7 +25,7 @@ static HostPicture copyOf(const PSPixelMap& map, const HostRectangle32& source) 
   HostPicture picture;
   picture.width = source.right - source.left;
   picture.height = source.bottom - source.top;
-  picture.planes = map.imageMode == kImageModeGrey ? 1 : 3;
+  picture.planes = planesOf(map);
   const uint8_t* base = static_cast<const uint8_t*>(map.baseAddr);
   for (int32_t y = source.top; y < source.bottom; ++y) {
     for (int32_t x = source.left; x < source.right; ++x) {

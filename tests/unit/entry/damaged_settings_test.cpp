@@ -8,8 +8,8 @@
 
 #include "dialog/controls/control_table.h"
 #include "geometry/preview/preview_render.h"
+#include "geometry/preview/preview_request.h"
 #include "geometry/row_machine.h"
-#include "geometry/row_requests.h"
 #include "platform/none/none_script.h"
 #include "settings/setting_ranges.h"
 #include "tests/support/dialog/dialog_runs.h"

@@ -1,6 +1,7 @@
 // Selectors, the records that live between calls, scripting and the dialog's place in a run.
 
 #include "entry/entry_point.h"
+#include "entry/handles.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -9,11 +10,10 @@
 #include <cstring>
 
 #include "dialog/controls/control_table.h"
-#include "entry/handles.h"
 #include "entry/session_record.h"
 #include "geometry/preview/preview_render.h"
+#include "geometry/preview/preview_request.h"
 #include "geometry/row_machine.h"
-#include "geometry/row_requests.h"
 #include "hosts/substitute_host/host_state.h"
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
@@ -209,6 +209,28 @@ TEST_F(EntryPoint, SettingsBlockThatIsTooSmallIsSetAside) {
 }
 
 // A number kept from an earlier process must not even be looked at.
+// The numbers of dead handles come again: for the session record, or for the settings.
+TEST_F(EntryPoint, NumbersThatBelongToAnotherBlock) {
+  HostSwitches switches;
+  switches.handleSuite = SuiteOffer::absent;
+  openHost(switches, testPicture(20, 10, 3), {});
+  ASSERT_EQ(callSelector(kSelectorPrepare), 0);
+  const Handle settings = hostRecord()->parameters;
+  const auto session = reinterpret_cast<Handle>(host().dataSlot);
+  hostRecord()->parameters = session;
+  EXPECT_EQ(callSelector(kSelectorPrepare), 0);
+  EXPECT_EQ(reinterpret_cast<Handle>(host().dataSlot), session);
+  EXPECT_NE(hostRecord()->parameters, session);
+  EXPECT_TRUE(isModuleHandle(session));
+  host().dataSlot = reinterpret_cast<intptr_t>(settings);
+  EXPECT_EQ(renderFilter(), 0);
+  for (const Handle handle : {settings, session, Handle{hostRecord()->parameters},
+                              reinterpret_cast<Handle>(host().dataSlot)}) {
+    EXPECT_TRUE(isModuleHandle(handle));
+    disposeModuleHandle(handle);
+  }
+}
+
 TEST_F(EntryPoint, DeadSlotNumbersGetANewRecord) {
   for (SuiteOffer offer : {SuiteOffer::usable, SuiteOffer::absent}) {
     HostSwitches switches;

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cfenv>
 #include <set>
 #include <thread>
 
 #include "entry/entry_point.h"
+#include "entry/handles.h"
 #include "platform/none/none_script.h"
 #include "platform/remembered_values.h"
 #include "tests/support/hosts/heap_faults.h"
@@ -172,6 +174,39 @@ TEST(HostVariants, OneThreadAtATime) {
   EXPECT_EQ(refused % 5, 0);
 }
 
+// Threads that come at the same time, each with a record and a slot of its own: every call is
+// served or sent away.
+TEST(HostVariants, ThreadsThatRace) {
+  constexpr int32_t kCalls = 20000;
+  HostSwitches switches;
+  switches.handleSuite = SuiteOffer::absent;  // the substitute host is of one thread
+  openHost(switches, testPicture(kWidth, kHeight, 3), {});
+  FilterRecord records[4];
+  intptr_t slots[4] = {};
+  std::atomic<int32_t> served = 0;
+  std::atomic<int32_t> refused = 0;
+  std::vector<std::thread> threads;
+  for (int32_t i = 0; i < 4; ++i) {
+    records[i] = *hostRecord();
+    threads.emplace_back([&, record = &records[i], slot = &slots[i]] {
+      for (int32_t call = 0; call < kCalls; ++call) {
+        int16_t result = 0;
+        ENTRYPOINT(kSelectorPrepare, record, slot, &result);
+        if (result == kNoError && *slot != 0 && record->parameters != nullptr) ++served;
+        if (result == kFilterBadParameters) ++refused;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(served + refused, 4 * kCalls);
+  EXPECT_GT(served, 0);
+  RecordProperty("refused", refused);
+  for (int32_t i = 0; i < 4; ++i) {
+    disposeModuleHandle(reinterpret_cast<Handle>(slots[i]));
+    disposeModuleHandle(records[i].parameters);
+  }
+}
+
 TEST(HostVariants, SmallestPictures) {
   for (const auto& [width, height] : {std::pair{1, 1}, {1, 40}, {40, 1}, {2, 2}}) {
     for (bool advance : {true, false}) {
@@ -192,46 +227,6 @@ TEST(HostVariants, NothingToFilter) {
     EXPECT_EQ(run.result, 0);
     EXPECT_EQ(run.effect.samples, picture.samples);
     EXPECT_EQ(run.ledgerAfter.buffers, 0);
-  }
-}
-
-// An abort or a failed exchange leaves the buffers; the next Start, or Finish, frees them.
-TEST(HostFailures, AbortAndFailedExchange) {
-  const HostPicture picture = testPicture(kWidth, kHeight, 3);
-  const HostMask mask = testMask(kWidth, kHeight);
-  struct Fault {
-    const char* name;
-    int32_t abortAt;
-    int32_t failAt;
-    int16_t result;
-  };
-  const Fault faults[] = {{"abort at the first step", 1, 0, 1},
-                          {"abort in the border pass", 60, 0, 1},
-                          {"abort in the smoothing", 100, 0, 1},
-                          {"abort in the shading", 220, 0, 1},
-                          {"first exchange", 0, 1, -36},
-                          {"an exchange in between", 0, 50, -36},
-                          {"an exchange of the shading", 0, 100, -36}};
-  for (const Fault& fault : faults) {
-    for (bool finish : {false, true}) {
-      SCOPED_TRACE(fault.name);
-      HostSwitches switches;
-      switches.abortAtTest = fault.abortAt;
-      switches.failExchangeAt = fault.failAt;
-      resetNone();
-      openHost(switches, picture, mask);
-      ASSERT_EQ(callSelector(kSelectorPrepare), 0);
-      EXPECT_EQ(renderFilter(), fault.result);
-      if (finish) {
-        EXPECT_EQ(callSelector(kSelectorFinish), 0);
-      } else {
-        EXPECT_EQ(renderFilter(), 0) << "the next run works as if nothing had happened";
-      }
-      EXPECT_EQ(hostLedger().buffers, 0);
-      EXPECT_EQ(hostLedger().handles, 2);
-      EXPECT_EQ(hostLedger().misuses, 0);
-      closeHost();
-    }
   }
 }
 
@@ -269,24 +264,6 @@ TEST(HostFailures, RefusedModuleBlocks) {
     EXPECT_EQ(hostLedger().misuses, 0);
     EXPECT_EQ(renderFilter(), 0);
     closeHost();
-  }
-}
-
-TEST(HostFailures, RefusedHostMemory) {
-  const HostPicture picture = testPicture(kWidth, kHeight, 3);
-  const std::vector<uint8_t> expected = runHost({}, picture, {}).effect.samples;
-  for (int32_t n = 1; n <= 8; ++n) {
-    SCOPED_TRACE(n);
-    HostSwitches switches;
-    switches.refuseAllocationAt = n;
-    const HostRun run = runHost(switches, picture, {});
-    // The first two are the session record and the settings; a buffer is replaced by our own block.
-    EXPECT_EQ(run.result, n <= 2 ? -108 : 0);
-    if (n > 2) {
-      EXPECT_EQ(run.effect.samples, expected);
-    }
-    EXPECT_EQ(run.ledgerAfter.buffers, 0);
-    EXPECT_EQ(run.ledgerAfter.misuses, 0);
   }
 }
 

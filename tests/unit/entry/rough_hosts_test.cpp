@@ -97,11 +97,13 @@ TEST(RoughHosts, RecordThatChangesUnderTheDialog) {
       [] { hostRecord()->planes = 1; },
       [] { hostRecord()->outRect.right += 40; },
       [] { hostRecord()->outRect = {}; },
+      [] { hostRecord()->advanceState = nullptr; },
       [] { EXPECT_EQ(callSelector(kSelectorParameters), -30100); }};
   for (size_t i = 0; i < std::size(changes); ++i) {
     for (const auto& [width, height] : {std::pair{700, 500}, {1000, 10}}) {
       HostSwitches switches = displayingHost();
       switches.display = [&](const HostPicture& shown, int32_t row, int32_t column, void* target) {
+        EXPECT_LE(shown.samples.size(), host().output.size) << i;
         drawIntoTarget(shown, row, column, target);
         changes[i]();
       };
