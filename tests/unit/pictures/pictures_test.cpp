@@ -126,7 +126,8 @@ TEST(AreaResampling, EqualsTheMeanOfAFineGrid) {
   disposePictureSurface(surface);
 }
 
-TEST(BuiltInTextures, ParametersOfTheChoices) {
+// What hardly any texel shows.
+TEST(BuiltInTextures, NoiseOfTheChoices) {
   SessionFixture fixture;
   fixture.allocate(4, 4);
   SessionRecord* session = fixture.session.get();
@@ -144,16 +145,6 @@ TEST(BuiltInTextures, ParametersOfTheChoices) {
   EXPECT_EQ(pattern.noiseStripe, 4);
   setUp(12);
   EXPECT_EQ(pattern.noiseStripe, 2);
-  for (int32_t choice : {7, 8}) {
-    setUp(choice);
-    EXPECT_EQ(pattern.cellShift, 1);
-    EXPECT_EQ(pattern.rootTable[2147], 417);
-  }
-  for (int32_t choice : {2, 3, 4, 5}) {
-    setUp(choice);
-    EXPECT_EQ(pattern.walkScale, 1);
-    EXPECT_EQ(pattern.walkStep, 64);
-  }
 }
 
 TEST(BuiltInTextures, WalksRepeatWithoutASeam) {
