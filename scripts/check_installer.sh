@@ -100,7 +100,8 @@ answer() {  # TITLE KEY...
 }
 Xvfb -displayfd 1 -screen 0 800x600x24 >"$work/display" 2>/dev/null &
 screen=$!
-trap 'kill $screen; rm -rf "$work"' EXIT
+hand=
+trap 'kill $screen $hand 2>/dev/null || true; rm -rf "$work"' EXIT
 for turn in {1..100}; do
   if [[ -s $work/display ]]; then break; fi
   sleep 0.1

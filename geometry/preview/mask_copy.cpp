@@ -30,6 +30,7 @@ static void requestBand(SessionRecord* session, const Rectangle& band) {
 
 static bool takeBand(SessionRecord* session, const Rectangle& band, uint8_t* samples) {
   const FilterRecord* filter = session->filter;
+  if (filter->advanceState == nullptr) return false;  // withdrawn by the last band
   requestBand(session, band);
   if (filter->advanceState() != kNoError || !maskIsDelivered(filter, band)) return false;
   const auto width = static_cast<size_t>(band.right - band.left);

@@ -58,6 +58,7 @@ static size_t readSome(int descriptor, const std::string& file, uint8_t* to, siz
 
 // At most `most` bytes; `size` is what there probably is.
 static FileBytes readAll(int descriptor, const std::string& file, size_t size, size_t most) {
+  const UnwatchedWait wait;
   FileBytes bytes;
   size_t room = std::min(most, size > 0 ? size + 1 : kFirstRoom);
   size_t done = 0;

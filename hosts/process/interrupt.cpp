@@ -16,8 +16,8 @@ constexpr suseconds_t kPatience = 250000;  // microseconds from the signal to th
 
 // Of a standstill.
 constexpr time_t kTurnSeconds = 5;
-constexpr int kIdleTurns = 8;
-constexpr int64_t kLeastWork = 2000;  // microseconds of the processor in a turn
+constexpr int kIdleTurns = 5;
+constexpr int64_t kLeastWork = 500;  // microseconds of the processor in a turn
 
 static volatile std::sig_atomic_t raisedBy = 0;  // 0: nothing yet
 static volatile std::sig_atomic_t quiet = 0;
@@ -26,11 +26,13 @@ static int errors = -1;
 static std::atomic<int64_t> workBefore = 0;
 static std::atomic<int> idleTurns = 0;
 
+static void startPatience() {
+  const itimerval once = {{0, 0}, {0, kPatience}};
+  setitimer(ITIMER_REAL, &once, nullptr);
+}
+
 static void raiseFlag(int signal) {
-  if (raisedBy == 0) {
-    const itimerval once = {{0, 0}, {0, kPatience}};
-    setitimer(ITIMER_REAL, &once, nullptr);
-  }
+  if (raisedBy == 0) startPatience();
   raisedBy = signal;
 }
 
@@ -85,7 +87,10 @@ void watchForInterrupts() {
   }
 }
 
+static bool watching = false;
+
 void watchForStandstill(bool watched) {
+  watching = watched;
   if (raisedBy != 0) return;
   handle(SIGALRM, takeAlarm, SA_RESTART);
   workBefore = workSoFar();
@@ -93,6 +98,15 @@ void watchForStandstill(bool watched) {
   const time_t seconds = watched ? kTurnSeconds : 0;
   const itimerval turns = {{seconds, 0}, {seconds, 0}};
   setitimer(ITIMER_REAL, &turns, nullptr);
+  if (raisedBy != 0) startPatience();  // raised meanwhile, its own has been overwritten
+}
+
+UnwatchedWait::UnwatchedWait() : before(watching) {
+  if (before) watchForStandstill(false);
+}
+
+UnwatchedWait::~UnwatchedWait() {
+  if (before) watchForStandstill(true);
 }
 
 void stayQuietAboutInterrupts() {

@@ -15,9 +15,21 @@ void forgetStop();
 // The run has seen the flag and ends by itself.
 void takeTimeToEnd();
 
-// While watched, a library that uses no processor for most of a minute ends the run with a line:
+// While watched, a library that uses no processor for half a minute ends the run with a line:
 // where memory fails some keep a lock, or wait for threads that could not start.
 void watchForStandstill(bool watched);
+
+// While it stands nothing is watched: another program or the user is waited for.
+class UnwatchedWait {
+ public:
+  UnwatchedWait();
+  ~UnwatchedWait();
+  UnwatchedWait(const UnwatchedWait&) = delete;
+  UnwatchedWait& operator=(const UnwatchedWait&) = delete;
+
+ private:
+  bool before;
+};
 
 // In a process whose parent says that it was interrupted.
 void stayQuietAboutInterrupts();

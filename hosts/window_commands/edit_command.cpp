@@ -118,7 +118,10 @@ static int editFile(const EditPlan& plan, const EditOptions& options, const std:
   const EditOutcome outcome = editPicture(plan, &edited.picture, edited.selection, image, watch);
   if (!outcome.confirmed) return kExitFailed;
   // Another dialog on the same picture may have been quicker.
-  if (options.keep) edited.output = freeName(edited.wanted, fileExists);
+  if (options.keep) {
+    edited.output = freeName(edited.wanted, fileExists);
+    replaceNothing(edited.wanted);
+  }
   const bool large = isLarge(edited.picture.colors);
   const auto write = [&] {
     savePicture(std::move(edited.picture), *edited.format, {}, edited.output);

@@ -28,7 +28,7 @@ static RunResult runProcess(const QString& folder, const QString& program,
   if (signal != 0 && !process.waitForFinished(milliseconds)) {
     kill(static_cast<pid_t>(process.processId()), signal);
   }
-  if (!process.waitForFinished(60000)) process.kill();
+  if (!process.waitForFinished(120000)) process.kill();
   process.waitForFinished(1000);
   const bool ended = process.exitStatus() == QProcess::NormalExit;
   return {ended ? process.exitCode() : -1, process.readAllStandardOutput(),

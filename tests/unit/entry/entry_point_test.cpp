@@ -208,7 +208,6 @@ TEST_F(EntryPoint, SettingsBlockThatIsTooSmallIsSetAside) {
   }
 }
 
-// A number kept from an earlier process must not even be looked at.
 // The numbers of dead handles come again: for the session record, or for the settings.
 TEST_F(EntryPoint, NumbersThatBelongToAnotherBlock) {
   HostSwitches switches;
@@ -231,6 +230,7 @@ TEST_F(EntryPoint, NumbersThatBelongToAnotherBlock) {
   }
 }
 
+// A number kept from an earlier process must not even be looked at.
 TEST_F(EntryPoint, DeadSlotNumbersGetANewRecord) {
   for (SuiteOffer offer : {SuiteOffer::usable, SuiteOffer::absent}) {
     HostSwitches switches;

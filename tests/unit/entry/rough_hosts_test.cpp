@@ -73,6 +73,11 @@ static int16_t cutRows() {
   return originalAdvance();
 }
 
+static int16_t deliverOnce() {
+  hostRecord()->advanceState = nullptr;
+  return originalAdvance();
+}
+
 static void useDialog(DialogUser& user) {
   user.click(sliderPoint(kRadiusSlider, 12));
   for (int32_t i = 0; i < 8 && user.isOpen(); ++i) user.clickButton(kZoomInButton);
@@ -117,5 +122,11 @@ TEST(RoughHosts, RecordThatChangesUnderTheDialog) {
     hostRecord()->advanceState = cutRows;
   };
   runDialog(switches, testPicture(400, 90, 3), testMask(400, 90), useDialog, cutting);
+  // A mask so large is fetched in bands.
+  const auto withdrawing = [] {
+    originalAdvance = hostRecord()->advanceState;
+    hostRecord()->advanceState = deliverOnce;
+  };
+  runDialog(switches, testPicture(2500, 2000, 1), testMask(2500, 2000), useDialog, withdrawing);
   EXPECT_EQ(hostLedger().misuses, 0);
 }
