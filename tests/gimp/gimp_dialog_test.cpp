@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 #include <QThread>
 
+#include "tests/gimp/gimp_scripts.h"
 #include "tests/gimp/gimp_session.h"
 
 constexpr int kPatience = 60000;  // milliseconds
@@ -15,15 +16,14 @@ constexpr int kPause = 100;
 
 // Saves the layer as N.png when there is a file "ask-N", until there is one called "ask-end".
 constexpr char kServe[] =
-    R"((let* ((image (car (gimp-file-load RUN-NONINTERACTIVE "photo.png" "photo.png")))
-       (layer (aref (cadr (gimp-image-get-layers image)) 0))
+    R"((let* ((image (opened "photo.png"))
        (display (gimp-display-new image)))
   (let loop ((n 1))
     (if (not (file-exists? "ask-end"))
       (let ((name (number->string n)))
         (if (file-exists? (string-append "ask-" name))
           (let ((file (string-append name ".png")))
-            (file-png-save RUN-NONINTERACTIVE image layer file file 0 1 0 0 0 0 0)
+            (save-whole-png image file)
             (close-output-port (open-output-file (string-append "saved-" name)))
             (loop (+ n 1)))
           (begin (usleep 50000) (loop n)))))))
@@ -45,10 +45,11 @@ class GimpDialog : public testing::Test {
     session.environment.insert("DISPLAY", ":" + QString::fromLatin1(server.readLine().trimmed()));
     session.environment.remove("XAUTHORITY");
     ASSERT_TRUE(noise(QImage::Format_RGBA64, 5).save(session.path("photo.png")));
-    session.write("gimp/menurc",
-                  "(gtk_accel_path \"<Actions>/plug-in/plug-in-morvalis\" \"F9\")\n");
-    session.write("serve.scm", kServe);
-    session.start(&gimp, "gimp", {"-n", "-s", "-d", "-f", "-b", "(load \"serve.scm\")"});
+    session.write(QString("gimp/") + kKeysFile, kKeys);
+    session.write("serve.scm", QByteArray(kVersionProcedures) + kServe);
+    session.start(&gimp, "gimp",
+                  {"-n", "-s", "-d", "-f", "--batch-interpreter=plug-in-script-fu-eval", "-b",
+                   "(load \"serve.scm\")"});
   }
 
   void TearDown() override {
@@ -116,7 +117,7 @@ class GimpDialog : public testing::Test {
   int asked = 0;
 };
 
-constexpr char kImageWindow[] = "photo.*GIMP$";
+constexpr char kImageWindow[] = "1 layer.*GIMP$";
 constexpr char kDialogWindow[] = "^Morvalis$";
 
 TEST_F(GimpDialog, IsConfirmedUndoneRepeatedAndCancelled) {

@@ -27,6 +27,8 @@ const char* const kProcedures = R"scheme(
 
 const char* const kGimpConsole = "gimp-console-2.10";
 const char* const kGimpFolder = "GIMP2_DIRECTORY";
+const char* const kKeysFile = "menurc";
+const char* const kKeys = "(gtk_accel_path \"<Actions>/plug-in/plug-in-morvalis\" \"F9\")\n";
 
 const char* const kVersionProcedures = R"scheme(
 (define (layer-of image) (aref (cadr (gimp-image-get-layers image)) 0))
@@ -35,6 +37,7 @@ const char* const kVersionProcedures = R"scheme(
   (plug-in-morvalis mode image (layer-of image) preset settings seed))
 (define (save-png image file)
   (file-png-save RUN-NONINTERACTIVE image (layer-of image) file file 0 1 0 0 0 0 0))
+(define save-whole-png save-png)
 (define (save-tiff image file)
   (file-tiff-save RUN-NONINTERACTIVE image (layer-of image) file file 0))
 (define (new-group image) (car (gimp-layer-group-new image)))
@@ -46,6 +49,8 @@ const char* const kVersionProcedures = R"scheme(
 
 const char* const kGimpConsole = "gimp-console-3.0";
 const char* const kGimpFolder = "GIMP3_DIRECTORY";
+const char* const kKeysFile = "shortcutsrc";
+const char* const kKeys = "(file-version 1)\n(action \"plug-in-morvalis\" \"F9\")\n";
 
 const char* const kVersionProcedures = R"scheme(
 (define (layer-of image) (vector-ref (car (gimp-image-get-layers image)) 0))
@@ -53,10 +58,12 @@ const char* const kVersionProcedures = R"scheme(
 (define (light mode image preset settings seed)
   (plug-in-morvalis #:run-mode mode #:image image #:drawables (vector (layer-of image))
                     #:preset preset #:settings settings #:seed seed))
-(define (save-png image file)  ; GIMP 3 saves the picture, not the layer
-  (gimp-image-resize-to-layers image)
+(define (save-whole-png image file)
   (file-png-export #:run-mode RUN-NONINTERACTIVE #:image image #:file file #:compression 1
                    #:save-transparent TRUE))
+(define (save-png image file)  ; GIMP 3 saves the picture, not the layer
+  (gimp-image-resize-to-layers image)
+  (save-whole-png image file))
 (define (save-tiff image file)
   (file-tiff-export #:run-mode RUN-NONINTERACTIVE #:image image #:file file
                     #:compression "none" #:save-transparent-pixels TRUE))
