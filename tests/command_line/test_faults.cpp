@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QImage>
 #include <cstdlib>
 #include <map>
 #include <set>
@@ -38,6 +39,11 @@ constexpr char kPaths[] = ".config/Quorrelin/Morvalis.conf";
 
 static bool opensWindow(const FaultyCommand& command) {
   return QString(command.arguments).startsWith("edit");
+}
+
+// Where the library of fonts has no memory it goes on with what it has.
+static bool mayTakeAnotherFont(const FaultyCommand& command, const QString& call) {
+  return QString(command.arguments).startsWith("gallery") && call == "malloc";
 }
 
 // The calls that are to fail. With a window the first two and the last are the settings' and the
@@ -132,7 +138,11 @@ class Faults : public ProgramTest {
     const auto before = old.find(command.result);
     if (result.exitCode == 0) {
       EXPECT_TRUE(!opensWindow(command) || (at >= 1 && reached >= at)) << "nothing has failed";
-      EXPECT_EQ(read(command.result), wholeNew.at(command.result));
+      if (mayTakeAnotherFont(command, call)) {
+        EXPECT_FALSE(QImage(path(command.result)).isNull());
+      } else {
+        EXPECT_EQ(read(command.result), wholeNew.at(command.result));
+      }
     } else {
       EXPECT_EQ(result.exitCode, 1) << errors;
       // The program's own line, or the filter's; libraries may have complained before.
