@@ -219,7 +219,7 @@ TEST_F(EntryPoint, NumbersThatBelongToAnotherBlock) {
   hostRecord()->parameters = session;
   EXPECT_EQ(callSelector(kSelectorPrepare), 0);
   EXPECT_EQ(reinterpret_cast<Handle>(host().dataSlot), session);
-  EXPECT_NE(hostRecord()->parameters, session);
+  EXPECT_TRUE(hostRecord()->parameters != session);
   EXPECT_TRUE(isModuleHandle(session));
   host().dataSlot = reinterpret_cast<intptr_t>(settings);
   EXPECT_EQ(renderFilter(), 0);
